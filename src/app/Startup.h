@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLoggingCategory>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+Q_DECLARE_LOGGING_CATEGORY(lcStartup)
+
+class SingleInstance;
+class VendorWindow;
+
+// The steps from loading the vendor window to showing it on the lookup panel.
+class Startup {
+public:
+    // Exit codes of a start-up that refused to go on.
+    enum ExitCode { AlreadyRunning = 1, UpdatePending = 2, NotFromLauncher = 3, AccessDenied = 4,
+                    DatabaseError = 5 };
+
+    // lockFolder is where the single-instance lock lives (the system's temporary folder).
+    Startup(VendorWindow &window, const QString &lockFolder);
+    ~Startup();
+
+    // Runs the steps; returns the exit code when the program must end, nothing when it runs on.
+    std::optional<int> run(const QString &argument);
+
+private:
+    void step(int number, const char *what);
+    void applyAccessLevels();
+
+    VendorWindow &m_window;
+    std::unique_ptr<SingleInstance> m_instance;
+};

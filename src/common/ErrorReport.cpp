@@ -1,0 +1,12 @@
+#include "common/ErrorReport.h"
+
+#include "common/Dialogs.h"
+#include "data/DbError.h"
+
+void showErrorReport(Dialogs &dialogs, const DbError &error)
+{
+    dialogs.message(QStringLiteral("Error ") + QString::number(error.code()) + QStringLiteral(": ")
+                        + error.text() + QLatin1Char('\n')
+                        + QStringLiteral("If this keeps happening, call Velmora Data."),
+                    Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
+}

@@ -1,0 +1,63 @@
+#include "common/ProgramRunner.h"
+
+#include "app/Session.h"
+#include "common/Clipboard.h"
+#include "common/Clock.h"
+#include "common/Dialogs.h"
+#include "common/Processes.h"
+#include "data/Databases.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QTextStream>
+
+int ProgramRunner::runAndWait(const QString &commandLine)
+{
+    const int exitCode = m_processes.runAndWait(commandLine);
+    QCoreApplication::processEvents();
+    if (exitCode != 0) {
+        m_dialogs.message(QStringLiteral("WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE"),
+                          Dialogs::Icon::Critical, QStringLiteral("CAUTION"));
+        m_session.staffLocation = QStringLiteral("Backup/Restore");
+        writeAdminLog();
+        return 0;
+    }
+    QCoreApplication::processEvents();
+    return exitCode;
+}
+
+void ProgramRunner::writeAdminLog()
+{
+    const QString fileName = m_session.staffLocation == QLatin1String("Backup/Restore")
+        ? QStringLiteral("lastbkup.dat")
+        : QStringLiteral("admlog.ini");
+    QFile file(Databases::pathOf(fileName));
+    if (file.open(QIODevice::Append | QIODevice::Text)) {
+        const QDateTime now = m_clock.now();
+        const QLocale locale = QLocale::system();
+        QTextStream out(&file);
+        out << locale.toString(now.date(), QLocale::ShortFormat) << '-'
+            << locale.toString(now.time(), QLocale::ShortFormat) << '-' << m_session.userName << '-'
+            << m_session.staffLocation << '-' << m_session.messageText << '\n';
+    }
+    file.close();
+    QCoreApplication::processEvents();
+}
+
+void ProgramRunner::help(const std::function<void()> &notTopmost)
+{
+    const QString editorCommand = QStringLiteral("vlmedit.exe vendor1.txt");
+    if (!QFileInfo::exists(Databases::pathOf(QStringLiteral("vlmohelp.exe")))) {
+        m_processes.start(editorCommand, Processes::Show::Normal);
+        return;
+    }
+    m_clipboard.clear();
+    if (notTopmost)
+        notTopmost();
+    m_processes.start(QStringLiteral("vlmohelp.exe manual-ACCTPAY.pdf"), Processes::Show::Maximised,
+                      m_helpSettleMsecs);
+    if (m_clipboard.text() == QLatin1String("NOHELP"))
+        m_processes.start(editorCommand, Processes::Show::Normal);
+}

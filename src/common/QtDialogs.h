@@ -1,0 +1,21 @@
+#pragma once
+
+#include "common/Dialogs.h"
+
+class QWidget;
+
+// The dialogs users see: QMessageBox and QInputDialog over the given parent window.
+class QtDialogs : public Dialogs {
+public:
+    explicit QtDialogs(QWidget *parent = nullptr) : m_parent(parent) {}
+    void setParent(QWidget *parent) { m_parent = parent; }
+
+protected:
+    void showMessage(const QString &text, Icon icon, const QString &title) override;
+    int askYesNo(const QString &text, const QString &title) override;
+    QString askInput(const QString &prompt, const QString &title,
+                     const QString &defaultText) override;
+
+private:
+    QWidget *m_parent;
+};

@@ -1,0 +1,50 @@
+#include "data/Dialect.h"
+
+#include <QRegularExpression>
+
+namespace {
+// The lookups by invoice, check and product name the joined tables twice ("from invoices,
+// vendors, vendors inner join invoices on ..."). Both spellings mean the inner join of each
+// invoice with its vendor; vendor columns come first so that the first column is the vendor
+// number the display reads.
+QString mapTwiceNamedJoin(const QString &statement)
+{
+    static const QRegularExpression join(
+        QStringLiteral(R"(^\s*select\s+\*\s+from\s+invoices\s*,\s*vendors\s*,\s*)"
+                       R"((?:vendors\s+inner\s+join\s+invoices|invoices\s+inner\s+join\s+vendors))"
+                       R"(\s+on\s+invoices\.vendnumber\s*=\s*vendors\.vendnumber\s+where\s+)"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = join.match(statement);
+    if (!match.hasMatch())
+        return statement;
+    return QStringLiteral("select vendors.*, invoices.* from invoices inner join vendors on "
+                          "invoices.vendnumber = vendors.vendnumber where ")
+        + statement.mid(match.capturedEnd());
+}
+
+// ucase$(x) is upper(x). Only outside quoted text, so a value that holds the word is left alone.
+QString mapUcase(const QString &statement)
+{
+    static const QLatin1String ucase("ucase$(");
+    QString out;
+    out.reserve(statement.size());
+    bool quoted = false;
+    for (qsizetype i = 0; i < statement.size(); ++i) {
+        const QChar c = statement.at(i);
+        if (c == QLatin1Char('\'')) {
+            quoted = !quoted;
+        } else if (!quoted && statement.mid(i, ucase.size()).compare(ucase, Qt::CaseInsensitive) == 0) {
+            out += QStringLiteral("upper(");
+            i += ucase.size() - 1;
+            continue;
+        }
+        out += c;
+    }
+    return out;
+}
+} // namespace
+
+QString SqliteDialect::map(const QString &statement) const
+{
+    return mapUcase(mapTwiceNamedJoin(statement));
+}

@@ -1,0 +1,278 @@
+#include "data/RecordSource.h"
+
+#include "data/Databases.h"
+#include "data/DbError.h"
+#include "data/Dialect.h"
+#include "data/Money.h"
+#include "data/Schema.h"
+
+#include <QSqlError>
+#include <QSqlField>
+
+RecordSource::RecordSource(Databases &dbs, const QString &name) : m_dbs(dbs), m_name(name) {}
+
+RecordSource::~RecordSource()
+{
+    detach();
+}
+
+void RecordSource::setDatabaseName(const QString &fileName)
+{
+    m_fileName = fileName;
+}
+
+void RecordSource::setRecordSource(const QString &statement)
+{
+    m_statement = statement;
+}
+
+void RecordSource::setUpdateTable(const QString &table, const QString &keyColumn)
+{
+    m_table = table;
+    m_keyColumn = keyColumn;
+}
+
+void RecordSource::detach()
+{
+    m_query.finish();
+    m_query = QSqlQuery();
+    m_rows.clear();
+    m_exhausted = true;
+    m_pos = 0;
+    m_onFound = false;
+    m_mode = Mode::None;
+    if (m_bound) {
+        m_dbs.closeReader(m_boundFile, m_name);
+        m_bound = false;
+    }
+}
+
+void RecordSource::refresh()
+{
+    detach();
+    if (m_fileName.isEmpty() || m_statement.isEmpty())
+        return;
+    QSqlDatabase db = m_dbs.openReader(m_fileName, m_name);
+    m_bound = true;
+    m_boundFile = m_fileName;
+    m_query = QSqlQuery(db);
+    m_query.setForwardOnly(true);
+    if (!m_query.exec(m_dbs.dialect().map(m_statement))) {
+        const DbError error = Databases::errorFrom(m_query.lastError(), m_statement);
+        detach();
+        throw error;
+    }
+    m_exhausted = false;
+    fetchOne();
+}
+
+bool RecordSource::fetchOne()
+{
+    if (m_exhausted)
+        return false;
+    if (m_query.next()) {
+        m_rows.push_back(m_query.record());
+        return true;
+    }
+    // The whole result has been read: end the statement so that no read is left open.
+    m_exhausted = true;
+    m_query.finish();
+    return false;
+}
+
+bool RecordSource::hasRecords() const
+{
+    return !m_rows.empty();
+}
+
+bool RecordSource::bof() const
+{
+    return m_rows.empty() || m_pos < 0;
+}
+
+bool RecordSource::eof() const
+{
+    return m_rows.empty() || m_pos >= static_cast<long>(m_rows.size());
+}
+
+void RecordSource::moveFirst()
+{
+    m_onFound = false;
+    m_pos = 0;
+}
+
+void RecordSource::moveNext()
+{
+    m_onFound = false;
+    if (eof())
+        throw DbError::noCurrentRecord();
+    ++m_pos;
+    if (m_pos == static_cast<long>(m_rows.size()))
+        fetchOne();
+}
+
+void RecordSource::movePrevious()
+{
+    m_onFound = false;
+    if (bof())
+        throw DbError::noCurrentRecord();
+    --m_pos;
+}
+
+const QSqlRecord &RecordSource::current() const
+{
+    if (m_onFound)
+        return m_found;
+    if (bof() || eof())
+        throw DbError::noCurrentRecord();
+    return m_rows[static_cast<size_t>(m_pos)];
+}
+
+QSqlRecord &RecordSource::currentRow()
+{
+    return const_cast<QSqlRecord &>(current());
+}
+
+QVariant RecordSource::value(const QString &column) const
+{
+    const QSqlRecord &row = current();
+    const int index = row.indexOf(column);
+    if (index < 0)
+        throw DbError(DbError::NoSuchColumn,
+                      QStringLiteral("Item not found in this collection (%1).").arg(column));
+    return row.value(index);
+}
+
+bool RecordSource::findFirst(const QString &criterion)
+{
+    if (!m_bound)
+        throw DbError::noCurrentRecord();
+    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+    q.setForwardOnly(true);
+    const QString sql = QStringLiteral("select * from (%1) where %2 limit 1")
+                            .arg(m_dbs.dialect().map(m_statement), criterion);
+    if (!q.exec(sql))
+        throw Databases::errorFrom(q.lastError(), sql);
+    if (!q.next())
+        return false;
+    m_found = q.record();
+    m_onFound = true;
+    return true;
+}
+
+void RecordSource::edit()
+{
+    const QSqlRecord &row = current();
+    if (m_table.isEmpty())
+        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    m_buffer = row;
+    m_editKey = row.value(m_keyColumn);
+    m_changed.clear();
+    m_mode = Mode::Edit;
+}
+
+void RecordSource::addNew()
+{
+    if (m_table.isEmpty())
+        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    m_buffer = m_dbs.open(m_fileName).record(m_table);
+    m_changed.clear();
+    m_mode = Mode::Add;
+}
+
+void RecordSource::setValue(const QString &column, const QVariant &value)
+{
+    if (m_mode == Mode::None)
+        throw DbError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    QVariant stored = value;
+    if (Schema::isMoney(m_table, column) && !value.isNull())
+        stored = Money::round4(value.toDouble());
+    if (m_buffer.indexOf(column) < 0)
+        m_buffer.append(QSqlField(column));
+    m_buffer.setValue(column, stored);
+    m_changed.insert(column);
+}
+
+void RecordSource::update()
+{
+    if (m_mode == Mode::None)
+        throw DbError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    const QStringList columns(m_changed.cbegin(), m_changed.cend());
+    QSqlDatabase db = m_dbs.open(m_fileName);
+    QString sql;
+    if (m_mode == Mode::Edit) {
+        QStringList sets;
+        for (const QString &c : columns)
+            sets << c + QStringLiteral(" = ?");
+        if (sets.isEmpty()) {
+            m_mode = Mode::None;
+            return;
+        }
+        sql = QStringLiteral("update %1 set %2 where %3 = ?").arg(m_table, sets.join(", "), m_keyColumn);
+    } else {
+        QStringList marks;
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            marks << QStringLiteral("?");
+        sql = QStringLiteral("insert into %1 (%2) values (%3)").arg(m_table, columns.join(", "), marks.join(", "));
+    }
+    TransactionGuard tx(db);
+    QSqlQuery q(db);
+    if (!q.prepare(sql))
+        throw Databases::errorFrom(q.lastError(), sql);
+    for (const QString &c : columns)
+        q.addBindValue(m_buffer.value(c));
+    if (m_mode == Mode::Edit)
+        q.addBindValue(m_editKey);
+    if (!q.exec())
+        throw Databases::errorFrom(q.lastError(), sql);
+    tx.commit();
+    if (m_mode == Mode::Edit) {
+        QSqlRecord &row = currentRow();
+        for (const QString &c : columns)
+            if (row.indexOf(c) >= 0)
+                row.setValue(c, m_buffer.value(c));
+    }
+    m_mode = Mode::None;
+}
+
+void RecordSource::cancelUpdate()
+{
+    m_mode = Mode::None;
+    m_changed.clear();
+}
+
+void RecordSource::deleteCurrent()
+{
+    const QVariant key = value(m_keyColumn);
+    if (m_table.isEmpty())
+        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    QSqlDatabase db = m_dbs.open(m_fileName);
+    const QString sql = QStringLiteral("delete from %1 where %2 = ?").arg(m_table, m_keyColumn);
+    TransactionGuard tx(db);
+    QSqlQuery q(db);
+    q.prepare(sql);
+    q.addBindValue(key);
+    if (!q.exec())
+        throw Databases::errorFrom(q.lastError(), sql);
+    tx.commit();
+    if (m_onFound) {
+        m_onFound = false;
+        return;
+    }
+    m_rows.erase(m_rows.begin() + m_pos);
+    if (m_pos == static_cast<long>(m_rows.size()))
+        fetchOne();
+}
+
+QSqlRecord RecordSource::reread() const
+{
+    const QVariant key = value(m_keyColumn);
+    QSqlQuery q(m_dbs.open(m_fileName));
+    q.setForwardOnly(true);
+    const QString sql = QStringLiteral("select * from %1 where %2 = ?").arg(m_table, m_keyColumn);
+    q.prepare(sql);
+    q.addBindValue(key);
+    if (!q.exec())
+        throw Databases::errorFrom(q.lastError(), sql);
+    return q.next() ? q.record() : QSqlRecord();
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class QSqlDatabase;
+
+// The tables and columns of each database file the module names, created when missing.
+namespace Schema {
+
+enum class Kind { Long, Number, Text, Memo, Currency, Date };
+
+struct Column {
+    QString name;
+    Kind kind;
+};
+
+struct Table {
+    QString name;
+    std::vector<Column> columns;
+    QStringList indexes; // "name(columns)" pieces
+};
+
+// The tables a database file (by its lower-case file name, "ap.mdb") holds; none for others.
+const std::vector<Table> &tablesOf(const QString &fileName);
+// The kind of a column of any table of any file; Text when unknown.
+Kind columnKind(const QString &table, const QString &column);
+bool isMoney(const QString &table, const QString &column);
+
+// The version the steps below bring a file to.
+constexpr int currentVersion = 1;
+
+// Brings the open database up to the current version: creates missing tables, columns and
+// indexes. Re-runnable; a file already at the current version is not touched. Returns the
+// engine's error text, or "" on success.
+QString ensure(QSqlDatabase &db, const QString &fileName);
+
+} // namespace Schema

@@ -1,0 +1,132 @@
+#include "vendor/VendorLayout.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+namespace VendorLayout {
+
+QString fieldCaption(int index)
+{
+    static const char *captions[24] = {
+        "Vendor #",      "Name",         "Address 1",         "Address 2",      "City",
+        "State",         "Zip",          "Telephone",         "Fax",            "Contact-1",
+        "Tax ID",        "1099 Type",    "G/L Acct",          "YTD Purchases",  "Current unpaid $:",
+        "YTD Orders",    "90+ day balance", "Terms",          "Our account #",  "Email-1",
+        "Cell/other-1",  "Contact-2",    "Email-2",           "Cell/other-2",
+    };
+    return index >= 0 && index < 24 ? QString::fromLatin1(captions[index]) : QString();
+}
+
+void arrange(QWidget *central, QWidget *buttons, QWidget *vendorFrame, QWidget *lists,
+             QWidget *statusLine)
+{
+    auto *column = new QVBoxLayout(central);
+    column->setContentsMargins(6, 4, 6, 4);
+    column->setSpacing(4);
+    column->addWidget(buttons);
+    column->addWidget(vendorFrame);
+    column->addWidget(lists, 1);
+    column->addWidget(statusLine);
+}
+
+void arrangeButtons(QWidget *strip, const std::vector<QPushButton *> &buttons)
+{
+    auto *row = new QHBoxLayout(strip);
+    row->setContentsMargins(4, 4, 4, 4);
+    for (QPushButton *b : buttons)
+        row->addWidget(b);
+    row->addStretch(1);
+}
+
+void arrangeFields(QGroupBox *frame, const std::array<QLabel *, 24> &labels,
+                   const std::array<QLineEdit *, 24> &fields)
+{
+    // Three columns of eight fields, read down each column: who, where, money and contacts.
+    static const int placement[3][8] = {
+        {0, 1, 2, 3, 4, 5, 6, 10},
+        {7, 8, 9, 19, 20, 21, 22, 23},
+        {11, 12, 13, 14, 15, 16, 17, 18},
+    };
+    auto *grid = new QGridLayout(frame);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(3);
+    for (int col = 0; col < 3; ++col) {
+        for (int row = 0; row < 8; ++row) {
+            const int i = placement[col][row];
+            grid->addWidget(labels[i], row, col * 2);
+            grid->addWidget(fields[i], row, col * 2 + 1);
+        }
+        grid->setColumnStretch(col * 2 + 1, 1);
+    }
+    // Tab (and Enter) walk the fields in the order the bookkeeper reads them.
+    for (int col = 0; col < 3; ++col)
+        for (int row = 0; row < 8; ++row) {
+            const int next = row < 7 ? placement[col][row + 1]
+                                     : (col < 2 ? placement[col + 1][0] : -1);
+            if (next >= 0)
+                QWidget::setTabOrder(fields[placement[col][row]], fields[next]);
+        }
+}
+
+void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,
+                  const std::array<QRadioButton *, 2> &sortOptions, QLabel *caption,
+                  const std::vector<QWidget *> &stacked)
+{
+    auto *column = new QVBoxLayout(area);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto *row = new QHBoxLayout;
+    for (QPushButton *b : buttons)
+        row->addWidget(b);
+    row->addSpacing(16);
+    for (QRadioButton *r : sortOptions)
+        row->addWidget(r);
+    row->addStretch(1);
+    column->addLayout(row);
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    column->addWidget(caption);
+    auto *stack = new QVBoxLayout;
+    for (QWidget *w : stacked)
+        stack->addWidget(w, 1);
+    column->addLayout(stack, 1);
+}
+
+void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &options,
+                   QLineEdit *input, QPushButton *go, QPushButton *cancel)
+{
+    auto *grid = new QGridLayout(panel);
+    for (int i = 0; i < 7; ++i)
+        grid->addWidget(options[i], i / 4, i % 4);
+    grid->addWidget(input, 2, 0, 1, 2);
+    grid->addWidget(go, 2, 2);
+    grid->addWidget(cancel, 2, 3);
+    panel->resize(520, 130);
+}
+
+void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names,
+                  QListWidget *amounts)
+{
+    auto *row = new QHBoxLayout(panel);
+    row->addWidget(numbers, 2);
+    row->addWidget(names, 5);
+    row->addWidget(amounts, 2);
+    panel->resize(560, 240);
+}
+
+void placeLookup(QGroupBox *panel, QWidget *vendorFrame)
+{
+    const QPoint origin = vendorFrame->mapTo(panel->parentWidget(), QPoint(0, 0));
+    panel->move(origin.x() + (vendorFrame->width() - panel->width()) / 2,
+                origin.y() + (vendorFrame->height() - panel->height()) / 2);
+}
+
+} // namespace VendorLayout
