@@ -9,7 +9,7 @@
 
 #include <memory>
 
-class Dialect;
+#include "data/Dialect.h"
 class QSqlError;
 class QSqlQuery;
 

@@ -6,6 +6,7 @@
 #include "data/Money.h"
 #include "data/Schema.h"
 
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlField>
 
@@ -30,6 +31,15 @@ void RecordSource::setUpdateTable(const QString &table, const QString &keyColumn
 {
     m_table = table;
     m_keyColumn = keyColumn;
+}
+
+QString RecordSource::fullStatement() const
+{
+    // A bare table name stands for all of its rows.
+    static const QRegularExpression tableName(QStringLiteral(R"(^\s*\w+\s*$)"));
+    if (tableName.match(m_statement).hasMatch())
+        return QStringLiteral("select * from ") + m_statement.trimmed();
+    return m_statement;
 }
 
 void RecordSource::detach()
@@ -57,7 +67,7 @@ void RecordSource::refresh()
     m_boundFile = m_fileName;
     m_query = QSqlQuery(db);
     m_query.setForwardOnly(true);
-    if (!m_query.exec(m_dbs.dialect().map(m_statement))) {
+    if (!m_query.exec(m_dbs.dialect().map(fullStatement()))) {
         const DbError error = Databases::errorFrom(m_query.lastError(), m_statement);
         detach();
         throw error;
@@ -150,7 +160,7 @@ bool RecordSource::findFirst(const QString &criterion)
     QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
     q.setForwardOnly(true);
     const QString sql = QStringLiteral("select * from (%1) where %2 limit 1")
-                            .arg(m_dbs.dialect().map(m_statement), criterion);
+                            .arg(m_dbs.dialect().map(fullStatement()), criterion);
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), sql);
     if (!q.next())

@@ -24,6 +24,7 @@ public:
     QString name() const { return m_name; }
     void setDatabaseName(const QString &fileName);
     QString databaseName() const { return m_fileName; }
+    // A statement, or a bare table name for all of the table's rows.
     void setRecordSource(const QString &statement);
     QString recordSource() const { return m_statement; }
     // The table that edits, new records and deletes go to, and the column that identifies a row.
@@ -65,6 +66,7 @@ public:
 private:
     enum class Mode { None, Edit, Add };
     bool fetchOne();
+    QString fullStatement() const;
     void detach();
     QSqlRecord &currentRow();
 

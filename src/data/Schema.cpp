@@ -59,9 +59,7 @@ Table invoices()
     cols = join(cols, numbered(QStringLiteral("splitgl"), 10, K::Number));
     cols = join(cols, numbered(QStringLiteral("splitamt"), 10, K::Currency));
     return {QStringLiteral("invoices"), cols,
-            {"ix_invoices_vendor_date(vendnumber, invdate)",
-             "ix_invoices_vendor_status(vendnumber, invstatus, invdate)",
-             "ix_invoices_vendor_check(vendnumber, invchecknumber, invdate)",
+            {"ix_invoices_vendor_date(vendnumber, invdate, invstatus, invchecknumber)",
              "ix_invoices_number(invnumber)", "ix_invoices_check(invchecknumber)",
              "ix_invoices_product(invproduct)", "ix_invoices_checkdate(vendnumber, invcheckdate)"}};
 }

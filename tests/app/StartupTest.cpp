@@ -1,0 +1,417 @@
+#include "app/PracticeColour.h"
+#include "data/RecordSource.h"
+#include "support/DataFolder.h"
+#include "support/LogCapture.h"
+#include "support/Module.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QPushButton>
+#include <QScreen>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QRadioButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class StartupTest : public ::testing::Test {
+protected:
+    DataFolder folder;
+    Module module{folder.path()};
+
+    QString staffLocation(const QString &user = QStringLiteral("ANNE"))
+    {
+        return folder.scalar("user.mdb", "select location from staff where username = '" + user + "'")
+            .toString();
+    }
+    void setAccess(int a0, int a1, int a2, int a3)
+    {
+        folder.exec("config.mdb", QStringLiteral("update ap set apaccess0 = %1, apaccess1 = %2, "
+                                                 "apaccess2 = %3, apaccess3 = %4")
+                                      .arg(a0).arg(a1).arg(a2).arg(a3));
+    }
+    QAction *entry(const char *name) { return module.window->action(QString::fromLatin1(name)); }
+};
+
+TEST_F(StartupTest, NoArgumentShowsCannotRunByItselfAndEnds)
+{
+    EXPECT_EQ(module.start(QString()), Startup::NotFromLauncher);
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->text, "This module cannot be run by itself.\nClick OK to exit...");
+    EXPECT_EQ(module.dialogs.last()->title, "Velmora Office Message");
+    EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Critical);
+    EXPECT_EQ(module.databases.openCount(), 0);
+    EXPECT_FALSE(module.window->isVisible());
+}
+
+TEST_F(StartupTest, HashModuleCodeIsAcceptedAsVdr)
+{
+    EXPECT_EQ(module.start("#DR10ANNE"), std::nullopt);
+    EXPECT_EQ(module.session.moduleCode, "VDR");
+    EXPECT_EQ(module.session.userLevel, 10);
+    EXPECT_EQ(module.session.userName, "ANNE");
+}
+
+TEST_F(StartupTest, ArgumentWithoutUserNameCannotRunByItself)
+{
+    EXPECT_EQ(module.start("VDR99"), Startup::NotFromLauncher);
+    EXPECT_EQ(module.dialogs.last()->text, "This module cannot be run by itself.\nClick OK to exit...");
+}
+
+TEST_F(StartupTest, AnotherModulesCodeCannotRunByItself)
+{
+    EXPECT_EQ(module.start("APM99ANNE"), Startup::NotFromLauncher);
+    EXPECT_EQ(module.dialogs.last()->text, "This module cannot be run by itself.\nClick OK to exit...");
+}
+
+TEST_F(StartupTest, LevelBelowFirstAccessLevelIsDenied)
+{
+    setAccess(20, 0, 0, 0);
+    EXPECT_EQ(module.start("VDR19ANNE"), Startup::AccessDenied);
+    EXPECT_EQ(module.dialogs.last()->text, "Access denied. See system administrator.\nClick OK to exit...");
+    EXPECT_EQ(module.dialogs.last()->title, "Velmora Office Message");
+    EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Information);
+    EXPECT_EQ(staffLocation(), "Main menu");
+}
+
+TEST_F(StartupTest, LevelEqualToFirstAccessLevelRuns)
+{
+    setAccess(20, 0, 0, 0);
+    EXPECT_EQ(module.start("VDR20ANNE"), std::nullopt);
+    EXPECT_TRUE(module.window->isVisible());
+}
+
+TEST_F(StartupTest, NonDigitLevelReadsAsZero)
+{
+    EXPECT_EQ(module.start("VDRxxANNE"), std::nullopt);
+    EXPECT_EQ(module.session.userLevel, 0);
+}
+
+TEST_F(StartupTest, ArgumentTooShortToSplitEndsWithAnError)
+{
+    EXPECT_EQ(module.start("VDR9"), Startup::DatabaseError);
+    EXPECT_EQ(module.dialogs.count(), 1);
+    EXPECT_FALSE(module.window->isVisible());
+}
+
+TEST_F(StartupTest, LowerCaseYInPnetIsReadAsYAndActedOnAsN)
+{
+    folder.exec("config.mdb", "update ap set pnetyesno = 'y'");
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.session.pnetYesNoRead, "Y");
+    EXPECT_EQ(module.session.pnetYesNo, "N");
+}
+
+TEST_F(StartupTest, NullPnetReadsAsY)
+{
+    folder.exec("config.mdb", "update ap set pnetyesno = null");
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.session.pnetYesNoRead, "Y");
+    EXPECT_EQ(module.session.pnetYesNo, "N");
+}
+
+TEST_F(StartupTest, FunctionKeyTextsAreRead)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.session.functionKeyText[1], "Springfield");
+    EXPECT_EQ(module.session.functionKeyText[6], "555-");
+    EXPECT_EQ(module.session.functionKeyText[12], "");
+}
+
+TEST_F(StartupTest, EmptySettingsTableEndsTheProgram)
+{
+    folder.exec("config.mdb", "delete from ap");
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    EXPECT_EQ(module.dialogs.count(), 1);
+}
+
+TEST_F(StartupTest, NullAccessLevelEndsTheProgram)
+{
+    folder.exec("config.mdb", "update ap set apaccess2 = null");
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    EXPECT_TRUE(module.dialogs.last()->text.contains("Null"));
+}
+
+TEST_F(StartupTest, MissingConfigDatabaseEndsTheProgram)
+{
+    QFile::remove(folder.file("config.mdb"));
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    EXPECT_TRUE(module.dialogs.last()->text.contains("config.mdb"));
+    EXPECT_FALSE(QFile::exists(folder.file("config.mdb")));
+}
+
+TEST_F(StartupTest, CanadianCompanyCaptionsProvinceAndCode)
+{
+    folder.writeFile("canada.mdb", "");
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_TRUE(module.window->canadianAddresses());
+    EXPECT_EQ(module.window->controls().label1[5]->text(), "Province");
+    EXPECT_EQ(module.window->controls().label1[6]->text(), "Code");
+}
+
+TEST_F(StartupTest, UsCompanyKeepsStateAndZipCaptions)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_FALSE(module.window->canadianAddresses());
+    EXPECT_EQ(module.window->controls().label1[5]->text(), "State");
+    EXPECT_EQ(module.window->controls().label1[6]->text(), "Zip");
+}
+
+TEST_F(StartupTest, CaptionIsUserNameAtVendors)
+{
+    ASSERT_EQ(module.start("VDR99DEMO"), std::nullopt);
+    EXPECT_EQ(module.window->windowTitle(), "DEMO @ Vendors");
+}
+
+TEST_F(StartupTest, WindowStaysOnTopAndIsCentred)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_TRUE(module.window->isTopmost());
+    const QRect screen = module.window->screen()->geometry();
+    EXPECT_EQ(module.window->x(), screen.left() + (screen.width() - module.window->width()) / 2);
+    EXPECT_EQ(module.window->y(), screen.top() + (screen.height() - module.window->height()) / 2);
+}
+
+TEST_F(StartupTest, Level99EnablesMergeVendors)
+{
+    ASSERT_EQ(module.start("VDR99DEMO"), std::nullopt);
+    EXPECT_TRUE(entry("mnumergevendor")->isEnabled());
+}
+
+TEST_F(StartupTest, Level98DoesNotEnableMergeEvenAboveEveryAccessLevel)
+{
+    setAccess(1, 1, 1, 1);
+    ASSERT_EQ(module.start("VDR98ANNE"), std::nullopt);
+    EXPECT_FALSE(entry("mnumergevendor")->isEnabled());
+}
+
+TEST_F(StartupTest, BelowRecalculationLevelDisablesRecalcAndHidesYearEnd)
+{
+    setAccess(0, 0, 0, 50);
+    ASSERT_EQ(module.start("VDR49ANNE"), std::nullopt);
+    EXPECT_FALSE(entry("mnurecalc")->isEnabled());
+    EXPECT_FALSE(module.window->menu("eoy")->menuAction()->isVisible());
+}
+
+TEST_F(StartupTest, AtRecalculationLevelEnablesRecalcAndShowsYearEnd)
+{
+    setAccess(0, 0, 0, 50);
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_TRUE(entry("mnurecalc")->isEnabled());
+    EXPECT_TRUE(module.window->menu("eoy")->menuAction()->isVisible());
+}
+
+TEST_F(StartupTest, BelowSecondAccessLevelHidesChangeVendorNumber)
+{
+    setAccess(0, 60, 0, 0);
+    ASSERT_EQ(module.start("VDR59ANNE"), std::nullopt);
+    EXPECT_FALSE(entry("mnuchavennumber")->isVisible());
+}
+
+TEST_F(StartupTest, AtSecondAccessLevelShowsChangeVendorNumber)
+{
+    setAccess(0, 60, 0, 0);
+    ASSERT_EQ(module.start("VDR60ANNE"), std::nullopt);
+    EXPECT_TRUE(entry("mnuchavennumber")->isVisible());
+}
+
+TEST_F(StartupTest, StaffRowReadsVendorsWhileRunningAndAPMasterAfterClosing)
+{
+    ASSERT_EQ(module.start("VDR50anne"), std::nullopt);
+    EXPECT_EQ(staffLocation(), "Vendors");
+    EXPECT_EQ(module.session.userName, "ANNE");
+    EXPECT_EQ(module.session.sysUser, 3);
+    module.window->close();
+    EXPECT_EQ(staffLocation(), "A/P Master");
+}
+
+TEST_F(StartupTest, StartsOnTheLookupPanelWithVendorNumberPreset)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    const auto &c = module.window->controls();
+    EXPECT_TRUE(c.fralookup->isVisible());
+    EXPECT_EQ(c.fralookup->title(), "Lookup by...");
+    EXPECT_TRUE(c.Option1[0]->isChecked());
+    EXPECT_TRUE(c.cmdlookup->isEnabled());
+    EXPECT_TRUE(c.lookupinput->hasFocus() || QApplication::focusWidget() == c.lookupinput
+                || c.lookupinput->window()->focusWidget() == c.lookupinput);
+}
+
+TEST_F(StartupTest, LookupByNameCheckedPresetsVendorName)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    entry("byname")->trigger();
+    EXPECT_TRUE(entry("byname")->isChecked());
+    EXPECT_FALSE(entry("bynumber")->isChecked());
+    module.window->openLookup();
+    EXPECT_TRUE(module.window->controls().Option1[1]->isChecked());
+}
+
+TEST_F(StartupTest, OpensApAndGlAndKeepsThemOpen)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_TRUE(module.databases.isOpen("ap.mdb"));
+    EXPECT_TRUE(module.databases.isOpen("gl.mdb"));
+    EXPECT_FALSE(module.databases.isOpen("config.mdb"));
+    EXPECT_FALSE(module.databases.isOpen("user.mdb"));
+    EXPECT_TRUE(module.window->glaccounts().hasRecords());
+}
+
+TEST_F(StartupTest, StepsRunInOrder)
+{
+    LogCapture log;
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    QStringList numbers;
+    for (const QString &line : log.lines("vendor.startup"))
+        numbers << line.section(' ', 1, 1);
+    EXPECT_EQ(numbers.join(','), "1,2,3,4,5,6,7,8,9,10,11,12,13,14,15");
+}
+
+TEST_F(StartupTest, MissingApDatabaseShowsTheEngineErrorAndEnds)
+{
+    QFile::remove(folder.file("ap.mdb"));
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    EXPECT_TRUE(module.dialogs.last()->text.contains("ap.mdb"));
+    EXPECT_FALSE(QFile::exists(folder.file("ap.mdb")));
+}
+
+TEST_F(StartupTest, AccessFileInPlaceOfGlIsNamedAndLeftAlone)
+{
+    const QString sample = QStringLiteral(APMASTER_SHARED_TESTDATA "/access/DateTestDatabase.mdb");
+    if (!QFile::exists(sample))
+        GTEST_SKIP() << "no Access sample file beside the project";
+    QFile::remove(folder.file("gl.mdb"));
+    ASSERT_TRUE(QFile::copy(sample, folder.file("gl.mdb")));
+    const QByteArray before = folder.readFile("gl.mdb").toLatin1();
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    EXPECT_TRUE(module.dialogs.last()->text.contains("gl.mdb"));
+    EXPECT_TRUE(module.dialogs.last()->text.contains("Microsoft Access"));
+    EXPECT_EQ(folder.readFile("gl.mdb").toLatin1(), before);
+}
+
+// The practice colour comes from the first line of practice.dat.
+struct PracticeCase {
+    const char *line;
+    int colour;
+};
+
+void PrintTo(const PracticeCase &c, std::ostream *os)
+{
+    *os << '"' << c.line << "\" -> " << std::hex << c.colour;
+}
+
+class PracticeColourTest : public ::testing::TestWithParam<PracticeCase> {};
+
+TEST_P(PracticeColourTest, FirstLineChoosesTheColour)
+{
+    EXPECT_EQ(PracticeColour::fromLine(QString::fromLatin1(GetParam().line)), GetParam().colour);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, PracticeColourTest,
+    ::testing::Values(PracticeCase{"  green  ", 0x00FF00}, PracticeCase{"GREEN", 0x00FF00},
+                      PracticeCase{"&HFF&", 0x0000FF}, PracticeCase{"&H00C0C0C0&", 0xC0C0C0},
+                      PracticeCase{"pink", 0x0000FF}, PracticeCase{"", 0x0000FF},
+                      PracticeCase{"black", 0x000000}, PracticeCase{"Blue", 0xFF0000},
+                      PracticeCase{"magenta", 0xFF00FF}, PracticeCase{"cyan", 0xFFFF00},
+                      PracticeCase{"white", 0xFFFFFF}, PracticeCase{"yellow", 0x00FFFF},
+                      PracticeCase{"&Hzz&", 0x0000FF}));
+
+TEST_F(StartupTest, PracticeFileTurnsWindowAndPictureStripGreen)
+{
+    folder.writeFile("practice.dat", "  green  \nsecond line\n");
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.window->backgroundColour(), 0x00FF00);
+    EXPECT_EQ(module.window->controls().Picture1->palette().color(QPalette::Window), QColor(0, 255, 0));
+}
+
+TEST_F(StartupTest, EmptyPracticeFileKeepsRed)
+{
+    folder.writeFile("practice.dat", "");
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.window->backgroundColour(), 0x0000FF);
+    EXPECT_EQ(module.window->palette().color(QPalette::Window), QColor(255, 0, 0));
+}
+
+TEST_F(StartupTest, WithoutPracticeFileTheDesignedColourStays)
+{
+    const QColor designed = module.window->palette().color(QPalette::Window);
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.window->palette().color(QPalette::Window), designed);
+}
+
+TEST_F(StartupTest, SecondCopyShowsAlreadyRunningAndLeavesFirstCopyAndStaffAlone)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    folder.exec("user.mdb", "update staff set location = 'Checked' where username = 'ANNE'");
+    Module second(folder.path());
+    EXPECT_EQ(second.start("VDR50ANNE"), Startup::AlreadyRunning);
+    ASSERT_NE(second.dialogs.last(), nullptr);
+    EXPECT_EQ(second.dialogs.last()->text, "The module is already running.");
+    EXPECT_EQ(second.dialogs.last()->title, "Uh-oh...");
+    EXPECT_EQ(second.dialogs.last()->icon, Dialogs::Icon::Information);
+    EXPECT_EQ(second.databases.openCount(), 0);
+    second.window.reset();
+    EXPECT_EQ(staffLocation(), "Checked");
+    EXPECT_TRUE(module.window->isVisible());
+    EXPECT_TRUE(module.databases.isOpen("ap.mdb"));
+}
+
+TEST_F(StartupTest, ClosingWritesAPMasterEvenWhenNothingWasDone)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    folder.exec("user.mdb", "update staff set location = 'elsewhere'");
+    module.window->close();
+    EXPECT_EQ(staffLocation(), "A/P Master");
+    EXPECT_EQ(folder.scalar("user.mdb", "select work from staff where username = 'ANNE'").toString(), "");
+}
+
+TEST_F(StartupTest, ClosingStepsRunInOrderAndLetGoOfEveryDatabase)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    LogCapture log;
+    module.window->close();
+    QStringList numbers;
+    for (const QString &line : log.lines("vendor.closing"))
+        numbers << line.section(' ', 1, 1);
+    EXPECT_EQ(numbers.join(','), "1,2,3,4,5,6,7");
+    EXPECT_FALSE(module.databases.isOpen("ap.mdb"));
+    EXPECT_FALSE(module.databases.isOpen("gl.mdb"));
+    EXPECT_FALSE(module.window->datavendor().isBound());
+    EXPECT_TRUE(module.window->datavendor().recordSource().isEmpty());
+    EXPECT_TRUE(module.window->datachecks().databaseName().isEmpty());
+    EXPECT_TRUE(module.window->datainvoice().databaseName().isEmpty());
+}
+
+TEST_F(StartupTest, ClosingGoesOnWhenTheStaffFileIsGone)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    QFile::remove(folder.file("user.mdb"));
+    LogCapture log;
+    module.window->close();
+    EXPECT_EQ(log.lines("vendor.closing").filter("step 7").size(), 1);
+    EXPECT_FALSE(module.databases.isOpen("ap.mdb"));
+}
+
+TEST_F(StartupTest, ExitButtonClosesThroughTheClosingSteps)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    module.window->controls().cmdexit->click();
+    EXPECT_FALSE(module.window->isVisible());
+    EXPECT_EQ(staffLocation(), "A/P Master");
+}
+
+TEST_F(StartupTest, FileMenuExitClosesThroughTheClosingSteps)
+{
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    entry("exit")->trigger();
+    EXPECT_FALSE(module.window->isVisible());
+    EXPECT_EQ(staffLocation(), "A/P Master");
+}
+
+} // namespace

@@ -1,0 +1,176 @@
+#include "data/Databases.h"
+#include "data/DbError.h"
+#include "data/RecordSource.h"
+#include "support/DataFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class RecordSourceTest : public ::testing::Test {
+protected:
+    DataFolder folder;
+    Databases dbs;
+    RecordSource source{dbs, "datavendor"};
+
+    void SetUp() override
+    {
+        for (int n : {100, 250, 251, 300, 400})
+            folder.addVendor(n, QStringLiteral("Vendor %1").arg(n));
+        source.setUpdateTable("vendors", "vendnumber");
+    }
+    void bind(const QString &sql)
+    {
+        source.setDatabaseName("ap.mdb");
+        source.setRecordSource(sql);
+        source.refresh();
+    }
+    int number() { return source.value("vendnumber").toInt(); }
+    int errorOf(const std::function<void()> &work)
+    {
+        try {
+            work();
+        } catch (const DbError &e) {
+            return e.code();
+        }
+        return 0;
+    }
+};
+
+TEST_F(RecordSourceTest, RefreshStandsOnTheFirstRowAndWalksInTheStatementsOrder)
+{
+    bind("select * from vendors where vendnumber >=250 order by vendnumber");
+    EXPECT_EQ(number(), 250);
+    source.moveNext();
+    EXPECT_EQ(number(), 251);
+    source.moveNext();
+    EXPECT_EQ(number(), 300);
+    source.movePrevious();
+    EXPECT_EQ(number(), 251);
+}
+
+TEST_F(RecordSourceTest, MovingPastTheLastRowLeavesNoCurrentRecord)
+{
+    bind("select * from vendors where vendnumber >=400 order by vendnumber");
+    EXPECT_FALSE(source.eof());
+    source.moveNext();
+    EXPECT_TRUE(source.eof());
+    EXPECT_EQ(errorOf([&] { source.current(); }), DbError::NoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { source.moveNext(); }), DbError::NoCurrentRecord);
+}
+
+TEST_F(RecordSourceTest, MovingBeforeTheFirstRowLeavesNoCurrentRecord)
+{
+    bind("select * from vendors order by vendnumber");
+    source.movePrevious();
+    EXPECT_TRUE(source.bof());
+    EXPECT_EQ(errorOf([&] { number(); }), DbError::NoCurrentRecord);
+}
+
+TEST_F(RecordSourceTest, AnEmptyResultHasNoCurrentRecord)
+{
+    bind("select * from vendors where vendnumber >=100000 order by vendnumber");
+    EXPECT_FALSE(source.hasRecords());
+    EXPECT_TRUE(source.bof());
+    EXPECT_TRUE(source.eof());
+    EXPECT_EQ(errorOf([&] { source.current(); }), DbError::NoCurrentRecord);
+}
+
+TEST_F(RecordSourceTest, ABadStatementIsAnEngineErrorNotACrash)
+{
+    source.setDatabaseName("ap.mdb");
+    source.setRecordSource("select * from vendors where vendname >= 'O'Brien' order by vendname");
+    EXPECT_NE(errorOf([&] { source.refresh(); }), 0);
+    EXPECT_FALSE(source.isBound());
+}
+
+TEST_F(RecordSourceTest, ShowingTheFirstRowDoesNotReadTheRest)
+{
+    folder.exec("ap.mdb", "with recursive n(i) as (select 1000 union all select i + 1 from n where i < 20999) "
+                          "insert into vendors (vendnumber, vendname) select i, 'Bulk ' || i from n");
+    bind("select * from vendors where vendnumber >=0 order by vendnumber");
+    EXPECT_EQ(number(), 100);
+    EXPECT_EQ(source.fetchedCount(), 1);
+    source.moveNext();
+    source.moveNext();
+    EXPECT_EQ(source.fetchedCount(), 3);
+}
+
+TEST_F(RecordSourceTest, EditAndUpdateWriteTheCurrentRowByItsKey)
+{
+    bind("select * from vendors where vendnumber >=250 order by vendnumber");
+    source.edit();
+    source.setValue("vendname", "Renamed");
+    source.setValue("vendytd", 599.99995);
+    source.update();
+    EXPECT_EQ(source.value("vendname").toString(), "Renamed");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 250").toString(), "Renamed");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendytd from vendors where vendnumber = 250").toDouble(), 600.0);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 251").toString(), "Vendor 251");
+}
+
+TEST_F(RecordSourceTest, UpdateWithoutEditIsAnError)
+{
+    bind("select * from vendors order by vendnumber");
+    EXPECT_EQ(errorOf([&] { source.update(); }), 3020);
+}
+
+TEST_F(RecordSourceTest, AddNewInsertsARow)
+{
+    bind("vendors");
+    EXPECT_EQ(source.value("vendnumber").toInt(), 100);
+    source.addNew();
+    source.setValue("vendnumber", 777);
+    source.setValue("vendname", "New one");
+    source.update();
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 777").toString(), "New one");
+}
+
+TEST_F(RecordSourceTest, DeleteRemovesTheCurrentRowOnly)
+{
+    bind("select * from vendors where vendnumber >=250 order by vendnumber");
+    source.deleteCurrent();
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors").toInt(), 4);
+}
+
+TEST_F(RecordSourceTest, FindFirstMatchesACriterionAndMakesItCurrent)
+{
+    bind("select * from vendors");
+    EXPECT_TRUE(source.findFirst("vendnumber = 300"));
+    EXPECT_EQ(source.value("vendname").toString(), "Vendor 300");
+    EXPECT_FALSE(source.findFirst("vendnumber = 301"));
+    EXPECT_EQ(source.value("vendname").toString(), "Vendor 300");
+}
+
+TEST_F(RecordSourceTest, RereadSeesAnotherUsersChange)
+{
+    bind("select * from vendors where vendnumber >=250 order by vendnumber");
+    folder.exec("ap.mdb", "update vendors set vendname = 'Changed elsewhere' where vendnumber = 250");
+    EXPECT_EQ(source.value("vendname").toString(), "Vendor 250");
+    EXPECT_EQ(source.reread().value("vendname").toString(), "Changed elsewhere");
+}
+
+TEST_F(RecordSourceTest, WritesGoThroughWhileTheCursorIsOpenOnALargeResult)
+{
+    folder.exec("ap.mdb", "with recursive n(i) as (select 1000 union all select i + 1 from n where i < 5999) "
+                          "insert into vendors (vendnumber, vendname) select i, 'Bulk ' || i from n");
+    bind("select * from vendors order by vendnumber");
+    folder.exec("ap.mdb", "update vendors set vendname = 'Other user' where vendnumber = 5000");
+    source.edit();
+    source.setValue("vendname", "Mine");
+    EXPECT_NO_THROW(source.update());
+}
+
+TEST_F(RecordSourceTest, EmptyDatabaseNameLetsGoOfTheFile)
+{
+    bind("select * from vendors order by vendnumber");
+    EXPECT_TRUE(source.isBound());
+    source.setDatabaseName("");
+    source.setRecordSource("");
+    source.refresh();
+    EXPECT_FALSE(source.isBound());
+    EXPECT_FALSE(dbs.isOpen("ap.mdb"));
+}
+
+} // namespace
