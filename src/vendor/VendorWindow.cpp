@@ -7,6 +7,8 @@
 #include "common/Colours.h"
 #include "common/ProgramRunner.h"
 #include "data/RecordSource.h"
+#include "lists/InvoiceLists.h"
+#include "lists/SplitDetail.h"
 #include "vendor/VendorLayout.h"
 
 #include <QAction>
@@ -55,6 +57,8 @@ VendorWindow::VendorWindow(Session &session, Services &services)
     buildSplitPanel(central);
     setCentralWidget(central);
     resize(VendorLayout::windowSize);
+    m_lists = std::make_unique<InvoiceLists>(*this);
+    m_split = std::make_unique<SplitDetail>(*this);
     wire();
 }
 
@@ -276,6 +280,16 @@ void VendorWindow::wire()
     connect(action(QStringLiteral("exit")), &QAction::triggered, this, &QWidget::close);
     connect(m_c.cmdlookup, &QPushButton::clicked, this, &VendorWindow::openLookup);
     connect(m_c.cmdhelp, &QPushButton::clicked, this, &VendorWindow::help);
+    connect(m_c.cmdunpaid, &QPushButton::clicked, this, [this] { m_lists->showUnpaid(); });
+    connect(m_c.cmdpaid, &QPushButton::clicked, this, [this] { m_lists->showPaid(); });
+    connect(m_c.cmdchecks, &QPushButton::clicked, this, [this] { m_lists->showChecks(); });
+    connect(m_c.grid1->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            [this](int column) { m_lists->resortInvoices(column); });
+    connect(m_c.grid2->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            [this](int column) { m_lists->resortChecks(column); });
+    connect(m_c.cmdsplit, &QPushButton::clicked, this, [this] { m_split->toggle(); });
+    connect(m_c.grid1, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &index) { m_split->rowActivated(index.row()); });
     connect(action(QStringLiteral("mnuversion")), &QAction::triggered, this, &VendorWindow::showVersion);
     QAction *bynumber = action(QStringLiteral("bynumber"));
     QAction *byname = action(QStringLiteral("byname"));
@@ -407,6 +421,7 @@ void VendorWindow::openLookup()
 {
     m_c.cmdlookup->setEnabled(false);
     blankFields();
+    m_lists->fitColumns();
     VendorLayout::placeLookup(m_c.fralookup, m_c.fravendor);
     m_c.fralookup->show();
     m_c.fralookup->raise();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vendor/ScreenState.h"
+
 #include <QMainWindow>
 
 #include <array>
@@ -18,7 +20,9 @@ class QRadioButton;
 class QTableView;
 class QFrame;
 
+class InvoiceLists;
 class RecordSource;
+class SplitDetail;
 class ProgramRunner;
 class StaffRecords;
 struct Services;
@@ -67,6 +71,9 @@ public:
     QMenu *menu(const QString &name) const;
 
     Session &session() { return m_session; }
+    ScreenState &state() { return m_state; }
+    InvoiceLists &lists() { return *m_lists; }
+    SplitDetail &split() { return *m_split; }
     Services &services() { return m_services; }
     ProgramRunner &programs() { return *m_programs; }
     StaffRecords &staff() { return *m_staff; }
@@ -129,6 +136,9 @@ private:
     Session &m_session;
     Services &m_services;
     Controls m_c;
+    ScreenState m_state;
+    std::unique_ptr<InvoiceLists> m_lists;
+    std::unique_ptr<SplitDetail> m_split;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     std::unique_ptr<ProgramRunner> m_programs;
