@@ -8,6 +8,7 @@
 #include "common/ProgramRunner.h"
 #include "data/RecordSource.h"
 #include "lists/InvoiceLists.h"
+#include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
 #include "vendor/VendorLayout.h"
 
@@ -59,6 +60,7 @@ VendorWindow::VendorWindow(Session &session, Services &services)
     resize(VendorLayout::windowSize);
     m_lists = std::make_unique<InvoiceLists>(*this);
     m_split = std::make_unique<SplitDetail>(*this);
+    m_totals = std::make_unique<OpenInvoiceTotals>(*this);
     wire();
 }
 

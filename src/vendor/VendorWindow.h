@@ -21,6 +21,7 @@ class QTableView;
 class QFrame;
 
 class InvoiceLists;
+class OpenInvoiceTotals;
 class RecordSource;
 class SplitDetail;
 class ProgramRunner;
@@ -74,6 +75,7 @@ public:
     ScreenState &state() { return m_state; }
     InvoiceLists &lists() { return *m_lists; }
     SplitDetail &split() { return *m_split; }
+    OpenInvoiceTotals &totals() { return *m_totals; }
     Services &services() { return m_services; }
     ProgramRunner &programs() { return *m_programs; }
     StaffRecords &staff() { return *m_staff; }
@@ -139,6 +141,7 @@ private:
     ScreenState m_state;
     std::unique_ptr<InvoiceLists> m_lists;
     std::unique_ptr<SplitDetail> m_split;
+    std::unique_ptr<OpenInvoiceTotals> m_totals;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     std::unique_ptr<ProgramRunner> m_programs;
