@@ -45,6 +45,11 @@ struct Session {
     QString promptTitle;
     int lastYesNo = 0;          // 6 = Yes, 7 = No
 
+    // The account the G/L check found last.
+    QString accountName;
+    int accountType = 0;
+    int accountLevel = 0;
+
     // The record helpers' last record.
     RecordArrays record;
 

@@ -50,7 +50,8 @@ void RecordSource::detach()
     m_exhausted = true;
     m_pos = 0;
     m_onFound = false;
-    m_mode = Mode::None;
+    if (m_mode != Mode::None)
+        cancelUpdate();
     if (m_bound) {
         m_dbs.closeReader(m_boundFile, m_name);
         m_bound = false;
@@ -170,11 +171,35 @@ bool RecordSource::findFirst(const QString &criterion)
     return true;
 }
 
+void RecordSource::beginWrite()
+{
+    if (m_table.isEmpty())
+        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    if (m_writing)
+        return;
+    // Like the desktop engine's Edit, this takes the write lock now: a record held by another
+    // user fails here, not halfway through the update.
+    QSqlQuery q(m_dbs.open(m_fileName));
+    if (!q.exec(QStringLiteral("begin immediate")))
+        throw Databases::errorFrom(q.lastError(), QStringLiteral("begin immediate"));
+    m_writing = true;
+}
+
+void RecordSource::endWrite(bool commit)
+{
+    if (!m_writing)
+        return;
+    QSqlQuery q(m_dbs.open(m_fileName));
+    const QString sql = commit ? QStringLiteral("commit") : QStringLiteral("rollback");
+    if (!q.exec(sql))
+        throw Databases::errorFrom(q.lastError(), sql);
+    m_writing = false;
+}
+
 void RecordSource::edit()
 {
     const QSqlRecord &row = current();
-    if (m_table.isEmpty())
-        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    beginWrite();
     m_buffer = row;
     m_editKey = row.value(m_keyColumn);
     m_changed.clear();
@@ -183,8 +208,7 @@ void RecordSource::edit()
 
 void RecordSource::addNew()
 {
-    if (m_table.isEmpty())
-        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    beginWrite();
     m_buffer = m_dbs.open(m_fileName).record(m_table);
     m_changed.clear();
     m_mode = Mode::Add;
@@ -215,6 +239,7 @@ void RecordSource::update()
         for (const QString &c : columns)
             sets << c + QStringLiteral(" = ?");
         if (sets.isEmpty()) {
+            endWrite(true);
             m_mode = Mode::None;
             return;
         }
@@ -225,7 +250,7 @@ void RecordSource::update()
             marks << QStringLiteral("?");
         sql = QStringLiteral("insert into %1 (%2) values (%3)").arg(m_table, columns.join(", "), marks.join(", "));
     }
-    TransactionGuard tx(db);
+    beginWrite();
     QSqlQuery q(db);
     if (!q.prepare(sql))
         throw Databases::errorFrom(q.lastError(), sql);
@@ -235,8 +260,8 @@ void RecordSource::update()
         q.addBindValue(m_editKey);
     if (!q.exec())
         throw Databases::errorFrom(q.lastError(), sql);
-    tx.commit();
-    if (m_mode == Mode::Edit) {
+    endWrite(true);
+    if (m_mode == Mode::Edit && (m_onFound || (!eof() && !bof()))) {
         QSqlRecord &row = currentRow();
         for (const QString &c : columns)
             if (row.indexOf(c) >= 0)
@@ -249,6 +274,11 @@ void RecordSource::cancelUpdate()
 {
     m_mode = Mode::None;
     m_changed.clear();
+    try {
+        endWrite(false);
+    } catch (const DbError &) {
+        m_writing = false; // the engine ended the transaction itself
+    }
 }
 
 void RecordSource::deleteCurrent()
@@ -258,6 +288,7 @@ void RecordSource::deleteCurrent()
         throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
     QSqlDatabase db = m_dbs.open(m_fileName);
     const QString sql = QStringLiteral("delete from %1 where %2 = ?").arg(m_table, m_keyColumn);
+    cancelUpdate();
     TransactionGuard tx(db);
     QSqlQuery q(db);
     q.prepare(sql);

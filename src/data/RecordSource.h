@@ -53,6 +53,7 @@ public:
     // a match becomes the current record. Returns false (current record unchanged) when none does.
     bool findFirst(const QString &criterion);
 
+    // Edit and AddNew take the file's write lock until update() or cancelUpdate().
     void edit();
     void addNew();
     void setValue(const QString &column, const QVariant &value);
@@ -66,6 +67,8 @@ public:
 private:
     enum class Mode { None, Edit, Add };
     bool fetchOne();
+    void beginWrite();
+    void endWrite(bool commit);
     QString fullStatement() const;
     void detach();
     QSqlRecord &currentRow();
@@ -87,6 +90,7 @@ private:
     QSqlRecord m_found;
 
     Mode m_mode = Mode::None;
+    bool m_writing = false;
     QSqlRecord m_buffer;
     QVariant m_editKey;
     QSet<QString> m_changed;

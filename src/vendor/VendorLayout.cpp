@@ -49,31 +49,19 @@ void arrangeButtons(QWidget *strip, const std::vector<QPushButton *> &buttons)
 void arrangeFields(QGroupBox *frame, const std::array<QLabel *, 24> &labels,
                    const std::array<QLineEdit *, 24> &fields)
 {
-    // Three columns of eight fields, read down each column: who, where, money and contacts.
-    static const int placement[3][8] = {
-        {0, 1, 2, 3, 4, 5, 6, 10},
-        {7, 8, 9, 19, 20, 21, 22, 23},
-        {11, 12, 13, 14, 15, 16, 17, 18},
-    };
+    // Three columns of eight fields in index order: who and where, contact and accounting,
+    // balances and the second contact. Tab and Enter walk the fields in index order.
     auto *grid = new QGridLayout(frame);
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(3);
-    for (int col = 0; col < 3; ++col) {
-        for (int row = 0; row < 8; ++row) {
-            const int i = placement[col][row];
-            grid->addWidget(labels[i], row, col * 2);
-            grid->addWidget(fields[i], row, col * 2 + 1);
-        }
-        grid->setColumnStretch(col * 2 + 1, 1);
+    for (int i = 0; i < 24; ++i) {
+        grid->addWidget(labels[i], i % 8, (i / 8) * 2);
+        grid->addWidget(fields[i], i % 8, (i / 8) * 2 + 1);
+        if (i > 0)
+            QWidget::setTabOrder(fields[i - 1], fields[i]);
     }
-    // Tab (and Enter) walk the fields in the order the bookkeeper reads them.
     for (int col = 0; col < 3; ++col)
-        for (int row = 0; row < 8; ++row) {
-            const int next = row < 7 ? placement[col][row + 1]
-                                     : (col < 2 ? placement[col + 1][0] : -1);
-            if (next >= 0)
-                QWidget::setTabOrder(fields[placement[col][row]], fields[next]);
-        }
+        grid->setColumnStretch(col * 2 + 1, 1);
 }
 
 void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,

@@ -10,9 +10,17 @@
 #include "lists/InvoiceLists.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
+#include "lists/VendorNotes.h"
+#include "vendor/FieldEntry.h"
+#include "vendor/ScreenModes.h"
+#include "vendor/VendorDisplay.h"
+#include "vendor/VendorLookup.h"
+#include "vendor/VendorSaver.h"
 #include "vendor/VendorLayout.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -61,6 +69,20 @@ VendorWindow::VendorWindow(Session &session, Services &services)
     m_lists = std::make_unique<InvoiceLists>(*this);
     m_split = std::make_unique<SplitDetail>(*this);
     m_totals = std::make_unique<OpenInvoiceTotals>(*this);
+    m_modes = std::make_unique<ScreenModes>(*this);
+    m_display = std::make_unique<VendorDisplay>(*this);
+    m_lookup = std::make_unique<VendorLookup>(*this);
+    m_notes = std::make_unique<VendorNotes>(*this);
+    m_saver = std::make_unique<VendorSaver>(*this);
+    m_fieldEntry = new FieldEntry(*this, [](const QString &keys) {
+        if (keys != QLatin1String("{TAB}"))
+            return;
+        QWidget *target = QApplication::focusWidget();
+        if (!target)
+            return;
+        QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier));
+        QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier));
+    });
     wire();
 }
 
@@ -191,6 +213,8 @@ QWidget *VendorWindow::buildVendorFrame()
     }
     VendorLayout::arrangeFields(m_c.fravendor, m_c.label1, m_c.Text1);
     m_c.fravendor->setEnabled(false);
+    for (int i = 13; i <= 16; ++i)
+        m_c.Text1[i]->setEnabled(false); // figures the system keeps; unlocked by Add or a senior Modify
     return m_c.fravendor;
 }
 
@@ -281,6 +305,19 @@ void VendorWindow::wire()
     connect(m_c.cmdexit, &QPushButton::clicked, this, &QWidget::close);
     connect(action(QStringLiteral("exit")), &QAction::triggered, this, &QWidget::close);
     connect(m_c.cmdlookup, &QPushButton::clicked, this, &VendorWindow::openLookup);
+    connect(m_c.cmdadd, &QPushButton::clicked, this, [this] { m_modes->add(); });
+    connect(m_c.cmdmodify, &QPushButton::clicked, this, [this] { m_modes->modify(); });
+    connect(m_c.cmdcancel, &QPushButton::clicked, this, [this] { m_modes->cancel(); });
+    connect(m_c.cmdnext, &QPushButton::clicked, this, [this] { m_modes->next(); });
+    connect(m_c.cmdprevious, &QPushButton::clicked, this, [this] { m_modes->previous(); });
+    connect(m_c.cmddelete, &QPushButton::clicked, this, [this] { m_modes->remove(); });
+    connect(m_c.cmdsave, &QPushButton::clicked, this, [this] { m_saver->save(); });
+    connect(m_c.cmdgo, &QPushButton::clicked, this, [this] { m_lookup->go(); });
+    connect(m_c.cmdcancellookup, &QPushButton::clicked, this, [this] { m_lookup->cancelLookup(); });
+    connect(m_c.lookupinput, &QLineEdit::returnPressed, m_c.cmdgo, &QPushButton::click);
+    connect(m_c.cmdnotes, &QPushButton::clicked, this, [this] { m_notes->show(); });
+    m_c.lookupinput->installEventFilter(this);
+    m_c.notes->installEventFilter(this);
     connect(m_c.cmdhelp, &QPushButton::clicked, this, &VendorWindow::help);
     connect(m_c.cmdunpaid, &QPushButton::clicked, this, [this] { m_lists->showUnpaid(); });
     connect(m_c.cmdpaid, &QPushButton::clicked, this, [this] { m_lists->showPaid(); });
@@ -421,16 +458,28 @@ void VendorWindow::blankFields()
 
 void VendorWindow::openLookup()
 {
-    m_c.cmdlookup->setEnabled(false);
-    blankFields();
-    m_lists->fitColumns();
-    VendorLayout::placeLookup(m_c.fralookup, m_c.fravendor);
-    m_c.fralookup->show();
-    m_c.fralookup->raise();
-    const bool byName = action(QStringLiteral("byname"))->isChecked();
-    m_c.Option1[byName ? 1 : 0]->setChecked(true);
-    m_c.lookupinput->setFocus();
-    m_c.cmdlookup->setEnabled(true);
+    m_lookup->open();
+}
+
+bool VendorWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (watched == m_c.lookupinput) {
+        if (type == QEvent::FocusIn && static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
+            m_lookup->entryFocused();
+        else if (type == QEvent::FocusOut)
+            m_lookup->entryLeft();
+        else if (type == QEvent::KeyPress)
+            m_lookup->entryKey(static_cast<QKeyEvent *>(event)->key());
+    } else if (watched == m_c.notes) {
+        if (type == QEvent::FocusIn)
+            m_notes->focused();
+        else if (type == QEvent::FocusOut)
+            m_notes->left();
+        else if (type == QEvent::KeyPress && !static_cast<QKeyEvent *>(event)->text().isEmpty())
+            m_notes->keyTyped();
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void VendorWindow::closeEvent(QCloseEvent *event)

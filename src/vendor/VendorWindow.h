@@ -20,7 +20,13 @@ class QRadioButton;
 class QTableView;
 class QFrame;
 
+class FieldEntry;
 class InvoiceLists;
+class ScreenModes;
+class VendorDisplay;
+class VendorLookup;
+class VendorNotes;
+class VendorSaver;
 class OpenInvoiceTotals;
 class RecordSource;
 class SplitDetail;
@@ -76,6 +82,11 @@ public:
     InvoiceLists &lists() { return *m_lists; }
     SplitDetail &split() { return *m_split; }
     OpenInvoiceTotals &totals() { return *m_totals; }
+    ScreenModes &modes() { return *m_modes; }
+    VendorDisplay &display() { return *m_display; }
+    VendorLookup &lookup() { return *m_lookup; }
+    VendorNotes &notes() { return *m_notes; }
+    VendorSaver &saver() { return *m_saver; }
     Services &services() { return m_services; }
     ProgramRunner &programs() { return *m_programs; }
     StaffRecords &staff() { return *m_staff; }
@@ -122,6 +133,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void buildMenus();
@@ -142,6 +154,12 @@ private:
     std::unique_ptr<InvoiceLists> m_lists;
     std::unique_ptr<SplitDetail> m_split;
     std::unique_ptr<OpenInvoiceTotals> m_totals;
+    std::unique_ptr<ScreenModes> m_modes;
+    std::unique_ptr<VendorDisplay> m_display;
+    std::unique_ptr<VendorLookup> m_lookup;
+    std::unique_ptr<VendorNotes> m_notes;
+    std::unique_ptr<VendorSaver> m_saver;
+    FieldEntry *m_fieldEntry = nullptr;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     std::unique_ptr<ProgramRunner> m_programs;

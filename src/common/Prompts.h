@@ -1,0 +1,22 @@
+#pragma once
+
+class Clock;
+class Databases;
+class Dialogs;
+struct Session;
+
+// The suite's shared prompts: they take their input from the session's message text and leave
+// their answer there.
+namespace Prompts {
+
+// Asks for a FROM and a TO date (YYYYMMDD; four characters are completed with this year).
+// The context word in session.messageText becomes part of the titles. Leaves the sixteen
+// characters of the earlier and the later date, or "CANCEL".
+void askDateRange(Dialogs &dialogs, const Clock &clock, Session &session);
+
+// Checks the account number in session.messageText against the chart of accounts. Keeps the
+// account's name, type and level in the session, or shows that it does not exist and leaves
+// "REDO".
+void checkGlAccount(Databases &dbs, Dialogs &dialogs, Session &session);
+
+} // namespace Prompts
