@@ -74,6 +74,7 @@ VendorWindow::VendorWindow(Session &session, Services &services)
     m_lookup = std::make_unique<VendorLookup>(*this);
     m_notes = std::make_unique<VendorNotes>(*this);
     m_saver = std::make_unique<VendorSaver>(*this);
+    m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_fieldEntry = new FieldEntry(*this, [](const QString &keys) {
         if (keys != QLatin1String("{TAB}"))
             return;

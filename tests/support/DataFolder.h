@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include "support/QtPrinters.h"
 #include <QTemporaryDir>
 #include <QVariant>
 

@@ -8,6 +8,7 @@
 #include "data/Databases.h"
 #include "data/Dialect.h"
 #include "support/FakeDialogs.h"
+#include "support/QtPrinters.h"
 #include "support/FixedClock.h"
 #include "vendor/VendorWindow.h"
 
