@@ -11,6 +11,7 @@
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
 #include "lists/VendorNotes.h"
+#include "keysend/KeySender.h"
 #include "vendor/FieldEntry.h"
 #include "vendor/ScreenModes.h"
 #include "vendor/VendorDisplay.h"
@@ -75,15 +76,8 @@ VendorWindow::VendorWindow(Session &session, Services &services)
     m_notes = std::make_unique<VendorNotes>(*this);
     m_saver = std::make_unique<VendorSaver>(*this);
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
-    m_fieldEntry = new FieldEntry(*this, [](const QString &keys) {
-        if (keys != QLatin1String("{TAB}"))
-            return;
-        QWidget *target = QApplication::focusWidget();
-        if (!target)
-            return;
-        QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier));
-        QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier));
-    });
+    m_keys = std::make_unique<KeySender>();
+    m_fieldEntry = new FieldEntry(*this, [this](const QString &keys) { m_keys->sendKeys(keys); });
     wire();
 }
 

@@ -22,6 +22,7 @@ class QFrame;
 
 class FieldEntry;
 class InvoiceLists;
+class KeySender;
 class ScreenModes;
 class VendorDisplay;
 class VendorLookup;
@@ -87,6 +88,7 @@ public:
     VendorLookup &lookup() { return *m_lookup; }
     VendorNotes &notes() { return *m_notes; }
     VendorSaver &saver() { return *m_saver; }
+    KeySender &keys() { return *m_keys; }
     Services &services() { return m_services; }
     ProgramRunner &programs() { return *m_programs; }
     StaffRecords &staff() { return *m_staff; }
@@ -159,6 +161,7 @@ private:
     std::unique_ptr<VendorLookup> m_lookup;
     std::unique_ptr<VendorNotes> m_notes;
     std::unique_ptr<VendorSaver> m_saver;
+    std::unique_ptr<KeySender> m_keys;
     FieldEntry *m_fieldEntry = nullptr;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
