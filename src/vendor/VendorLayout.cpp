@@ -98,6 +98,12 @@ void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &option
     grid->addWidget(go, 2, 2);
     grid->addWidget(cancel, 2, 3);
     panel->resize(520, 130);
+    // The methods, then the entry, Go and Cancel; Shift+Tab from the entry reaches the methods.
+    for (int i = 1; i < 7; ++i)
+        QWidget::setTabOrder(options[i - 1], options[i]);
+    QWidget::setTabOrder(options[6], input);
+    QWidget::setTabOrder(input, go);
+    QWidget::setTabOrder(go, cancel);
 }
 
 void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names,

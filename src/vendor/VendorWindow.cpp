@@ -10,8 +10,8 @@
 #include "lists/InvoiceLists.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
-#include "lists/VendorNotes.h"
 #include "keysend/KeySender.h"
+#include "lists/VendorNotes.h"
 #include "vendor/FieldEntry.h"
 #include "vendor/ScreenModes.h"
 #include "vendor/VendorDisplay.h"
@@ -21,12 +21,12 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QKeyEvent>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -37,6 +37,8 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QTableView>
+
+#include <algorithm>
 
 VendorWindow::VendorWindow(Session &session, Services &services)
     : m_session(session), m_services(services)
@@ -121,7 +123,7 @@ void VendorWindow::buildMenus()
     file->addSeparator();
     addEntry(file, QStringLiteral("exit"), tr("E&xit"));
 
-    QMenu *lookup = newMenu(QStringLiteral("mnulookup"), tr("&Lookup"));
+    QMenu *lookup = newMenu(QStringLiteral("mnulookup"), tr("Lookup &by"));
     QAction *bynumber = addEntry(lookup, QStringLiteral("bynumber"), tr("Lookup by vendor number"));
     QAction *byname = addEntry(lookup, QStringLiteral("byname"), tr("Lookup by vendor name"));
     bynumber->setCheckable(true);
@@ -156,7 +158,7 @@ void VendorWindow::buildMenus()
     forms->addSeparator();
     addEntry(forms, QStringLiteral("mnueditprintspec"), tr("&Adjust 1099 forms printing..."));
 
-    QMenu *utilities = newMenu(QStringLiteral("mnuutilities"), tr("&Utilities"));
+    QMenu *utilities = newMenu(QStringLiteral("mnuutilities"), tr("U&tilities"));
     addEntry(utilities, QStringLiteral("mnurecalc"), tr("&Recalculate vendor balances..."));
     addEntry(utilities, QStringLiteral("mnuchavennumber"), tr("&Change a vendor number..."));
     QAction *merge = addEntry(utilities, QStringLiteral("mnumergevendor"), tr("&Merge two vendors..."));
@@ -218,8 +220,8 @@ QWidget *VendorWindow::buildListArea()
     auto *area = new QWidget;
     area->setObjectName(QStringLiteral("listarea"));
     const std::pair<QPushButton **, std::pair<const char *, const char *>> buttons[] = {
-        {&m_c.cmdunpaid, {"cmdunpaid", "&Unpaid invoices"}},
-        {&m_c.cmdpaid, {"cmdpaid", "Pa&id invoices"}},
+        {&m_c.cmdunpaid, {"cmdunpaid", "Unpa&id invoices"}},
+        {&m_c.cmdpaid, {"cmdpaid", "Paid in&voices"}},
         {&m_c.cmdchecks, {"cmdchecks", "Chec&ks"}},
         {&m_c.cmdnotes, {"cmdnotes", "N&otes"}},
         {&m_c.cmdsplit, {"cmdsplit", "Show Split Detail"}},
@@ -312,6 +314,8 @@ void VendorWindow::wire()
     connect(m_c.lookupinput, &QLineEdit::returnPressed, m_c.cmdgo, &QPushButton::click);
     connect(m_c.cmdnotes, &QPushButton::clicked, this, [this] { m_notes->show(); });
     m_c.lookupinput->installEventFilter(this);
+    for (QRadioButton *option : m_c.Option1)
+        option->installEventFilter(this);
     m_c.notes->installEventFilter(this);
     connect(m_c.cmdhelp, &QPushButton::clicked, this, &VendorWindow::help);
     connect(m_c.cmdunpaid, &QPushButton::clicked, this, [this] { m_lists->showUnpaid(); });
@@ -459,6 +463,22 @@ void VendorWindow::openLookup()
 bool VendorWindow::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
+    // The seven methods are one stop of the Tab key, as a group of options is on every desktop:
+    // Shift+Tab from the entry reaches the chosen method, Tab from a method the entry.
+    if (type == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        const bool isOption = std::find(m_c.Option1.begin(), m_c.Option1.end(), watched) != m_c.Option1.end();
+        if (watched == m_c.lookupinput && key == Qt::Key_Backtab) {
+            for (QRadioButton *option : m_c.Option1)
+                if (option->isChecked())
+                    option->setFocus(Qt::BacktabFocusReason);
+            return true;
+        }
+        if (isOption && key == Qt::Key_Tab) {
+            m_c.lookupinput->setFocus(Qt::TabFocusReason);
+            return true;
+        }
+    }
     if (watched == m_c.lookupinput) {
         if (type == QEvent::FocusIn && static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
             m_lookup->entryFocused();

@@ -1,0 +1,285 @@
+#include "app/Session.h"
+#include "data/RecordSource.h"
+#include "vendor/VendorSaver.h"
+#include "support/VendorScreen.h"
+
+#include <QGroupBox>
+#include <QPlainTextEdit>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTest>
+
+#include <chrono>
+#include <future>
+#include <thread>
+
+namespace {
+
+class VendorSaverTest : public VendorScreen {
+protected:
+    void addNew(const QString &number, const QString &name)
+    {
+        c().cmdadd->click();
+        c().Text1[0]->setText(number);
+        c().Text1[1]->setText(name);
+        c().Text1[12]->setText("5000");
+    }
+};
+
+TEST_F(VendorSaverTest, EmptyNameIsRequiredAndTheModeStays)
+{
+    addNew("900", "");
+    c().cmdsave->click();
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->text, "Vendor number and name are required.");
+    EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Information);
+    EXPECT_EQ(module.window->state().addFlag, 1);
+    EXPECT_TRUE(c().cmdsave->isEnabled());
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 900").toInt(), 0);
+}
+
+TEST_F(VendorSaverTest, EmptyNumberIsRequiredToo)
+{
+    addNew("", "Somebody");
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.last()->text, "Vendor number and name are required.");
+}
+
+TEST_F(VendorSaverTest, NewVendorWithEmptyTermsStoresTermsOne)
+{
+    addNew("900", "New Vendor Inc");
+    c().Text1[17]->setText("   ");
+    c().cmdsave->click();
+    EXPECT_EQ(vendorColumn(900, "vendterms").toString(), "1");
+    EXPECT_EQ(vendorColumn(900, "vendname").toString(), "New Vendor Inc");
+    EXPECT_TRUE(c().fralookup->isVisible());
+    EXPECT_EQ(module.window->state().addFlag, 0);
+}
+
+TEST_F(VendorSaverTest, EveryFieldReachesItsColumn)
+{
+    addNew("901", "Full Vendor");
+    const char *values[24] = {"901", "Full Vendor", "a1", "a2", "city", "ST", "Z1P", "555-1", "555-2",
+                              "contact", "12-3456789", "5", "5000", "600", "12.5", "7.25", "1234.5",
+                              "Net 30", "ACCT-9", "e1@x.org", "cell1", "second", "e2@x.org", "555-3"};
+    for (int i = 0; i < 24; ++i)
+        c().Text1[i]->setText(QString::fromLatin1(values[i]));
+    c().cmdsave->click();
+    const char *columns[24] = {"vendnumber", "vendname", "vendaddr1", "vendaddr2", "vendcity", "vendstate",
+                               "vendzip", "vendphone", "vendfax", "vendcontact", "vendtaxid", "vend1099type",
+                               "vendglacct", "vendytd", "vendbalcurrent", "vendbal60", "vendbal90", "vendterms",
+                               "vendacct", "email", "cell_other", "vcontact2name", "vcontact2email",
+                               "vcontact2phone"};
+    for (int i = 0; i < 24; ++i)
+        EXPECT_EQ(vendorColumn(901, columns[i]).toString(), QString::fromLatin1(values[i])) << columns[i];
+    EXPECT_EQ(vendorColumn(901, "pnet").toString(), "");
+}
+
+TEST_F(VendorSaverTest, ModifiedPhoneIsSavedOverTheSameVendor)
+{
+    lookup(1, "Acme");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("217-555-9999");
+    c().cmdsave->click();
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-9999");
+    EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Acme Office Supply");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors").toInt(), 4);
+    lookup(1, "Acme");
+    EXPECT_EQ(field(7), "217-555-9999");
+}
+
+TEST_F(VendorSaverTest, NotesOfANewVendorAreWritten)
+{
+    addNew("902", "Noted Vendor");
+    c().cmdnotes->click();
+    QTest::keyClicks(c().notes, "Prefers checks");
+    c().cmdsave->click();
+    EXPECT_EQ(folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 902").toString(),
+              "Prefers checks");
+}
+
+TEST_F(VendorSaverTest, ChangedNotesOverwriteTheStoredRow)
+{
+    folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (250, 'old')");
+    lookup(0, "250");
+    c().cmdmodify->click();
+    c().cmdnotes->click();
+    c().notes->setFocus();
+    QTest::keyClick(c().notes, Qt::Key_End);
+    QTest::keyClicks(c().notes, " and new");
+    c().cmdsave->click();
+    EXPECT_EQ(folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 250").toString(), "old and new");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendnotes where vendnumber = 250").toInt(), 1);
+}
+
+TEST_F(VendorSaverTest, UnchangedNotesAreNotWrittenInModifyMode)
+{
+    lookup(0, "250");
+    c().cmdmodify->click();
+    c().cmdsave->click();
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendnotes").toInt(), 0);
+}
+
+TEST_F(VendorSaverTest, TextInANumberFieldIsRefusedWithAClearMessage)
+{
+    addNew("903", "Typo Vendor");
+    c().Text1[13]->setText("12O.50");
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.last()->text,
+              "YTD Purchases must be a number; \"12O.50\" is not one. Nothing was saved.");
+    EXPECT_EQ(module.window->state().addFlag, 1);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 903").toInt(), 0);
+    EXPECT_EQ(field(13), "12O.50");
+}
+
+TEST_F(VendorSaverTest, SaveWithoutAModeDoesNothing)
+{
+    lookup(0, "100");
+    module.window->saver().save();
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_FALSE(c().fralookup->isVisible());
+}
+
+TEST(Pnet, EmptyWhenTheSettingIsNo)
+{
+    EXPECT_EQ(VendorSaver::pnetFrom("(217) 555-0100", "N"), "");
+    EXPECT_EQ(VendorSaver::pnetFrom("(217) 555-0100", "Y"), "S217555-0100S");
+}
+
+// Another workstation's copy of the module on the same data folder.
+class TwoUsers : public VendorScreen {
+protected:
+    QTemporaryDir otherLocks;
+    Module other{otherLocks.path()};
+
+    void SetUp() override
+    {
+        VendorScreen::SetUp();
+        ASSERT_EQ(other.start("VDR99ANNE"), std::nullopt);
+    }
+    const VendorWindow::Controls &o() const { return other.window->controls(); }
+    void otherLookup(int method, const QString &entry)
+    {
+        o().Option1[method]->setChecked(true);
+        o().lookupinput->setText(entry);
+        o().cmdgo->click();
+    }
+};
+
+TEST_F(TwoUsers, SecondSaveOfTheSameVendorIsReportedAndLosesNothing)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("111-111-1111");
+
+    otherLookup(0, "100");
+    o().cmdmodify->click();
+    o().Text1[1]->setText("Acme Office Supply & Sons");
+    o().cmdsave->click();
+    EXPECT_EQ(other.dialogs.count(), 0);
+
+    c().cmdsave->click();
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->text, "Another user has modified this record while you were editing it.\n"
+                                           "Please reload this vendor and redo your changes.");
+    EXPECT_EQ(module.dialogs.last()->title, "Velmora Office");
+    EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Acme Office Supply & Sons");
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-0100");
+    EXPECT_TRUE(c().fralookup->isVisible());
+}
+
+TEST_F(TwoUsers, BrowsingByAnotherUserIsNotAnEdit)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("111-111-1111");
+    otherLookup(0, "100");
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "111-111-1111");
+}
+
+TEST_F(TwoUsers, RecordHeldByAnotherWriterIsRetriedThenReported)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("222-222-2222");
+    // Another workstation holds the file's write lock for the whole save.
+    QSqlDatabase holder = QSqlDatabase::addDatabase("QSQLITE", "holder");
+    holder.setDatabaseName(folder.file("ap.mdb"));
+    ASSERT_TRUE(holder.open());
+    QSqlQuery lock(holder);
+    ASSERT_TRUE(lock.exec("begin immediate"));
+    ASSERT_TRUE(lock.exec("update vendors set vendfax = 'held' where vendnumber = 300"));
+    module.window->state().saveRetryCount = 0;
+    c().cmdsave->click();
+    EXPECT_EQ(module.window->state().saveRetryCount, VendorSaver::retryBudget);
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_TRUE(module.dialogs.last()->text.startsWith("Having trouble writing the record...\nCode 3260@860"))
+        << module.dialogs.last()->text.toStdString();
+    EXPECT_TRUE(module.dialogs.last()->text.contains("If you continue getting this message, call Velmora Data."));
+    EXPECT_EQ(module.dialogs.last()->title, "DEMO @ Armaster");
+    EXPECT_EQ(module.window->state().modifyFlag, 1);
+    EXPECT_TRUE(c().cmdsave->isEnabled());
+    lock.exec("rollback");
+    lock.finish();
+    holder.close();
+    holder = QSqlDatabase();
+    QSqlDatabase::removeDatabase("holder");
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-0100");
+    EXPECT_EQ(vendorColumn(300, "vendfax").toString(), "");
+}
+
+TEST_F(TwoUsers, RetryBudgetIsSharedByEverySaveWhileTheWindowIsOpen)
+{
+    module.window->state().saveRetryCount = 20;
+    lookup(0, "100");
+    c().cmdmodify->click();
+    QSqlDatabase holder = QSqlDatabase::addDatabase("QSQLITE", "holder2");
+    holder.setDatabaseName(folder.file("ap.mdb"));
+    ASSERT_TRUE(holder.open());
+    {
+        QSqlQuery lock(holder);
+        ASSERT_TRUE(lock.exec("begin immediate"));
+        c().cmdsave->click();
+        lock.exec("rollback");
+    }
+    holder.close();
+    holder = QSqlDatabase();
+    QSqlDatabase::removeDatabase("holder2");
+    EXPECT_EQ(module.window->state().saveRetryCount, 21);
+    EXPECT_TRUE(module.dialogs.last()->text.startsWith("Having trouble writing the record..."));
+}
+
+TEST_F(TwoUsers, LockReleasedDuringTheRetriesLetsTheSaveThrough)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("333-333-3333");
+    // Another workstation holds the write lock for half a second, then lets go.
+    std::promise<void> locked;
+    std::thread holder([&] {
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "holder3");
+            db.setDatabaseName(folder.file("ap.mdb"));
+            db.open();
+            QSqlQuery lock(db);
+            lock.exec("begin immediate");
+            locked.set_value();
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            lock.exec("rollback");
+            lock.finish();
+            db.close();
+        }
+        QSqlDatabase::removeDatabase("holder3");
+    });
+    locked.get_future().wait();
+    c().cmdsave->click();
+    holder.join();
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "333-333-3333");
+    EXPECT_GT(module.window->state().saveRetryCount, 0);
+    EXPECT_LT(module.window->state().saveRetryCount, VendorSaver::retryBudget);
+    EXPECT_TRUE(c().fralookup->isVisible());
+}
+
+} // namespace
