@@ -1,0 +1,80 @@
+#include "DemoCompany.h"
+#include "DemoError.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDate>
+
+#include <cstdio>
+
+namespace {
+
+bool readNumber(const QCommandLineParser &parser, const QString &name, long long low,
+                long long high, long long &value)
+{
+    if (!parser.isSet(name))
+        return true;
+    bool ok = false;
+    value = parser.value(name).toLongLong(&ok);
+    if (ok && value >= low && value <= high)
+        return true;
+    std::fprintf(stderr, "--%s must be a whole number from %lld to %lld.\n", qPrintable(name), low,
+                 high);
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("apmaster-demo"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Writes a demo company's data folder for A/P Master: the database files, the 1099 "
+        "layouts and the vendor help text. The same arguments give the same data."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("DIR"),
+                                 QStringLiteral("The data folder; created when missing."));
+    parser.addOption({QStringLiteral("vendors"), QStringLiteral("Number of vendors (300)."),
+                      QStringLiteral("N")});
+    parser.addOption({QStringLiteral("invoices"),
+                      QStringLiteral("Number of invoices in all (12 for each vendor)."),
+                      QStringLiteral("M")});
+    parser.addOption({QStringLiteral("seed"), QStringLiteral("Seed of the made-up data (1)."),
+                      QStringLiteral("S")});
+    parser.addOption({QStringLiteral("year"),
+                      QStringLiteral("The books hold last year and this year (the current year)."),
+                      QStringLiteral("Y")});
+    parser.process(app);
+    if (parser.positionalArguments().size() != 1) {
+        std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
+        return 2;
+    }
+
+    Demo::Options options;
+    options.folder = parser.positionalArguments().constFirst();
+    long long vendors = Demo::defaultVendors;
+    long long invoices = -1;
+    long long seed = 1;
+    long long year = QDate::currentDate().year();
+    if (!readNumber(parser, QStringLiteral("vendors"), 0, 1000000, vendors)
+        || !readNumber(parser, QStringLiteral("invoices"), 0, 50000000, invoices)
+        || !readNumber(parser, QStringLiteral("seed"), 0, 0x7fffffffffffffffLL, seed)
+        || !readNumber(parser, QStringLiteral("year"), 2000, 9998, year))
+        return 2;
+    options.vendors = int(vendors);
+    options.invoices = int(invoices);
+    options.seed = std::uint64_t(seed);
+    options.year = int(year);
+
+    try {
+        const Demo::Summary summary = Demo::generate(options);
+        std::fputs(qPrintable(Demo::describe(summary)), stdout);
+    } catch (const Demo::Error &error) {
+        std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
+        return 1;
+    }
+    return 0;
+}
