@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QUrl>
 
 namespace {
 int s_instance = 0;
@@ -103,7 +104,9 @@ QSqlDatabase Databases::connect(const QString &fileName, const QString &connecti
         break;
     }
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-    db.setDatabaseName(QStringLiteral("file:%1?mode=rw").arg(path));
+    // The path travels in a URI, so characters such as '?', '#' and '%' are escaped.
+    const QString uriPath = QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+    db.setDatabaseName(QStringLiteral("file:%1?mode=rw").arg(uriPath));
     db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(m_busyTimeoutMsecs));
     if (!db.open()) {
         const QSqlError err = db.lastError();

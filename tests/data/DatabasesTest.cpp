@@ -3,6 +3,7 @@
 #include "data/Schema.h"
 #include "support/DataFolder.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -63,6 +64,19 @@ TEST(Databases, AFileThatIsNoDatabaseIsRefusedByName)
     EXPECT_EQ(errorCodeOpening(dbs, "gl.mdb", &text), DbError::NotADatabase);
     EXPECT_TRUE(text.contains("gl.mdb"));
     EXPECT_EQ(folder.readFile("gl.mdb"), "just some text, certainly not a database file of any kind");
+}
+
+TEST(Databases, DataFolderWithUriCharactersInItsPathOpens)
+{
+    DataFolder folder;
+    const QString odd = folder.file("books #1 ? 100% done");
+    ASSERT_TRUE(QDir().mkpath(odd));
+    ASSERT_TRUE(QFile::copy(folder.file("gl.mdb"), odd + "/gl.mdb"));
+    QDir::setCurrent(odd);
+    Databases dbs;
+    EXPECT_EQ(dbs.scalar("gl.mdb", "select count(*) from gl0").toInt(), 3);
+    EXPECT_FALSE(QFile::exists(odd + "/ap.mdb"));
+    QDir::setCurrent(folder.path());
 }
 
 TEST(Databases, FileNamesMatchWithoutRegardToCase)
