@@ -171,7 +171,7 @@ bool RecordSource::findFirst(const QString &criterion)
     return true;
 }
 
-void RecordSource::beginWrite()
+void RecordSource::beginWrite(Commit commit)
 {
     if (m_table.isEmpty())
         throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
@@ -180,6 +180,9 @@ void RecordSource::beginWrite()
     // Like the desktop engine's Edit, this takes the write lock now: a record held by another
     // user fails here, not halfway through the update.
     QSqlQuery q(m_dbs.open(m_fileName));
+    m_lightCommit = commit == Commit::Light;
+    if (m_lightCommit)
+        q.exec(QStringLiteral("pragma synchronous=NORMAL"));
     if (!q.exec(QStringLiteral("begin immediate")))
         throw Databases::errorFrom(q.lastError(), QStringLiteral("begin immediate"));
     m_writing = true;
@@ -194,21 +197,25 @@ void RecordSource::endWrite(bool commit)
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), sql);
     m_writing = false;
+    if (m_lightCommit) {
+        q.exec(QStringLiteral("pragma synchronous=FULL"));
+        m_lightCommit = false;
+    }
 }
 
-void RecordSource::edit()
+void RecordSource::edit(Commit commit)
 {
     const QSqlRecord &row = current();
-    beginWrite();
+    beginWrite(commit);
     m_buffer = row;
     m_editKey = row.value(m_keyColumn);
     m_changed.clear();
     m_mode = Mode::Edit;
 }
 
-void RecordSource::addNew()
+void RecordSource::addNew(Commit commit)
 {
-    beginWrite();
+    beginWrite(commit);
     m_buffer = m_dbs.open(m_fileName).record(m_table);
     m_changed.clear();
     m_mode = Mode::Add;
@@ -250,7 +257,7 @@ void RecordSource::update()
             marks << QStringLiteral("?");
         sql = QStringLiteral("insert into %1 (%2) values (%3)").arg(m_table, columns.join(", "), marks.join(", "));
     }
-    beginWrite();
+    beginWrite(Commit::Durable);
     QSqlQuery q(db);
     if (!q.prepare(sql))
         throw Databases::errorFrom(q.lastError(), sql);

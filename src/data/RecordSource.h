@@ -53,9 +53,12 @@ public:
     // a match becomes the current record. Returns false (current record unchanged) when none does.
     bool findFirst(const QString &criterion);
 
+    // A light commit does not wait for the disk (still atomic and consistent; only the very last
+    // such writes can be lost by a power cut): for values that are recomputed anyway.
+    enum class Commit { Durable, Light };
     // Edit and AddNew take the file's write lock until update() or cancelUpdate().
-    void edit();
-    void addNew();
+    void edit(Commit commit = Commit::Durable);
+    void addNew(Commit commit = Commit::Durable);
     void setValue(const QString &column, const QVariant &value);
     void update();
     void cancelUpdate();
@@ -67,7 +70,7 @@ public:
 private:
     enum class Mode { None, Edit, Add };
     bool fetchOne();
-    void beginWrite();
+    void beginWrite(Commit commit);
     void endWrite(bool commit);
     QString fullStatement() const;
     void detach();
@@ -91,6 +94,7 @@ private:
 
     Mode m_mode = Mode::None;
     bool m_writing = false;
+    bool m_lightCommit = false;
     QSqlRecord m_buffer;
     QVariant m_editKey;
     QSet<QString> m_changed;

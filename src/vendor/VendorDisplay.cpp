@@ -58,7 +58,8 @@ void VendorDisplay::fill()
 
     // The totals computed for the vendor shown before are written into this one first; the
     // stored columns lag one display behind, as they always have.
-    source.edit();
+    // Derived totals, written again by the next display or save: no need to wait for the disk.
+    source.edit(RecordSource::Commit::Light);
     source.setValue(QStringLiteral("vendbalcurrent"), state.openTotal);
     source.setValue(QStringLiteral("vendbal60"), state.yearTotal);
     source.update();

@@ -209,6 +209,11 @@ QWidget *VendorWindow::buildVendorFrame()
         m_c.label1[i]->setBuddy(m_c.Text1[i]);
     }
     VendorLayout::arrangeFields(m_c.fravendor, m_c.label1, m_c.Text1);
+    // A locked vendor is read, not edited: its text stays as dark as when it can be typed in.
+    QPalette readable = m_c.fravendor->palette();
+    for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText})
+        readable.setColor(QPalette::Disabled, role, readable.color(QPalette::Active, role));
+    m_c.fravendor->setPalette(readable);
     m_c.fravendor->setEnabled(false);
     for (int i = 13; i <= 16; ++i)
         m_c.Text1[i]->setEnabled(false); // figures the system keeps; unlocked by Add or a senior Modify
@@ -449,10 +454,10 @@ QString VendorWindow::status() const
 
 void VendorWindow::blankFields()
 {
-    for (QLineEdit *field : m_c.Text1) {
+    for (QLineEdit *field : m_c.Text1)
         field->setText(QString());
-        field->repaint();
-    }
+    // One repaint of the frame shows every emptied field at once, at a twenty-fourth of the cost.
+    m_c.fravendor->repaint();
 }
 
 void VendorWindow::openLookup()

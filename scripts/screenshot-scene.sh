@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Runs inside the virtual display of screenshot.sh: starts the module, drives it to the scene,
+# saves the screenshot and closes the module through its Exit button.
+set -euo pipefail
+data=$1 out=$2 scene=$3 name=$4 program=$5
+cd "$data"
+QT_QPA_PLATFORM=xcb "$program" VDR99DEMO &
+pid=$!
+win=""
+for _ in $(seq 1 100); do
+  win=$(xdotool search --name "DEMO @ Vendors" 2>/dev/null | head -n 1 || true)
+  [ -n "$win" ] && break
+  sleep 0.1
+done
+if [ -z "$win" ]; then
+  echo "A/P Master did not open its window." >&2
+  kill "$pid" 2>/dev/null || true
+  exit 1
+fi
+sleep 0.8
+xdotool windowfocus --sync "$win" 2>/dev/null || true
+if [ "$scene" != lookup ]; then
+  # Lookup by name: from the entry back to the methods, one to the right, then the name.
+  xdotool key --window "$win" shift+Tab Right Tab
+  xdotool type --window "$win" --delay 40 "$name"
+  xdotool key --window "$win" Return
+  sleep 0.6
+fi
+if [ "$scene" = split ]; then
+  xdotool key --window "$win" alt+i   # unpaid invoices
+  sleep 0.6
+  xdotool key --window "$win" alt+v   # paid invoices
+  sleep 0.6
+  xdotool key --window "$win" alt+w   # split detail of the selected invoice
+  sleep 0.6
+fi
+import -window root "$out"
+xdotool key --window "$win" alt+x
+wait "$pid"
