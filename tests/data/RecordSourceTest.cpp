@@ -109,6 +109,27 @@ TEST_F(RecordSourceTest, EditAndUpdateWriteTheCurrentRowByItsKey)
     EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 251").toString(), "Vendor 251");
 }
 
+TEST_F(RecordSourceTest, LightCommitLeavesTheNextWriteDurable)
+{
+    bind("select * from vendors order by vendnumber");
+    source.edit(RecordSource::Commit::Light);
+    source.setValue("vendbalcurrent", 1.5);
+    source.update();
+    EXPECT_EQ(dbs.scalar("ap.mdb", "pragma synchronous").toInt(), 2); // FULL again
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendbalcurrent from vendors where vendnumber = 100").toDouble(), 1.5);
+}
+
+TEST_F(RecordSourceTest, EditHoldsTheWriteLockUntilUpdate)
+{
+    bind("select * from vendors order by vendnumber");
+    source.edit();
+    Databases other;
+    other.setBusyTimeoutMsecs(50);
+    EXPECT_THROW(other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 400"), DbError);
+    source.cancelUpdate();
+    EXPECT_NO_THROW(other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 400"));
+}
+
 TEST_F(RecordSourceTest, UpdateWithoutEditIsAnError)
 {
     bind("select * from vendors order by vendnumber");
