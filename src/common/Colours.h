@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
+#include <QWidget>
 
 // The module's colour values are 24-bit numbers with red in the low byte, green in the middle
 // byte and blue in the high byte (0x0000FF is red).
@@ -12,6 +14,13 @@ inline QColor fromBgr(int value)
 inline int toBgr(const QColor &colour)
 {
     return colour.red() | (colour.green() << 8) | (colour.blue() << 16);
+}
+// The background an entry field is typed on.
+inline void setEntryBackground(QWidget *field, int bgr)
+{
+    QPalette p = field->palette();
+    p.setColor(QPalette::Base, fromBgr(bgr));
+    field->setPalette(p);
 }
 constexpr int yellow = 65535;
 constexpr int white = 16777215;

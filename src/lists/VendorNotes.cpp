@@ -14,15 +14,6 @@
 #include <QSqlQuery>
 #include <QTableView>
 
-namespace {
-void colour(QPlainTextEdit *box, int bgr)
-{
-    QPalette p = box->palette();
-    p.setColor(QPalette::Base, Colours::fromBgr(bgr));
-    box->setPalette(p);
-}
-} // namespace
-
 void VendorNotes::show()
 {
     const auto &c = m_window.controls();
@@ -57,12 +48,12 @@ void VendorNotes::show()
 
 void VendorNotes::focused()
 {
-    colour(m_window.controls().notes, Colours::yellow);
+    Colours::setEntryBackground(m_window.controls().notes, Colours::yellow);
 }
 
 void VendorNotes::left()
 {
-    colour(m_window.controls().notes, Colours::white);
+    Colours::setEntryBackground(m_window.controls().notes, Colours::white);
 }
 
 void VendorNotes::keyTyped()

@@ -18,12 +18,6 @@
 #include <QTimer>
 
 namespace {
-void colour(QLineEdit *field, int bgr)
-{
-    QPalette p = field->palette();
-    p.setColor(QPalette::Base, Colours::fromBgr(bgr));
-    field->setPalette(p);
-}
 
 int functionKeyNumber(int key)
 {
@@ -71,7 +65,7 @@ QString FieldEntry::prompt(int index)
 void FieldEntry::focused(int index)
 {
     const auto &field = m_window.controls().Text1;
-    colour(field[index], Colours::yellow);
+    Colours::setEntryBackground(field[index], Colours::yellow);
     if (index == 0) {
         // Rebinding to the whole table is what the duplicate-number check searches; it also
         // puts the record source back on its first row, in every mode.
@@ -128,7 +122,7 @@ void FieldEntry::holdFocus(int index)
 void FieldEntry::left(int index)
 {
     const auto &field = m_window.controls().Text1;
-    colour(field[index], Colours::white);
+    Colours::setEntryBackground(field[index], Colours::white);
     Session &session = m_window.session();
     Dialogs &dialogs = m_window.services().dialogs;
     try {

@@ -25,12 +25,6 @@ QString wholeNumber(const QString &text)
     return QString::number(Numbers::leadingWhole(text));
 }
 
-void colour(QLineEdit *field, int bgr)
-{
-    QPalette p = field->palette();
-    p.setColor(QPalette::Base, Colours::fromBgr(bgr));
-    field->setPalette(p);
-}
 } // namespace
 
 QString VendorLookup::doubleFirstApostrophe(const QString &text)
@@ -146,13 +140,13 @@ void VendorLookup::entryFocused()
 {
     QLineEdit *entry = m_window.controls().lookupinput;
     entry->clear();
-    colour(entry, Colours::yellow);
+    Colours::setEntryBackground(entry, Colours::yellow);
     m_window.setStatus(QStringLiteral("Type a suitable entry for the lookup method chosen; then press ENTER."));
 }
 
 void VendorLookup::entryLeft()
 {
-    colour(m_window.controls().lookupinput, Colours::white);
+    Colours::setEntryBackground(m_window.controls().lookupinput, Colours::white);
 }
 
 void VendorLookup::entryKey(int key)
