@@ -201,7 +201,8 @@ bool RecordSource::findFirst(const QString &criterion)
     QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
     q.setForwardOnly(true);
     const QString sql = QStringLiteral("select * from (%1) where %2 limit 1")
-                            .arg(m_dbs.dialect().map(fullStatement()), m_dbs.dialect().mapCriterion(criterion));
+                            .arg(m_dbs.dialect().map(fullStatement()),
+                                 m_dbs.dialect().mapCriterion(criterion));
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), sql);
     if (!q.next())

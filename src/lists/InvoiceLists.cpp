@@ -43,7 +43,8 @@ InvoiceLists::InvoiceLists(VendorWindow &window)
     auto today = [&clock = window.services().clock] { return clock.today(); };
     m_invoiceModel = new RecordSourceModel(window.datainvoice(), ListColumns::invoices(), today,
                                            c.grid1);
-    m_checkModel = new RecordSourceModel(window.datachecks(), ListColumns::checks(), today, c.grid2);
+    m_checkModel =
+        new RecordSourceModel(window.datachecks(), ListColumns::checks(), today, c.grid2);
     auto *swallower = new EnterSwallower(&window);
     for (QTableView *grid : {c.grid1, c.grid2}) {
         grid->setModel(grid == c.grid1 ? m_invoiceModel : m_checkModel);

@@ -12,7 +12,8 @@ QString invoicesOf(long long vendor)
 
 QString unpaid(long long vendor, bool oldToNew)
 {
-    return invoicesOf(vendor) + QStringLiteral(" and invstatus > 0 and invstatus <= 3 order by invdate")
+    return invoicesOf(vendor)
+        + QStringLiteral(" and invstatus > 0 and invstatus <= 3 order by invdate")
         + (oldToNew ? QString() : QStringLiteral(" desc"));
 }
 
@@ -32,9 +33,11 @@ QString checks(long long vendor, bool oldToNew)
 std::optional<QString> invoiceResort(const QString &vendor, const QString &caption, int column)
 {
     static const std::array<const char *, 9> clauses = {
-        " order by invnumber, invdate", " order by invdate",        " order by invproduct",
-        " order by invamount",          " order by invduedate",     " order by invchecknumber",
-        " order by invcheckdate",       " order by invcheckamount", " order by invglperiod, invdate",
+        " order by invnumber, invdate", " order by invdate",
+        " order by invproduct",         " order by invamount",
+        " order by invduedate",         " order by invchecknumber",
+        " order by invcheckdate",       " order by invcheckamount",
+        " order by invglperiod, invdate",
     };
     const bool unpaidList = caption == QLatin1String("Unpaid Invoices");
     if (unpaidList && column >= 5 && column <= 7)
@@ -52,8 +55,9 @@ std::optional<QString> invoiceResort(const QString &vendor, const QString &capti
 QString checkResort(const QString &vendor, int column)
 {
     static const std::array<const char *, 7> clauses = {
-        " order by chknum",  " order by chkdate",   " order by chkpayeenum", " order by chkpayeename",
-        " order by chkref",  " order by chkamount", " order by chkstatus",
+        " order by chknum", " order by chkdate",   " order by chkpayeenum",
+        " order by chkpayeename", " order by chkref", " order by chkamount",
+        " order by chkstatus",
     };
     QString sql = QStringLiteral("select * from checks where chkpayeenum = ") + vendor;
     if (column >= 0 && column < static_cast<int>(clauses.size()))
@@ -66,8 +70,8 @@ QString invoiceCriterion(const QString &invoice, const QString &date, const QStr
     QString number = invoice;
     number.replace(QLatin1Char('\''), QStringLiteral("''"));
     if (date.isEmpty())
-        return QStringLiteral("invnumber = '") + number + QStringLiteral("' and invdate = '") + date
-            + QStringLiteral("' and invchecknumber = ") + check;
+        return QStringLiteral("invnumber = '") + number + QStringLiteral("' and invdate = '")
+            + date + QStringLiteral("' and invchecknumber = ") + check;
     return QStringLiteral("invnumber = '") + number + QStringLiteral("' and invdate = ") + date
         + QStringLiteral(" and invchecknumber = ") + check;
 }
