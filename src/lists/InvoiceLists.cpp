@@ -60,10 +60,20 @@ InvoiceLists::InvoiceLists(VendorWindow &window)
         m_cursor->setDatabaseName(QString());
         m_cursor->setRecordSource(QString());
         m_cursor->refresh();
+        m_cursorPending = false;
     });
 }
 
 InvoiceLists::~InvoiceLists() = default;
+
+RecordSource &InvoiceLists::cursor()
+{
+    if (m_cursorPending) {
+        m_cursorPending = false;
+        m_cursor->refresh();
+    }
+    return *m_cursor;
+}
 
 void InvoiceLists::showUnpaid()
 {
@@ -130,9 +140,14 @@ void InvoiceLists::list(Kind kind)
 
 void InvoiceLists::requery(const QString &statement, RecordSource &source, bool bindFile)
 {
+    // The cursor lets go of the last list now but runs the new statement only when the split
+    // detail first searches it: running it here would sort a long list a second time (and hold
+    // a second read open) for a panel that is seldom opened.
+    m_cursor->setRecordSource(QString());
+    m_cursor->refresh();
     m_cursor->setDatabaseName(apFile);
     m_cursor->setRecordSource(statement);
-    m_cursor->refresh();
+    m_cursorPending = true;
     if (bindFile)
         source.setDatabaseName(apFile);
     source.setRecordSource(statement);

@@ -43,8 +43,8 @@ public:
     void fitColumns();
 
     // A recordset opened with the statement of each list and re-sort; the split detail
-    // searches it.
-    RecordSource &cursor() { return *m_cursor; }
+    // searches it. The statement runs on first use after a list is loaded.
+    RecordSource &cursor();
     RowEditPermissions invoicePermissions() const;
     RecordSourceModel &invoiceModel() { return *m_invoiceModel; }
     RecordSourceModel &checkModel() { return *m_checkModel; }
@@ -62,6 +62,7 @@ private:
 
     VendorWindow &m_window;
     std::unique_ptr<RecordSource> m_cursor;
+    bool m_cursorPending = false;
     RecordSourceModel *m_invoiceModel = nullptr;
     RecordSourceModel *m_checkModel = nullptr;
 };
