@@ -167,7 +167,7 @@ TEST_P(InvoiceResortClauseTest, UnpaidListAppendsTheColumnsClause)
     const InvoiceClause k = GetParam();
     click(controls().cmdunpaid);
     const QString before = invoiceStatement();
-    window().lists().resortInvoices(k.column);
+    clickHeader(grid1(), k.column);
     if (k.column >= 5 && k.column <= 7) {
         EXPECT_EQ(invoiceStatement(), before);
         EXPECT_EQ(window().status(), "");
@@ -183,7 +183,7 @@ TEST_P(InvoiceResortClauseTest, PaidListAppendsTheColumnsClause)
 {
     const InvoiceClause k = GetParam();
     click(controls().cmdpaid);
-    window().lists().resortInvoices(k.column);
+    clickHeader(grid1(), k.column);
     EXPECT_EQ(invoiceStatement(), QString("select * from invoices where vendnumber = 12 and "
                                           "invstatus > 0 and invstatus > 3")
                                       + k.clause);
@@ -224,7 +224,7 @@ TEST_P(CheckResortClauseTest, ChecksListAppendsTheColumnsClause)
 {
     const CheckClause k = GetParam();
     click(controls().cmdchecks);
-    window().lists().resortChecks(k.column);
+    clickHeader(grid2(), k.column);
     EXPECT_EQ(window().datachecks().recordSource(),
               QString("select * from checks where chkpayeenum = 12") + k.clause);
     EXPECT_EQ(window().status(), QString("Sorted by ") + k.caption);

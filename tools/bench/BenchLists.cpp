@@ -1,5 +1,5 @@
 // Times the invoice and check lists of the real vendor window on a company's data folder:
-//   apmaster-bench-lists [--runs N] [--user NAME] [--make] DIR
+//   apmaster-bench-lists [--runs N] [--user NAME] [--make] [--screenshot FILE] DIR
 // DIR becomes the current folder, as it is for the module. --make first writes a small company
 // there (see BenchCompany.h).
 
@@ -102,12 +102,20 @@ int main(int argc, char *argv[])
                       QStringLiteral("NAME")});
     parser.addOption({QStringLiteral("make"),
                       QStringLiteral("First write a company with a 20,000-invoice vendor.")});
+    parser.addOption({QStringLiteral("screenshot"),
+                      QStringLiteral("At the end, save the window with the unpaid list and the "
+                                     "split panel open as a PNG file."),
+                      QStringLiteral("FILE")});
     parser.process(app);
     if (parser.positionalArguments().size() != 1) {
         std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
         return 2;
     }
     const QString folder = parser.positionalArguments().constFirst();
+    // Relative to where the program was started, not to the data folder.
+    QString screenshot = parser.value(QStringLiteral("screenshot"));
+    if (!screenshot.isEmpty())
+        screenshot = QDir::current().absoluteFilePath(screenshot);
     if (parser.isSet(QStringLiteral("make")))
         QDir().mkpath(folder);
     if (!QDir::setCurrent(folder)) {
@@ -183,6 +191,14 @@ int main(int argc, char *argv[])
                    },
                    [&] { c.cmdsplit->click(); }, c.frasplit),
                runs);
+        if (!screenshot.isEmpty()) {
+            lists.showUnpaid();
+            c.grid1->selectRow(std::min(3, c.grid1->model()->rowCount() - 1));
+            c.cmdsplit->click();
+            QCoreApplication::processEvents();
+            if (!window.grab().save(screenshot))
+                std::fprintf(stderr, "Could not write %s.\n", qPrintable(screenshot));
+        }
         window.close();
         if (!dialogs.messages.isEmpty())
             return 1;
