@@ -42,7 +42,42 @@ QString mapUcase(const QString &statement)
     }
     return out;
 }
+// A date column compared with an empty quoted text ("invdate = ''") asks for a row without a
+// date. Dates are stored as numbers, so that is a null or a 0; the engines would compare the
+// number with the text and find nothing (or refuse). Only outside quoted text.
+QString mapEmptyDate(const QString &statement)
+{
+    static const QRegularExpression emptyDate(QStringLiteral(R"((\w*date)\s*=\s*''(?!'))"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    QString out;
+    out.reserve(statement.size());
+    bool quoted = false;
+    for (qsizetype i = 0; i < statement.size(); ++i) {
+        const QChar c = statement.at(i);
+        const bool wordStart = i == 0 || !(statement.at(i - 1).isLetterOrNumber()
+                                           || statement.at(i - 1) == QLatin1Char('_'));
+        if (!quoted && wordStart) {
+            const QRegularExpressionMatch m = emptyDate.match(
+                statement, i, QRegularExpression::NormalMatch,
+                QRegularExpression::AnchorAtOffsetMatchOption);
+            if (m.hasMatch()) {
+                out += QStringLiteral("coalesce(%1, 0) = 0").arg(m.captured(1));
+                i = m.capturedEnd() - 1;
+                continue;
+            }
+        }
+        if (c == QLatin1Char('\''))
+            quoted = !quoted;
+        out += c;
+    }
+    return out;
+}
 } // namespace
+
+QString Dialect::mapCriterion(const QString &criterion) const
+{
+    return mapEmptyDate(map(criterion));
+}
 
 QString SqliteDialect::map(const QString &statement) const
 {

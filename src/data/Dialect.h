@@ -10,6 +10,9 @@ public:
     virtual QString name() const = 0;
     // The statement as this engine accepts it, with the same rows in the same order.
     virtual QString map(const QString &statement) const = 0;
+    // A search criterion (the condition of a find-first) as this engine accepts it. Beyond
+    // map(), a date column compared with an empty text finds the rows without a date.
+    QString mapCriterion(const QString &criterion) const;
 };
 
 class SqliteDialect : public Dialect {

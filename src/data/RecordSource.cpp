@@ -14,6 +14,8 @@ RecordSource::RecordSource(Databases &dbs, const QString &name) : m_dbs(dbs), m_
 
 RecordSource::~RecordSource()
 {
+    if (m_observer)
+        m_observer->sourceDestroyed();
     detach();
 }
 
@@ -58,8 +60,32 @@ void RecordSource::detach()
     }
 }
 
+namespace {
+// Tells the observer before a change of rows and again when the change is over, also when it
+// ends in an error.
+class ResetNotice {
+public:
+    explicit ResetNotice(RecordSourceObserver *observer) : m_observer(observer)
+    {
+        if (m_observer)
+            m_observer->rowsAboutToReset();
+    }
+    ~ResetNotice()
+    {
+        if (m_observer)
+            m_observer->rowsReset();
+    }
+    ResetNotice(const ResetNotice &) = delete;
+    ResetNotice &operator=(const ResetNotice &) = delete;
+
+private:
+    RecordSourceObserver *m_observer;
+};
+} // namespace
+
 void RecordSource::refresh()
 {
+    const ResetNotice notice(m_observer);
     detach();
     if (m_fileName.isEmpty() || m_statement.isEmpty())
         return;
@@ -89,6 +115,21 @@ bool RecordSource::fetchOne()
     m_exhausted = true;
     m_query.finish();
     return false;
+}
+
+int RecordSource::fetchMore(int count)
+{
+    int fetched = 0;
+    while (fetched < count && fetchOne())
+        ++fetched;
+    return fetched;
+}
+
+const QSqlRecord &RecordSource::rowAt(int index) const
+{
+    if (index < 0 || index >= fetchedCount())
+        throw DbError::noCurrentRecord();
+    return m_rows[static_cast<size_t>(index)];
 }
 
 bool RecordSource::hasRecords() const
@@ -161,7 +202,8 @@ bool RecordSource::findFirst(const QString &criterion)
     QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
     q.setForwardOnly(true);
     const QString sql = QStringLiteral("select * from (%1) where %2 limit 1")
-                            .arg(m_dbs.dialect().map(fullStatement()), criterion);
+                            .arg(m_dbs.dialect().map(fullStatement()),
+                                 m_dbs.dialect().mapCriterion(criterion));
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), sql);
     if (!q.next())
@@ -307,6 +349,7 @@ void RecordSource::deleteCurrent()
         m_onFound = false;
         return;
     }
+    const ResetNotice notice(m_observer);
     m_rows.erase(m_rows.begin() + m_pos);
     if (m_pos == static_cast<long>(m_rows.size()))
         fetchOne();

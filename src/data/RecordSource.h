@@ -10,6 +10,17 @@
 
 class Databases;
 
+// Told before and after a record source replaces its rows (a refresh, a delete), so that a view
+// showing them can start again.
+class RecordSourceObserver {
+public:
+    virtual ~RecordSourceObserver() = default;
+    virtual void rowsAboutToReset() = 0;
+    virtual void rowsReset() = 0;
+    // The source is being destroyed; its rows must not be read any more.
+    virtual void sourceDestroyed() = 0;
+};
+
 // A bound record source: a database file and a statement set at run time, and a cursor over
 // the statement's rows in its order. Rows are fetched one at a time as the cursor reaches them
 // (through a connection of the source's own), so a statement over a large table shows its first
@@ -46,8 +57,17 @@ public:
     // The current row; throws DbError 3021 when there is none.
     const QSqlRecord &current() const;
     QVariant value(const QString &column) const;
-    // The number of rows fetched so far (never more than the cursor has reached, plus one).
+    // The number of rows fetched so far (never more than the cursor has reached, plus one,
+    // unless fetchMore() read ahead).
     int fetchedCount() const { return static_cast<int>(m_rows.size()); }
+    // Reads up to `count` further rows without moving the cursor; returns how many came.
+    int fetchMore(int count);
+    // True once the statement has no rows left to read (or nothing is bound).
+    bool allFetched() const { return m_exhausted; }
+    // A fetched row by its position (0 to fetchedCount() - 1), without moving the cursor.
+    const QSqlRecord &rowAt(int index) const;
+    // One observer at most; nullptr removes it.
+    void setObserver(RecordSourceObserver *observer) { m_observer = observer; }
 
     // Searches the statement's rows from the first for the first one matching an SQL criterion;
     // a match becomes the current record. Returns false (current record unchanged) when none does.
@@ -98,4 +118,5 @@ private:
     QSqlRecord m_buffer;
     QVariant m_editKey;
     QSet<QString> m_changed;
+    RecordSourceObserver *m_observer = nullptr;
 };

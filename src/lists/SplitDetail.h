@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QString>
+
+class QSqlRecord;
 class VendorWindow;
 
 // The split distribution of the invoice in the selected row: account numbers, names, amounts.
@@ -13,5 +16,12 @@ public:
     void rowActivated(int row);
 
 private:
+    void run();
+    void place();
+    // Finds the selected row's invoice in the list cursor, from its first record.
+    bool findSelected();
+    QString selectedCriterion() const;
+    void showLine(const QSqlRecord &invoice, int line);
+
     VendorWindow &m_window;
 };

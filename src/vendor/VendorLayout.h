@@ -18,9 +18,11 @@ class QWidget;
 namespace VendorLayout {
 
 inline constexpr QSize windowSize{1024, 740};
-inline constexpr std::array<int, 11> grid1DesignColumns{95, 80, 190, 90, 80, 70, 80, 95, 60, 50, 60};
+// The columns leave room for the grid's frame and vertical scroll bar.
+inline constexpr std::array<int, 11> grid1DesignColumns{90, 75, 150, 90, 75, 65,
+                                                        80, 95, 70, 50, 80};
 inline constexpr int grid1DesignWidth = 950;
-inline constexpr std::array<int, 9> grid2DesignColumns{70, 80, 70, 200, 140, 95, 60, 100, 95};
+inline constexpr std::array<int, 9> grid2DesignColumns{70, 80, 70, 220, 160, 100, 60, 70, 80};
 inline constexpr int grid2DesignWidth = 950;
 
 QString fieldCaption(int index);

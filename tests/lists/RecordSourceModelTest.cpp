@@ -1,0 +1,94 @@
+#include "data/Databases.h"
+#include "data/RecordSource.h"
+#include "lists/ListColumns.h"
+#include "lists/RecordSourceModel.h"
+#include "support/DataFolder.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class RecordSourceModelTest : public ::testing::Test {
+protected:
+    DataFolder folder;
+    Databases dbs;
+    RecordSource source{dbs, "datachecks"};
+
+    void SetUp() override
+    {
+        folder.exec("ap.mdb",
+                    "with recursive n(i) as "
+                    "(select 1 union all select i + 1 from n where i < 200) "
+                    "insert into checks (chkpayeenum, chkpayeename, chknum, chkdate, chkamount, "
+                    "chkref, chkstatus) select 12, 'Payee', i, 20260101 + i % 28, i * 1.5, 'R', 1 "
+                    "from n");
+    }
+    void bind(const QString &sql)
+    {
+        source.setDatabaseName("ap.mdb");
+        source.setRecordSource(sql);
+        source.refresh();
+    }
+    static QDate today() { return QDate(2026, 11, 21); }
+};
+
+TEST_F(RecordSourceModelTest, ShowsTheFirstBatchAtOnceAndTheRestAsItIsAskedFor)
+{
+    RecordSourceModel model(source, ListColumns::checks(), today);
+    EXPECT_EQ(model.rowCount(), 0);
+    bind("select * from checks order by chknum");
+    EXPECT_EQ(model.rowCount(), RecordSourceModel::batchSize);
+    EXPECT_EQ(source.fetchedCount(), RecordSourceModel::batchSize);
+    EXPECT_TRUE(model.canFetchMore({}));
+    model.fetchMore({});
+    EXPECT_EQ(model.rowCount(), 2 * RecordSourceModel::batchSize);
+    while (model.canFetchMore({}))
+        model.fetchMore({});
+    EXPECT_EQ(model.rowCount(), 200);
+    EXPECT_TRUE(source.allFetched());
+}
+
+TEST_F(RecordSourceModelTest, RefreshResetsTheModel)
+{
+    RecordSourceModel model(source, ListColumns::checks(), today);
+    QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    bind("select * from checks where chknum <= 3 order by chknum desc");
+    EXPECT_EQ(resets.count(), 1);
+    EXPECT_EQ(model.rowCount(), 3);
+    EXPECT_EQ(model.index(0, 0).data().toString(), "3");
+    source.setRecordSource(QString());
+    source.refresh();
+    EXPECT_EQ(resets.count(), 2);
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST_F(RecordSourceModelTest, CellsShowFormattedValuesAndKeepTheStoredOnes)
+{
+    RecordSourceModel model(source, ListColumns::checks(), today);
+    bind("select * from checks where chknum = 10");
+    ASSERT_EQ(model.rowCount(), 1);
+    EXPECT_EQ(model.index(0, 1).data().toString(), "01/11/2026");
+    EXPECT_EQ(model.index(0, 1).data(RecordSourceModel::RawRole).toLongLong(), 20260111);
+    EXPECT_EQ(model.index(0, 5).data().toString(), "$15.00");
+    EXPECT_EQ(model.index(0, 7).data().toString(), "2026");
+    EXPECT_EQ(model.index(0, 8).data().toString(), "314");
+    EXPECT_EQ(model.index(0, 5).data(Qt::TextAlignmentRole).value<Qt::Alignment>(),
+              Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_EQ(model.headerData(3, Qt::Horizontal).toString(), "Payee");
+}
+
+TEST_F(RecordSourceModelTest, ModelOutlivingItsSourceReadsNothing)
+{
+    auto own = std::make_unique<RecordSource>(dbs, "temporary");
+    RecordSourceModel model(*own, ListColumns::checks(), today);
+    own->setDatabaseName("ap.mdb");
+    own->setRecordSource("select * from checks");
+    own->refresh();
+    own.reset();
+    EXPECT_EQ(model.rowCount(), 0);
+    EXPECT_FALSE(model.canFetchMore({}));
+}
+
+} // namespace
