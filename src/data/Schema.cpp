@@ -231,6 +231,14 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
     return true;
 }
 
+bool dropIndexes(QSqlDatabase &db, std::initializer_list<const char *> names, QString &error)
+{
+    for (const char *name : names)
+        if (!run(db, QStringLiteral("drop index if exists ") + QString::fromLatin1(name), error))
+            return false;
+    return true;
+}
+
 } // namespace
 
 const std::vector<Table> &tablesOf(const QString &fileName)
@@ -272,7 +280,10 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
         return {};
     if (!db.transaction())
         return db.lastError().text();
+    // Step 2: two invoice indexes of the first layout led the engine to sort a vendor's whole
+    // list; the index on vendor and date serves those lists in order.
     const bool ok = createTables(db, fileName, error)
+        && (version >= 2 || dropIndexes(db, {"ix_invoices_vendor_status", "ix_invoices_vendor_check"}, error))
         && run(db, QStringLiteral("delete from schema_version"), error)
         && run(db, QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion), error);
     if (!ok) {

@@ -30,7 +30,7 @@ Kind columnKind(const QString &table, const QString &column);
 bool isMoney(const QString &table, const QString &column);
 
 // The version the steps below bring a file to.
-constexpr int currentVersion = 1;
+constexpr int currentVersion = 2;
 
 // Brings the open database up to the current version: creates missing tables, columns and
 // indexes. Re-runnable; a file already at the current version is not touched. Returns the

@@ -157,6 +157,17 @@ TEST(Databases, LookupAndListQueriesUseAnIndex)
     }
 }
 
+TEST(Databases, AFileOfTheFirstLayoutLosesTheIndexesThatMadeListsSort)
+{
+    DataFolder folder;
+    folder.exec("ap.mdb", "create index ix_invoices_vendor_status on invoices (vendnumber, invstatus, invdate)");
+    folder.exec("ap.mdb", "update schema_version set version = 1");
+    Databases dbs;
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select count(*) from sqlite_master where name = 'ix_invoices_vendor_status'").toInt(), 0);
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select version from schema_version").toInt(), Schema::currentVersion);
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select count(*) from sqlite_master where name = 'ix_invoices_vendor_date'").toInt(), 1);
+}
+
 TEST(Databases, FilesRunInWriteAheadLogMode)
 {
     DataFolder folder;
