@@ -31,7 +31,9 @@ if [ "$scene" = split ]; then
   sleep 0.6
   xdotool key --window "$win" alt+v   # paid invoices
   sleep 0.6
-  xdotool key --window "$win" alt+w   # split detail of the selected invoice
+  # Double-click the first invoice: its split detail opens.
+  eval "$(xdotool getwindowgeometry --shell "$win")"
+  xdotool mousemove $((X + 200)) $((Y + ${SPLIT_ROW_Y:-374})) click --repeat 2 --delay 80 1
   sleep 0.6
 fi
 import -window root "$out"

@@ -18,8 +18,10 @@ inline int toBgr(const QColor &colour)
 // The background an entry field is typed on.
 inline void setEntryBackground(QWidget *field, int bgr)
 {
+    // A locked field keeps the platform's locked look.
     QPalette p = field->palette();
-    p.setColor(QPalette::Base, fromBgr(bgr));
+    p.setColor(QPalette::Active, QPalette::Base, fromBgr(bgr));
+    p.setColor(QPalette::Inactive, QPalette::Base, fromBgr(bgr));
     field->setPalette(p);
 }
 constexpr int yellow = 65535;
