@@ -15,6 +15,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QSqlRecord>
 #include <QTimer>
 
 namespace {
@@ -74,6 +75,12 @@ void FieldEntry::focused(int index)
         source.setRecordSource(QStringLiteral("vendors"));
         try {
             source.refresh();
+            // In modify mode the save writes over the record the source stands on: keep it on
+            // the vendor being edited rather than on the table's first vendor.
+            const QSqlRecord &recalled = m_window.state().recalled;
+            if (m_window.state().modifyFlag == 1 && !recalled.isEmpty())
+                source.findFirst(QStringLiteral("vendnumber = ")
+                                 + QString::number(recalled.value(QStringLiteral("vendnumber")).toLongLong()));
         } catch (const DbError &error) {
             showErrorReport(m_window.services().dialogs, error);
         }

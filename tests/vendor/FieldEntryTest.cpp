@@ -93,12 +93,32 @@ TEST_F(FieldEntryTest, FieldsWithoutPromptKeepTheStatusLine)
 
 TEST_F(FieldEntryTest, VendorNumberFieldRebindsToTheWholeTableAndEmptiesInEveryMode)
 {
+    c().cmdadd->click();
+    RecordSource &source = module.window->datavendor();
+    source.setRecordSource("select * from vendors where vendnumber >=251 order by vendnumber");
+    source.refresh();
+    focus(1);
+    c().Text1[0]->setText("42");
+    focus(0);
+    EXPECT_EQ(field(0), "");
+    EXPECT_EQ(module.window->datavendor().recordSource(), "vendors");
+    EXPECT_EQ(module.window->datavendor().value("vendnumber").toInt(), 100);
+}
+
+TEST_F(FieldEntryTest, VendorNumberFieldInModifyModeKeepsTheSaveOnTheEditedVendor)
+{
     lookup(0, "251");
     c().cmdmodify->click();
     focus(0);
     EXPECT_EQ(field(0), "");
     EXPECT_EQ(module.window->datavendor().recordSource(), "vendors");
-    EXPECT_EQ(module.window->datavendor().value("vendnumber").toInt(), 100);
+    QTest::keyClicks(c().Text1[0], "251");
+    c().Text1[7]->setText("416-555-7777");
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_EQ(vendorColumn(251, "vendphone").toString(), "416-555-7777");
+    EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Acme Office Supply");
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-0100");
 }
 
 TEST_F(FieldEntryTest, GlFieldEmptiesOnFocusInAddMode)
