@@ -1,29 +1,11 @@
 #pragma once
 
-#include "common/Dialogs.h"
-
 #include <QElapsedTimer>
 #include <QString>
 
 #include <algorithm>
 #include <functional>
 #include <vector>
-
-// Dialogs that nobody answers: the benchmark counts them and says No or Cancel.
-class SilentDialogs : public Dialogs {
-public:
-    int shown = 0;
-    QString lastText;
-
-protected:
-    void showMessage(const QString &text, Icon, const QString &) override
-    {
-        ++shown;
-        lastText = text;
-    }
-    int askYesNo(const QString &, const QString &) override { return No; }
-    QString askInput(const QString &, const QString &, const QString &) override { return {}; }
-};
 
 // The median of several runs of a piece of work, in milliseconds.
 inline double medianMs(int runs, const std::function<void()> &work)

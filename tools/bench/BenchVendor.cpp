@@ -2,6 +2,7 @@
 // each lookup method from Go to the first vendor shown, Next and Previous near the start and
 // deep into a long result, and Save.
 #include "BenchSupport.h"
+#include "ScriptedDialogs.h"
 
 #include "app/Services.h"
 #include "app/Session.h"
@@ -30,7 +31,7 @@ namespace {
 
 struct Copy {
     Session session;
-    SilentDialogs dialogs;
+    ScriptedDialogs dialogs;
     SystemClock clock;
     SystemClipboard clipboard;
     SystemProcesses processes;
@@ -67,7 +68,7 @@ int main(int argc, char *argv[])
     copy.window = std::make_unique<VendorWindow>(copy.session, copy.services);
     copy.startup = std::make_unique<Startup>(*copy.window, locks.path());
     if (copy.startup->run(QStringLiteral("VDR99DEMO"))) {
-        std::fprintf(stderr, "start-up refused: %s\n", qPrintable(copy.dialogs.lastText));
+        std::fprintf(stderr, "start-up refused: %s\n", qPrintable(copy.dialogs.messages.join(" | ")));
         return 1;
     }
     const double startupMs = timer.nsecsElapsed() / 1e6;
@@ -104,7 +105,7 @@ int main(int argc, char *argv[])
         report(qPrintable(label), ms, "< 50 ms");
         if (c.Text1[0]->text().isEmpty())
             std::printf("   (no vendor shown for entry '%s': %s)\n", qPrintable(entries[method]),
-                        qPrintable(copy.dialogs.lastText));
+                        qPrintable(copy.dialogs.messages.join(" | ")));
     }
 
     // Next and Previous at the start of a long result and after walking deep into it.
@@ -132,7 +133,7 @@ int main(int argc, char *argv[])
     }
     std::sort(saves.begin(), saves.end());
     report("Save (modify mode)", saves[saves.size() / 2], "< 20 ms");
-    std::printf("messages shown: %d\n", copy.dialogs.shown);
+    std::printf("messages shown: %lld\n", static_cast<long long>(copy.dialogs.messages.size()));
     w.close();
     return 0;
 }
