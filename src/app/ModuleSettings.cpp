@@ -18,7 +18,8 @@ int levelFrom(const QSqlQuery &q, const char *column)
 {
     const QVariant value = q.record().value(QString::fromLatin1(column));
     if (value.isNull())
-        throw DbError(94, QStringLiteral("Invalid use of Null (%1).").arg(QString::fromLatin1(column)));
+        throw DbError(94,
+                      QStringLiteral("Invalid use of Null (%1).").arg(QString::fromLatin1(column)));
     return static_cast<int>(value.toLongLong());
 }
 
@@ -50,7 +51,8 @@ Outcome read(const QString &argument, Databases &dbs, Dialogs &dialogs, Session 
     if (!argument.isEmpty()) {
         if (argument.size() < 5)
             throw DbError(5, QStringLiteral("Invalid procedure call or argument: the launcher's "
-                                            "argument '%1' is too short.").arg(argument));
+                                            "argument '%1' is too short.")
+                                 .arg(argument));
         session.moduleCode = argument.left(3);
         session.userLevel = static_cast<int>(Numbers::leadingWhole(argument.mid(3, 2)));
         session.userName = argument.mid(5);
@@ -66,8 +68,9 @@ Outcome read(const QString &argument, Databases &dbs, Dialogs &dialogs, Session 
         return Outcome::NotFromLauncher;
     }
     if (session.userLevel < session.accessLevel[0]) {
-        dialogs.message(QStringLiteral("Access denied. See system administrator.\nClick OK to exit..."),
-                        Dialogs::Icon::Information, QStringLiteral("Velmora Office Message"));
+        dialogs.message(
+            QStringLiteral("Access denied. See system administrator.\nClick OK to exit..."),
+            Dialogs::Icon::Information, QStringLiteral("Velmora Office Message"));
         return Outcome::AccessDenied;
     }
     return Outcome::Run;

@@ -17,7 +17,8 @@ int fromLine(const QString &line)
     const QString word = line.trimmed().toUpper();
     if (named.contains(word))
         return named.value(word);
-    if (word.startsWith(QLatin1String("&H")) && word.endsWith(QLatin1Char('&')) && word.size() > 3) {
+    if (word.startsWith(QLatin1String("&H")) && word.endsWith(QLatin1Char('&')) &&
+        word.size() > 3) {
         bool ok = false;
         const qulonglong value = word.mid(2, word.size() - 3).toULongLong(&ok, 16);
         if (ok)

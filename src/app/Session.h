@@ -10,7 +10,8 @@
 struct RecordArrays {
     struct Field {
         QString name;
-        int typeCode = 0; // the OLE DB type number of the column (3 integer, 5 double, 6 currency, 202 text, 203 memo)
+        int typeCode = 0; // the OLE DB type number of the column (3 integer, 5 double, 6 currency,
+                          // 202 text, 203 memo)
         QVariant value;
     };
     std::vector<Field> fields;
@@ -25,25 +26,25 @@ struct Session {
     QString userName;
     std::array<int, 4> accessLevel{};
     std::array<QString, 13> functionKeyText{}; // 1..12; index 0 unused
-    QString pnetYesNoRead;                // the setting as read (null reads as "Y")
-    QString pnetYesNo = QStringLiteral("N"); // what the module acts on: always "N"
+    QString pnetYesNoRead;                     // the setting as read (null reads as "Y")
+    QString pnetYesNo = QStringLiteral("N");   // what the module acts on: always "N"
     bool canadianAddresses = false;
 
     // From the staff record.
     QString staffLocation;
-    QString staffWork;          // never set by this module, so always ""
-    QString workDescription;    // set to "none" when empty by the location write
+    QString staffWork;       // never set by this module, so always ""
+    QString workDescription; // set to "none" when empty by the location write
     int sysUser = 0;
     QString localDrive;
-    int memLevel = 0, arLevel = 0, glLevel = 0, prLevel = 0, faLevel = 0, evLevel = 0,
-        inLevel = 0, posLevel = 0, cfLevel = 0;
+    int memLevel = 0, arLevel = 0, glLevel = 0, prLevel = 0, faLevel = 0, evLevel = 0, inLevel = 0,
+        posLevel = 0, cfLevel = 0;
     int memoMail = 0;
-    int staffFlag = 0;          // tested against 99 by the staff routines; never set here
+    int staffFlag = 0; // tested against 99 by the staff routines; never set here
 
     // The one text through which common steps take input and give their answer.
     QString messageText;
     QString promptTitle;
-    int lastYesNo = 0;          // 6 = Yes, 7 = No
+    int lastYesNo = 0; // 6 = Yes, 7 = No
 
     // The account the G/L check found last.
     QString accountName;

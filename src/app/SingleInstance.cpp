@@ -2,8 +2,8 @@
 
 #include <QDir>
 
-SingleInstance::SingleInstance(const QString &folder, const QString &moduleCode)
-    : m_path(QDir(folder).absoluteFilePath(QStringLiteral("velmora-%1.lock").arg(moduleCode)))
+SingleInstance::SingleInstance(const QString &folder, const QString &moduleCode) :
+    m_path(QDir(folder).absoluteFilePath(QStringLiteral("velmora-%1.lock").arg(moduleCode)))
 {
 }
 

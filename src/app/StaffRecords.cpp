@@ -35,14 +35,15 @@ void StaffRecords::writeLocation()
         m_session.workDescription = QStringLiteral("none");
     m_session.userName = m_session.userName.trimmed().toUpper();
     ScopedDatabase scope(m_dbs, staffFile);
-    m_dbs.execute(staffFile, QStringLiteral("update staff set location = '") + quoted(m_session.staffLocation)
-                                 + QStringLiteral("' , work = '") + quoted(m_session.staffWork)
-                                 + QStringLiteral("' where ucase$(username) = '")
-                                 + quoted(m_session.userName) + QLatin1Char('\''));
+    m_dbs.execute(staffFile, QStringLiteral("update staff set location = '") +
+                                 quoted(m_session.staffLocation) + QStringLiteral("' , work = '") +
+                                 quoted(m_session.staffWork) +
+                                 QStringLiteral("' where ucase$(username) = '") +
+                                 quoted(m_session.userName) + QLatin1Char('\''));
     QCoreApplication::processEvents();
     const QVariant sysuser = m_dbs.scalar(
-        staffFile, QStringLiteral("select sysuser from staff where ucase$(username) = '")
-                       + quoted(m_session.userName) + QLatin1Char('\''));
+        staffFile, QStringLiteral("select sysuser from staff where ucase$(username) = '") +
+                       quoted(m_session.userName) + QLatin1Char('\''));
     m_session.sysUser = sysuser.isNull() ? 0 : static_cast<int>(sysuser.toLongLong());
     QCoreApplication::processEvents();
 }
@@ -53,8 +54,9 @@ void StaffRecords::reloadUser()
         return;
     {
         ScopedDatabase scope(m_dbs, staffFile);
-        QSqlQuery q = m_dbs.select(staffFile, QStringLiteral("select * from staff where username = '")
-                                                  + quoted(m_session.userName) + QLatin1Char('\''));
+        QSqlQuery q =
+            m_dbs.select(staffFile, QStringLiteral("select * from staff where username = '") +
+                                        quoted(m_session.userName) + QLatin1Char('\''));
         if (q.next()) {
             const QSqlRecord row = q.record();
             m_session.localDrive = row.value(QStringLiteral("localdrive")).toString();
@@ -70,8 +72,9 @@ void StaffRecords::reloadUser()
             m_session.cfLevel = intOf(row, "cflevel");
             m_session.memoMail = intOf(row, "memomail");
         } else {
-            m_dialogs.message(QStringLiteral("User not found in database.\nSee system administrator."),
-                              Dialogs::Icon::Critical, QStringLiteral("Velmora Office"));
+            m_dialogs.message(
+                QStringLiteral("User not found in database.\nSee system administrator."),
+                Dialogs::Icon::Critical, QStringLiteral("Velmora Office"));
         }
         q.finish();
     }
@@ -94,7 +97,7 @@ void StaffRecords::showAccessDenied()
 
 QString StaffRecords::versionCommand(const QString &programName) const
 {
-    return QStringLiteral("vinfo32.exe ") + m_session.userName + QLatin1Char('@') + programName
-        + QLatin1Char(' ') + QString::fromLatin1(Session::version) + QStringLiteral("     SysUser: ")
-        + QString::number(m_session.sysUser);
+    return QStringLiteral("vinfo32.exe ") + m_session.userName + QLatin1Char('@') + programName +
+           QLatin1Char(' ') + QString::fromLatin1(Session::version) +
+           QStringLiteral("     SysUser: ") + QString::number(m_session.sysUser);
 }

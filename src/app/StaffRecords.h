@@ -10,8 +10,10 @@ struct Session;
 // The user's row in the staff table of user.mdb: where the user is, and the user's levels.
 class StaffRecords {
 public:
-    StaffRecords(Databases &dbs, Dialogs &dialogs, Session &session)
-        : m_dbs(dbs), m_dialogs(dialogs), m_session(session) {}
+    StaffRecords(Databases &dbs, Dialogs &dialogs, Session &session) :
+        m_dbs(dbs), m_dialogs(dialogs), m_session(session)
+    {
+    }
 
     // Writes session.staffLocation and the work text into the user's row and reads sysuser.
     // Throws DbError when user.mdb cannot be used; the write is then skipped as a whole.

@@ -20,8 +20,9 @@
 
 Q_LOGGING_CATEGORY(lcStartup, "vendor.startup", QtWarningMsg)
 
-Startup::Startup(VendorWindow &window, const QString &lockFolder)
-    : m_window(window), m_instance(std::make_unique<SingleInstance>(lockFolder, QStringLiteral("VDR")))
+Startup::Startup(VendorWindow &window, const QString &lockFolder) :
+    m_window(window),
+    m_instance(std::make_unique<SingleInstance>(lockFolder, QStringLiteral("VDR")))
 {
 }
 
@@ -40,8 +41,8 @@ std::optional<int> Startup::run(const QString &argument)
 
     step(1, "single instance");
     if (!m_instance->acquire()) {
-        dialogs.message(QStringLiteral("The module is already running."), Dialogs::Icon::Information,
-                        QStringLiteral("Uh-oh..."));
+        dialogs.message(QStringLiteral("The module is already running."),
+                        Dialogs::Icon::Information, QStringLiteral("Uh-oh..."));
         return AlreadyRunning;
     }
     step(2, "topmost");
@@ -60,9 +61,12 @@ std::optional<int> Startup::run(const QString &argument)
     try {
         bool canadian = false;
         switch (ModuleSettings::read(argument, services.databases, dialogs, session, canadian)) {
-        case ModuleSettings::Outcome::NotFromLauncher: return NotFromLauncher;
-        case ModuleSettings::Outcome::AccessDenied: return AccessDenied;
-        default: break;
+        case ModuleSettings::Outcome::NotFromLauncher:
+            return NotFromLauncher;
+        case ModuleSettings::Outcome::AccessDenied:
+            return AccessDenied;
+        default:
+            break;
         }
         if (canadian)
             m_window.useCanadianLabels();

@@ -15,8 +15,13 @@ class VendorWindow;
 class Startup {
 public:
     // Exit codes of a start-up that refused to go on.
-    enum ExitCode { AlreadyRunning = 1, UpdatePending = 2, NotFromLauncher = 3, AccessDenied = 4,
-                    DatabaseError = 5 };
+    enum ExitCode {
+        AlreadyRunning = 1,
+        UpdatePending = 2,
+        NotFromLauncher = 3,
+        AccessDenied = 4,
+        DatabaseError = 5
+    };
 
     // lockFolder is where the single-instance lock lives (the system's temporary folder).
     Startup(VendorWindow &window, const QString &lockFolder);

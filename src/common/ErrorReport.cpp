@@ -5,8 +5,8 @@
 
 void showErrorReport(Dialogs &dialogs, const DbError &error)
 {
-    dialogs.message(QStringLiteral("Error ") + QString::number(error.code()) + QStringLiteral(": ")
-                        + error.text() + QLatin1Char('\n')
-                        + QStringLiteral("If this keeps happening, call Velmora Data."),
+    dialogs.message(QStringLiteral("Error ") + QString::number(error.code()) +
+                        QStringLiteral(": ") + error.text() + QLatin1Char('\n') +
+                        QStringLiteral("If this keeps happening, call Velmora Data."),
                     Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
 }

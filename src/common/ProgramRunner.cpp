@@ -18,8 +18,9 @@ int ProgramRunner::runAndWait(const QString &commandLine)
     const int exitCode = m_processes.runAndWait(commandLine);
     QCoreApplication::processEvents();
     if (exitCode != 0) {
-        m_dialogs.message(QStringLiteral("WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE"),
-                          Dialogs::Icon::Critical, QStringLiteral("CAUTION"));
+        m_dialogs.message(
+            QStringLiteral("WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE"),
+            Dialogs::Icon::Critical, QStringLiteral("CAUTION"));
         m_session.staffLocation = QStringLiteral("Backup/Restore");
         writeAdminLog();
         return 0;
@@ -31,8 +32,8 @@ int ProgramRunner::runAndWait(const QString &commandLine)
 void ProgramRunner::writeAdminLog()
 {
     const QString fileName = m_session.staffLocation == QLatin1String("Backup/Restore")
-        ? QStringLiteral("lastbkup.dat")
-        : QStringLiteral("admlog.ini");
+                                 ? QStringLiteral("lastbkup.dat")
+                                 : QStringLiteral("admlog.ini");
     QFile file(Databases::pathOf(fileName));
     if (file.open(QIODevice::Append | QIODevice::Text)) {
         const QDateTime now = m_clock.now();

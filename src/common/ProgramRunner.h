@@ -14,9 +14,11 @@ struct Session;
 class ProgramRunner {
 public:
     ProgramRunner(Processes &processes, Dialogs &dialogs, Clock &clock, Clipboard &clipboard,
-                  Session &session)
-        : m_processes(processes), m_dialogs(dialogs), m_clock(clock), m_clipboard(clipboard),
-          m_session(session) {}
+                  Session &session) :
+        m_processes(processes),
+        m_dialogs(dialogs), m_clock(clock), m_clipboard(clipboard), m_session(session)
+    {
+    }
 
     // Blocks until the program ends. A non-zero exit shows the warning, logs it and gives 0.
     int runAndWait(const QString &commandLine);

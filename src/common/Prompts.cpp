@@ -15,7 +15,8 @@
 namespace Prompts {
 namespace {
 
-const QString promptTail = QStringLiteral("\nWhen done, press ENTER or click OK.\n\nClick CANCEL to exit this feature.");
+const QString promptTail =
+    QStringLiteral("\nWhen done, press ENTER or click OK.\n\nClick CANCEL to exit this feature.");
 
 // One date: asked again until it has eight characters; nothing when the user gives up.
 std::optional<QString> askDate(Dialogs &dialogs, const Clock &clock, const QString &prompt,
@@ -37,9 +38,9 @@ std::optional<QString> askDate(Dialogs &dialogs, const Clock &clock, const QStri
 void askDateRange(Dialogs &dialogs, const Clock &clock, Session &session)
 {
     const QString context = session.messageText;
-    const std::optional<QString> from =
-        askDate(dialogs, clock, QStringLiteral("Type the FROM date in YYYYMMDD format.") + promptTail,
-                QStringLiteral("FROM Date - ") + context);
+    const std::optional<QString> from = askDate(
+        dialogs, clock, QStringLiteral("Type the FROM date in YYYYMMDD format.") + promptTail,
+        QStringLiteral("FROM Date - ") + context);
     if (!from) {
         session.messageText = QStringLiteral("CANCEL");
         return;
@@ -61,9 +62,10 @@ void checkGlAccount(Databases &dbs, Dialogs &dialogs, Session &session)
     const QString file = QStringLiteral("gl.mdb");
     {
         ScopedDatabase scope(dbs, file);
-        QSqlQuery q = dbs.select(file, QStringLiteral("select glacctnum, glacctname,glstatementdesc, "
-                                                      "glaccttype, gllevel from gl0 where glacctnum = ")
-                                           + number);
+        QSqlQuery q =
+            dbs.select(file, QStringLiteral("select glacctnum, glacctname,glstatementdesc, "
+                                            "glaccttype, gllevel from gl0 where glacctnum = ") +
+                                 number);
         if (q.next()) {
             const QSqlRecord row = q.record();
             session.accountType = row.value(QStringLiteral("glaccttype")).toInt();

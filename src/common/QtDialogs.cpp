@@ -7,11 +7,16 @@ namespace {
 QMessageBox::Icon boxIcon(Dialogs::Icon icon)
 {
     switch (icon) {
-    case Dialogs::Icon::Information: return QMessageBox::Information;
-    case Dialogs::Icon::Critical: return QMessageBox::Critical;
-    case Dialogs::Icon::Question: return QMessageBox::Question;
-    case Dialogs::Icon::Exclamation: return QMessageBox::Warning;
-    case Dialogs::Icon::None: break;
+    case Dialogs::Icon::Information:
+        return QMessageBox::Information;
+    case Dialogs::Icon::Critical:
+        return QMessageBox::Critical;
+    case Dialogs::Icon::Question:
+        return QMessageBox::Question;
+    case Dialogs::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Dialogs::Icon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
@@ -32,11 +37,10 @@ int QtDialogs::askYesNo(const QString &text, const QString &title)
     return box.exec() == QMessageBox::Yes ? Yes : No;
 }
 
-QString QtDialogs::askInput(const QString &prompt, const QString &title,
-                            const QString &defaultText)
+QString QtDialogs::askInput(const QString &prompt, const QString &title, const QString &defaultText)
 {
     bool ok = false;
-    const QString answer = QInputDialog::getText(m_parent, title, prompt, QLineEdit::Normal,
-                                                 defaultText, &ok);
+    const QString answer =
+        QInputDialog::getText(m_parent, title, prompt, QLineEdit::Normal, defaultText, &ok);
     return ok ? answer : QString();
 }

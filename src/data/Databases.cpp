@@ -39,9 +39,9 @@ bool runPragma(QSqlDatabase &db, const QString &pragma)
 }
 } // namespace
 
-Databases::Databases(std::unique_ptr<Dialect> dialect)
-    : m_dialect(dialect ? std::move(dialect) : std::make_unique<SqliteDialect>()),
-      m_prefix(QStringLiteral("apdb%1:").arg(++s_instance))
+Databases::Databases(std::unique_ptr<Dialect> dialect) :
+    m_dialect(dialect ? std::move(dialect) : std::make_unique<SqliteDialect>()),
+    m_prefix(QStringLiteral("apdb%1:").arg(++s_instance))
 {
 }
 
@@ -67,14 +67,15 @@ DbError Databases::errorFrom(const QSqlError &error, const QString &statement)
     const QString native = error.nativeErrorCode();
     const QString text = error.text().trimmed();
     int code = DbError::Generic;
-    if (native == QLatin1String("5") || native == QLatin1String("6")
-        || text.contains(QLatin1String("locked"), Qt::CaseInsensitive))
+    if (native == QLatin1String("5") || native == QLatin1String("6") ||
+        text.contains(QLatin1String("locked"), Qt::CaseInsensitive))
         code = DbError::RecordLocked;
     else if (text.contains(QLatin1String("no such table"), Qt::CaseInsensitive))
         code = DbError::NoSuchTable;
     else if (text.contains(QLatin1String("no such column"), Qt::CaseInsensitive))
         code = DbError::NoSuchColumn;
-    QString message = text.isEmpty() ? QStringLiteral("The database engine refused the statement.") : text;
+    QString message =
+        text.isEmpty() ? QStringLiteral("The database engine refused the statement.") : text;
     if (!statement.isEmpty())
         message += QStringLiteral(" (") + statement + QLatin1Char(')');
     return {code, message};
@@ -99,7 +100,8 @@ QSqlDatabase Databases::connect(const QString &fileName, const QString &connecti
     case FileFormat::Other:
         throw DbError(DbError::NotADatabase,
                       QStringLiteral("The file '%1' is not a database this module can read; the "
-                                     "file was left as it is.").arg(path));
+                                     "file was left as it is.")
+                          .arg(path));
     case FileFormat::SQLite:
         break;
     }
@@ -107,13 +109,15 @@ QSqlDatabase Databases::connect(const QString &fileName, const QString &connecti
     // The path travels in a URI, so characters such as '?', '#' and '%' are escaped.
     const QString uriPath = QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
     db.setDatabaseName(QStringLiteral("file:%1?mode=rw").arg(uriPath));
-    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(m_busyTimeoutMsecs));
+    db.setConnectOptions(
+        QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(m_busyTimeoutMsecs));
     if (!db.open()) {
         const QSqlError err = db.lastError();
         db = QSqlDatabase();
         QSqlDatabase::removeDatabase(connection);
-        throw DbError(DbError::FileNotFound,
-                      QStringLiteral("Could not open file '%1'. %2").arg(path, err.text()).trimmed());
+        throw DbError(
+            DbError::FileNotFound,
+            QStringLiteral("Could not open file '%1'. %2").arg(path, err.text()).trimmed());
     }
     ++m_openCount;
     runPragma(db, QStringLiteral("pragma journal_mode=WAL"));
@@ -123,8 +127,9 @@ QSqlDatabase Databases::connect(const QString &fileName, const QString &connecti
         db.close();
         db = QSqlDatabase();
         QSqlDatabase::removeDatabase(connection);
-        throw DbError(DbError::NotADatabase,
-                      QStringLiteral("The file '%1' could not be prepared: %2").arg(path, schemaError));
+        throw DbError(
+            DbError::NotADatabase,
+            QStringLiteral("The file '%1' could not be prepared: %2").arg(path, schemaError));
     }
     m_connections[fileName.toLower()].append(connection);
     return db;
@@ -211,8 +216,8 @@ void Databases::execute(const QString &fileName, const QString &statement)
     tx.commit();
 }
 
-ScopedDatabase::ScopedDatabase(Databases &dbs, const QString &fileName)
-    : m_dbs(dbs), m_fileName(fileName), m_wasOpen(dbs.isOpen(fileName))
+ScopedDatabase::ScopedDatabase(Databases &dbs, const QString &fileName) :
+    m_dbs(dbs), m_fileName(fileName), m_wasOpen(dbs.isOpen(fileName))
 {
 }
 

@@ -10,22 +10,27 @@ class DbError : public std::runtime_error {
 public:
     enum Code : int {
         Generic = 3000,
-        NoCurrentRecord = 3021,  // the cursor stands before the first or after the last row
+        NoCurrentRecord = 3021, // the cursor stands before the first or after the last row
         FileNotFound = 3024,
         NoSuchColumn = 3061,
         NoSuchTable = 3078,
         NotUpdatable = 3027,
-        RecordLocked = 3260,     // another user holds the record or the file
-        NotADatabase = 3343,     // unrecognised database format (an Access file, say)
-        RecordChanged = 3197,    // another user changed the data since it was read
+        RecordLocked = 3260,  // another user holds the record or the file
+        NotADatabase = 3343,  // unrecognised database format (an Access file, say)
+        RecordChanged = 3197, // another user changed the data since it was read
     };
 
-    DbError(int code, const QString &text)
-        : std::runtime_error(text.toStdString()), m_code(code), m_text(text) {}
+    DbError(int code, const QString &text) :
+        std::runtime_error(text.toStdString()), m_code(code), m_text(text)
+    {
+    }
     int code() const { return m_code; }
     QString text() const { return m_text; }
 
-    static DbError noCurrentRecord() { return {NoCurrentRecord, QStringLiteral("No current record.")}; }
+    static DbError noCurrentRecord()
+    {
+        return {NoCurrentRecord, QStringLiteral("No current record.")};
+    }
 
 private:
     int m_code;

@@ -18,8 +18,8 @@ QString mapTwiceNamedJoin(const QString &statement)
     if (!match.hasMatch())
         return statement;
     return QStringLiteral("select vendors.*, invoices.* from invoices inner join vendors on "
-                          "invoices.vendnumber = vendors.vendnumber where ")
-        + statement.mid(match.capturedEnd());
+                          "invoices.vendnumber = vendors.vendnumber where ") +
+           statement.mid(match.capturedEnd());
 }
 
 // ucase$(x) is upper(x). Only outside quoted text, so a value that holds the word is left alone.
@@ -33,7 +33,8 @@ QString mapUcase(const QString &statement)
         const QChar c = statement.at(i);
         if (c == QLatin1Char('\'')) {
             quoted = !quoted;
-        } else if (!quoted && statement.mid(i, ucase.size()).compare(ucase, Qt::CaseInsensitive) == 0) {
+        } else if (!quoted &&
+                   statement.mid(i, ucase.size()).compare(ucase, Qt::CaseInsensitive) == 0) {
             out += QStringLiteral("upper(");
             i += ucase.size() - 1;
             continue;
@@ -54,12 +55,12 @@ QString mapEmptyDate(const QString &statement)
     bool quoted = false;
     for (qsizetype i = 0; i < statement.size(); ++i) {
         const QChar c = statement.at(i);
-        const bool wordStart = i == 0 || !(statement.at(i - 1).isLetterOrNumber()
-                                           || statement.at(i - 1) == QLatin1Char('_'));
+        const bool wordStart = i == 0 || !(statement.at(i - 1).isLetterOrNumber() ||
+                                           statement.at(i - 1) == QLatin1Char('_'));
         if (!quoted && wordStart) {
-            const QRegularExpressionMatch m = emptyDate.match(
-                statement, i, QRegularExpression::NormalMatch,
-                QRegularExpression::AnchorAtOffsetMatchOption);
+            const QRegularExpressionMatch m =
+                emptyDate.match(statement, i, QRegularExpression::NormalMatch,
+                                QRegularExpression::AnchorAtOffsetMatchOption);
             if (m.hasMatch()) {
                 out += QStringLiteral("coalesce(%1, 0) = 0").arg(m.captured(1));
                 i = m.capturedEnd() - 1;

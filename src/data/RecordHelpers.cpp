@@ -22,11 +22,16 @@ int typeCodeOf(const QString &table, const QSqlField &field)
 {
     switch (Schema::columnKind(table, field.name())) {
     case Schema::Kind::Long:
-    case Schema::Kind::Date: return 3;
-    case Schema::Kind::Number: return 5;
-    case Schema::Kind::Currency: return 6;
-    case Schema::Kind::Memo: return 203;
-    case Schema::Kind::Text: break;
+    case Schema::Kind::Date:
+        return 3;
+    case Schema::Kind::Number:
+        return 5;
+    case Schema::Kind::Currency:
+        return 6;
+    case Schema::Kind::Memo:
+        return 203;
+    case Schema::Kind::Text:
+        break;
     }
     return 202;
 }
@@ -42,8 +47,8 @@ bool databaseThere(Dialogs &dialogs, const QString &name)
 {
     if (QFileInfo::exists(Databases::pathOf(name)))
         return true;
-    dialogs.message(QStringLiteral("The ") + name + QStringLiteral(" database is missing.\r\n")
-                        + QStringLiteral("Contact Velmora Data technical support for assistance."),
+    dialogs.message(QStringLiteral("The ") + name + QStringLiteral(" database is missing.\r\n") +
+                        QStringLiteral("Contact Velmora Data technical support for assistance."),
                     Dialogs::Icon::Information, QStringLiteral("Uh-oh..."));
     return false;
 }
@@ -98,7 +103,8 @@ bool saveRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QStrin
         QStringList marks;
         for (qsizetype i = 0; i < columns.size(); ++i)
             marks << QStringLiteral("?");
-        sql = QStringLiteral("insert into %1 (%2) values (%3)").arg(table, columns.join(", "), marks.join(", "));
+        sql = QStringLiteral("insert into %1 (%2) values (%3)")
+                  .arg(table, columns.join(", "), marks.join(", "));
     } else {
         // The row the query stands on, found again by the engine's own row number.
         static const QRegularExpression star(QStringLiteral(R"(^\s*select\s+\*)"),

@@ -201,9 +201,9 @@ bool RecordSource::findFirst(const QString &criterion)
         throw DbError::noCurrentRecord();
     QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
     q.setForwardOnly(true);
-    const QString sql = QStringLiteral("select * from (%1) where %2 limit 1")
-                            .arg(m_dbs.dialect().map(fullStatement()),
-                                 m_dbs.dialect().mapCriterion(criterion));
+    const QString sql =
+        QStringLiteral("select * from (%1) where %2 limit 1")
+            .arg(m_dbs.dialect().map(fullStatement()), m_dbs.dialect().mapCriterion(criterion));
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), sql);
     if (!q.next())
@@ -292,12 +292,14 @@ void RecordSource::update()
             m_mode = Mode::None;
             return;
         }
-        sql = QStringLiteral("update %1 set %2 where %3 = ?").arg(m_table, sets.join(", "), m_keyColumn);
+        sql = QStringLiteral("update %1 set %2 where %3 = ?")
+                  .arg(m_table, sets.join(", "), m_keyColumn);
     } else {
         QStringList marks;
         for (qsizetype i = 0; i < columns.size(); ++i)
             marks << QStringLiteral("?");
-        sql = QStringLiteral("insert into %1 (%2) values (%3)").arg(m_table, columns.join(", "), marks.join(", "));
+        sql = QStringLiteral("insert into %1 (%2) values (%3)")
+                  .arg(m_table, columns.join(", "), marks.join(", "));
     }
     beginWrite(Commit::Durable);
     QSqlQuery q(db);

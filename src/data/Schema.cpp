@@ -36,14 +36,30 @@ std::vector<Column> texts(const QStringList &names)
 Table vendors()
 {
     return {QStringLiteral("vendors"),
-            {{"vendnumber", K::Long},      {"vendname", K::Text},       {"vendaddr1", K::Text},
-             {"vendaddr2", K::Text},       {"vendcity", K::Text},       {"vendstate", K::Text},
-             {"vendzip", K::Text},         {"vendphone", K::Text},      {"vendfax", K::Text},
-             {"vendcontact", K::Text},     {"vcontact2name", K::Text},  {"vcontact2phone", K::Text},
-             {"vcontact2email", K::Text},  {"email", K::Text},          {"cell_other", K::Text},
-             {"vendacct", K::Text},        {"vendterms", K::Text},      {"vendglacct", K::Number},
-             {"vendtaxid", K::Text},       {"vend1099type", K::Long},   {"vendytd", K::Currency},
-             {"vendbalcurrent", K::Currency}, {"vendbal60", K::Currency}, {"vendbal90", K::Currency},
+            {{"vendnumber", K::Long},
+             {"vendname", K::Text},
+             {"vendaddr1", K::Text},
+             {"vendaddr2", K::Text},
+             {"vendcity", K::Text},
+             {"vendstate", K::Text},
+             {"vendzip", K::Text},
+             {"vendphone", K::Text},
+             {"vendfax", K::Text},
+             {"vendcontact", K::Text},
+             {"vcontact2name", K::Text},
+             {"vcontact2phone", K::Text},
+             {"vcontact2email", K::Text},
+             {"email", K::Text},
+             {"cell_other", K::Text},
+             {"vendacct", K::Text},
+             {"vendterms", K::Text},
+             {"vendglacct", K::Number},
+             {"vendtaxid", K::Text},
+             {"vend1099type", K::Long},
+             {"vendytd", K::Currency},
+             {"vendbalcurrent", K::Currency},
+             {"vendbal60", K::Currency},
+             {"vendbal90", K::Currency},
              {"pnet", K::Text}},
             {"ix_vendors_number(vendnumber)", "ix_vendors_name(vendname)",
              "ix_vendors_contact(vendcontact)", "ix_vendors_glacct(vendglacct, vendname)"}};
@@ -52,13 +68,14 @@ Table vendors()
 Table invoices()
 {
     std::vector<Column> cols = {
-        {"vendnumber", K::Long},   {"invnumber", K::Text},      {"invdate", K::Date},
-        {"invduedate", K::Date},   {"invglperiod", K::Long},    {"invproduct", K::Text},
-        {"invamount", K::Currency}, {"invstatus", K::Long},     {"invchecknumber", K::Long},
-        {"invcheckdate", K::Date}, {"invcheckamount", K::Currency}};
+        {"vendnumber", K::Long},    {"invnumber", K::Text},         {"invdate", K::Date},
+        {"invduedate", K::Date},    {"invglperiod", K::Long},       {"invproduct", K::Text},
+        {"invamount", K::Currency}, {"invstatus", K::Long},         {"invchecknumber", K::Long},
+        {"invcheckdate", K::Date},  {"invcheckamount", K::Currency}};
     cols = join(cols, numbered(QStringLiteral("splitgl"), 10, K::Number));
     cols = join(cols, numbered(QStringLiteral("splitamt"), 10, K::Currency));
-    return {QStringLiteral("invoices"), cols,
+    return {QStringLiteral("invoices"),
+            cols,
             {"ix_invoices_vendor_date(vendnumber, invdate, invstatus, invchecknumber)",
              "ix_invoices_number(invnumber)", "ix_invoices_check(invchecknumber)",
              "ix_invoices_product(invproduct)", "ix_invoices_checkdate(vendnumber, invcheckdate)"}};
@@ -67,22 +84,28 @@ Table invoices()
 Table checks()
 {
     return {QStringLiteral("checks"),
-            {{"chkpayeenum", K::Long}, {"chkpayeename", K::Text}, {"chknum", K::Long},
-             {"chkdate", K::Date}, {"chkamount", K::Currency}, {"chkref", K::Text},
+            {{"chkpayeenum", K::Long},
+             {"chkpayeename", K::Text},
+             {"chknum", K::Long},
+             {"chkdate", K::Date},
+             {"chkamount", K::Currency},
+             {"chkref", K::Text},
              {"chkstatus", K::Long}},
             {"ix_checks_payee_date(chkpayeenum, chkdate)", "ix_checks_number(chknum)"}};
 }
 
 Table vendnotes()
 {
-    return {QStringLiteral("vendnotes"), {{"vendnumber", K::Long}, {"notes", K::Memo}},
+    return {QStringLiteral("vendnotes"),
+            {{"vendnumber", K::Long}, {"notes", K::Memo}},
             {"ix_vendnotes_number(vendnumber)"}};
 }
 
 Table miscinfo()
 {
     return {QStringLiteral("miscinfo"),
-            join({{"miscid", K::Long}}, numbered(QStringLiteral("miscdesc"), 30, K::Text)), {}};
+            join({{"miscid", K::Long}}, numbered(QStringLiteral("miscdesc"), 30, K::Text)),
+            {}};
 }
 
 Table miscdata()
@@ -95,23 +118,30 @@ Table miscdata()
 Table gl0()
 {
     return {QStringLiteral("gl0"),
-            {{"glacctnum", K::Number}, {"glacctname", K::Text}, {"glstatementdesc", K::Text},
-             {"glaccttype", K::Long}, {"gllevel", K::Long}},
+            {{"glacctnum", K::Number},
+             {"glacctname", K::Text},
+             {"glstatementdesc", K::Text},
+             {"glaccttype", K::Long},
+             {"gllevel", K::Long}},
             {"ix_gl0_acctnum(glacctnum)"}};
 }
 
 Table ar0()
 {
     return {QStringLiteral("ar0"),
-            {{"aracctnum", K::Number}, {"aracctname", K::Text}, {"araccttype", K::Long},
+            {{"aracctnum", K::Number},
+             {"aracctname", K::Text},
+             {"araccttype", K::Long},
              {"arlevel", K::Long}},
             {"ix_ar0_acctnum(aracctnum)"}};
 }
 
 Table apSettings()
 {
-    std::vector<Column> cols = {{"apaccess0", K::Long}, {"apaccess1", K::Long},
-                                {"apaccess2", K::Long}, {"apaccess3", K::Long},
+    std::vector<Column> cols = {{"apaccess0", K::Long},
+                                {"apaccess1", K::Long},
+                                {"apaccess2", K::Long},
+                                {"apaccess3", K::Long},
                                 {"pnetyesno", K::Text}};
     for (int i = 1; i <= 12; ++i)
         cols.push_back({QStringLiteral("f%1key").arg(i), K::Text});
@@ -128,8 +158,11 @@ Table company()
 
 Table staff()
 {
-    std::vector<Column> cols = {{"username", K::Text}, {"location", K::Text}, {"work", K::Text},
-                                {"sysuser", K::Long}, {"localdrive", K::Text}};
+    std::vector<Column> cols = {{"username", K::Text},
+                                {"location", K::Text},
+                                {"work", K::Text},
+                                {"sysuser", K::Long},
+                                {"localdrive", K::Text}};
     for (const char *level : {"memlevel", "arlevel", "aplevel", "gllevel", "prlevel", "falevel",
                               "evlevel", "inlevel", "poslevel", "cflevel", "memomail"})
         cols.push_back({QString::fromLatin1(level), K::Long});
@@ -141,9 +174,8 @@ Table empinfo()
     return {QStringLiteral("empinfo"),
             join({{"empid", K::Long}},
                  texts({"empfname", "emplname", "empmainname", "empaltname", "empaddr1a",
-                        "empaddr1b", "empcity1", "empstate1", "empzip1", "empphone1",
-                        "empaddr2a", "empaddr2b", "empcity2", "empstate2", "empzip2",
-                        "empphone2"})),
+                        "empaddr1b", "empcity1", "empstate1", "empzip1", "empphone1", "empaddr2a",
+                        "empaddr2b", "empcity2", "empstate2", "empzip2", "empphone2"})),
             {"ix_empinfo_empid(empid)"}};
 }
 
@@ -174,12 +206,18 @@ const QHash<QString, std::vector<Table>> &allFiles()
 QString declaredType(Kind kind)
 {
     switch (kind) {
-    case K::Long: return QStringLiteral("INTEGER");
-    case K::Number: return QStringLiteral("DOUBLE");
-    case K::Text: return QStringLiteral("TEXT");
-    case K::Memo: return QStringLiteral("TEXT");
-    case K::Currency: return QStringLiteral("CURRENCY");
-    case K::Date: return QStringLiteral("INTEGER");
+    case K::Long:
+        return QStringLiteral("INTEGER");
+    case K::Number:
+        return QStringLiteral("DOUBLE");
+    case K::Text:
+        return QStringLiteral("TEXT");
+    case K::Memo:
+        return QStringLiteral("TEXT");
+    case K::Currency:
+        return QStringLiteral("CURRENCY");
+    case K::Date:
+        return QStringLiteral("INTEGER");
     }
     return QStringLiteral("TEXT");
 }
@@ -210,21 +248,26 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
             QStringList defs;
             for (const Column &c : table.columns)
                 defs << c.name + QLatin1Char(' ') + declaredType(c.kind);
-            if (!run(db, QStringLiteral("create table %1 (%2)").arg(table.name, defs.join(", ")), error))
+            if (!run(db, QStringLiteral("create table %1 (%2)").arg(table.name, defs.join(", ")),
+                     error))
                 return false;
         } else {
             for (const Column &c : table.columns) {
                 if (existing.contains(c.name))
                     continue;
-                if (!run(db, QStringLiteral("alter table %1 add column %2 %3")
-                                 .arg(table.name, c.name, declaredType(c.kind)), error))
+                if (!run(db,
+                         QStringLiteral("alter table %1 add column %2 %3")
+                             .arg(table.name, c.name, declaredType(c.kind)),
+                         error))
                     return false;
             }
         }
         for (const QString &index : table.indexes) {
             const qsizetype paren = index.indexOf(QLatin1Char('('));
-            if (!run(db, QStringLiteral("create index if not exists %1 on %2 %3")
-                             .arg(index.left(paren), table.name, index.mid(paren)), error))
+            if (!run(db,
+                     QStringLiteral("create index if not exists %1 on %2 %3")
+                         .arg(index.left(paren), table.name, index.mid(paren)),
+                     error))
                 return false;
         }
     }
@@ -272,7 +315,8 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
 {
     QString error;
     if (!db.tables().contains(QStringLiteral("schema_version"))) {
-        if (!run(db, QStringLiteral("create table if not exists schema_version (version INTEGER)"), error))
+        if (!run(db, QStringLiteral("create table if not exists schema_version (version INTEGER)"),
+                 error))
             return error;
     }
     const int version = storedVersion(db);
@@ -282,10 +326,14 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
         return db.lastError().text();
     // Step 2: two invoice indexes of the first layout led the engine to sort a vendor's whole
     // list; the index on vendor and date serves those lists in order.
-    const bool ok = createTables(db, fileName, error)
-        && (version >= 2 || dropIndexes(db, {"ix_invoices_vendor_status", "ix_invoices_vendor_check"}, error))
-        && run(db, QStringLiteral("delete from schema_version"), error)
-        && run(db, QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion), error);
+    const bool ok =
+        createTables(db, fileName, error) &&
+        (version >= 2 ||
+         dropIndexes(db, {"ix_invoices_vendor_status", "ix_invoices_vendor_check"}, error)) &&
+        run(db, QStringLiteral("delete from schema_version"), error) &&
+        run(db,
+            QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion),
+            error);
     if (!ok) {
         db.rollback();
         return error;

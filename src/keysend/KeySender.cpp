@@ -8,12 +8,11 @@
 #include <array>
 
 namespace {
-constexpr std::array<int, 3> lockCodes{KeyNames::CapsLock, KeyNames::NumLock,
-                                       KeyNames::ScrollLock};
+constexpr std::array<int, 3> lockCodes{KeyNames::CapsLock, KeyNames::NumLock, KeyNames::ScrollLock};
 } // namespace
 
-KeySender::KeySender(LockKeys *lockKeys)
-    : m_lockKeys(lockKeys ? lockKeys : &m_ownLockKeys), m_delivery(std::make_unique<KeyDelivery>())
+KeySender::KeySender(LockKeys *lockKeys) :
+    m_lockKeys(lockKeys ? lockKeys : &m_ownLockKeys), m_delivery(std::make_unique<KeyDelivery>())
 {
 }
 

@@ -31,8 +31,8 @@ QChar withCase(QChar ch, bool upper)
 // The control characters of the BACKSPACE, TAB, ENTER and ESC keys.
 bool isControlKeyCode(int code)
 {
-    return code == KeyNames::Backspace || code == KeyNames::Tab || code == KeyNames::Enter
-           || code == KeyNames::Escape;
+    return code == KeyNames::Backspace || code == KeyNames::Tab || code == KeyNames::Enter ||
+           code == KeyNames::Escape;
 }
 
 } // namespace
@@ -111,8 +111,8 @@ void KeyTranslator::followAltComposition(const KeyEvent &event)
     }
     if (!m_composing || !down)
         return;
-    if (isKeypadDigit(event.code) && event.modifiers == Qt::AltModifier
-        && m_locks.isOn(KeyNames::NumLock)) {
+    if (isKeypadDigit(event.code) && event.modifiers == Qt::AltModifier &&
+        m_locks.isOn(KeyNames::NumLock)) {
         m_composedDigits += QChar(u'0' + (event.code - KeyNames::Numpad0));
     } else {
         m_composing = false;

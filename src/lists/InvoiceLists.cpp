@@ -34,15 +34,14 @@ const char *const allowDelete = "allowDelete";
 const char *const allowUpdate = "allowUpdate";
 } // namespace
 
-InvoiceLists::InvoiceLists(VendorWindow &window)
-    : m_window(window),
-      m_cursor(std::make_unique<RecordSource>(window.services().databases,
-                                              QStringLiteral("listcursor")))
+InvoiceLists::InvoiceLists(VendorWindow &window) :
+    m_window(window), m_cursor(std::make_unique<RecordSource>(window.services().databases,
+                                                              QStringLiteral("listcursor")))
 {
     const VendorWindow::Controls &c = window.controls();
     auto today = [&clock = window.services().clock] { return clock.today(); };
-    m_invoiceModel = new RecordSourceModel(window.datainvoice(), ListColumns::invoices(), today,
-                                           c.grid1);
+    m_invoiceModel =
+        new RecordSourceModel(window.datainvoice(), ListColumns::invoices(), today, c.grid1);
     m_checkModel =
         new RecordSourceModel(window.datachecks(), ListColumns::checks(), today, c.grid2);
     auto *swallower = new EnterSwallower(&window);
@@ -127,7 +126,7 @@ void InvoiceLists::list(Kind kind)
 
     const bool oldToNew = c.optsort[0]->isChecked();
     const QString statement = kind == Unpaid ? ListQueries::unpaid(state.listVendor, oldToNew)
-        : kind == Paid                       ? ListQueries::paid(state.listVendor, oldToNew)
+                              : kind == Paid ? ListQueries::paid(state.listVendor, oldToNew)
                                              : ListQueries::checks(state.listVendor, oldToNew);
     requery(statement, invoices ? m_window.datainvoice() : m_window.datachecks(), true);
 

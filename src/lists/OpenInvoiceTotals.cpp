@@ -20,15 +20,16 @@ void OpenInvoiceTotals::compute()
     Databases &dbs = m_window.services().databases;
     const QString vendor = QString::number(number);
     ScreenState &state = m_window.state();
-    state.openTotal = Money::fromSum(dbs.scalar(
-        QStringLiteral("ap.mdb"), QStringLiteral("select sum(invamount) from invoices where vendnumber = ")
-                                      + vendor + QStringLiteral(" and invstatus > 0 and invstatus < 4")));
+    state.openTotal = Money::fromSum(
+        dbs.scalar(QStringLiteral("ap.mdb"),
+                   QStringLiteral("select sum(invamount) from invoices where vendnumber = ") +
+                       vendor + QStringLiteral(" and invstatus > 0 and invstatus < 4")));
     const long long year = m_window.services().clock.currentYear();
     state.yearTotal = Money::fromSum(dbs.scalar(
-        QStringLiteral("ap.mdb"), QStringLiteral("select sum(invamount) from invoices where vendnumber = ")
-                                      + vendor + QStringLiteral(" and invdate between ")
-                                      + QString::number(year * 10000 + 100) + QStringLiteral(" and ")
-                                      + QString::number(year * 10000 + 1232)));
+        QStringLiteral("ap.mdb"),
+        QStringLiteral("select sum(invamount) from invoices where vendnumber = ") + vendor +
+            QStringLiteral(" and invdate between ") + QString::number(year * 10000 + 100) +
+            QStringLiteral(" and ") + QString::number(year * 10000 + 1232)));
     m_window.setStatus(previous);
     QCoreApplication::processEvents();
 }

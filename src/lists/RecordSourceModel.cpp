@@ -8,9 +8,9 @@
 #include <algorithm>
 
 RecordSourceModel::RecordSourceModel(RecordSource &source, std::vector<ListColumn> columns,
-                                     std::function<QDate()> today, QObject *parent)
-    : QAbstractTableModel(parent), m_source(&source), m_columns(std::move(columns)),
-      m_today(std::move(today))
+                                     std::function<QDate()> today, QObject *parent) :
+    QAbstractTableModel(parent),
+    m_source(&source), m_columns(std::move(columns)), m_today(std::move(today))
 {
     m_source->setObserver(this);
     rowsReset();
@@ -55,8 +55,8 @@ QVariant RecordSourceModel::headerData(int section, Qt::Orientation orientation,
 
 bool RecordSourceModel::canFetchMore(const QModelIndex &parent) const
 {
-    return m_source && !parent.isValid()
-        && (m_rows < m_source->fetchedCount() || !m_source->allFetched());
+    return m_source && !parent.isValid() &&
+           (m_rows < m_source->fetchedCount() || !m_source->allFetched());
 }
 
 void RecordSourceModel::fetchMore(const QModelIndex &parent)

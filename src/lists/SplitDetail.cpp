@@ -74,8 +74,7 @@ void SplitDetail::run()
 void SplitDetail::place()
 {
     QGroupBox *panel = m_window.controls().frasplit;
-    panel->move((m_window.width() - panel->width()) / 2,
-                (m_window.height() - panel->height()) / 3);
+    panel->move((m_window.width() - panel->width()) / 2, (m_window.height() - panel->height()) / 3);
 }
 
 bool SplitDetail::findSelected()

@@ -29,8 +29,8 @@ void VendorNotes::show()
     c.cmdsplit->setText(QStringLiteral("Show Split Detail"));
     c.notes->show();
     QSqlQuery q = m_window.services().databases.select(
-        QStringLiteral("ap.mdb"), QStringLiteral("select * from vendnotes where vendnumber = ")
-                                      + QString::number(number));
+        QStringLiteral("ap.mdb"),
+        QStringLiteral("select * from vendnotes where vendnumber = ") + QString::number(number));
     const ScreenState &state = m_window.state();
     if (!q.next()) {
         c.notes->clear();

@@ -30,8 +30,8 @@ int functionKeyNumber(int key)
 }
 } // namespace
 
-FieldEntry::FieldEntry(VendorWindow &window, KeySending sendKeys)
-    : QObject(&window), m_window(window), m_sendKeys(std::move(sendKeys))
+FieldEntry::FieldEntry(VendorWindow &window, KeySending sendKeys) :
+    QObject(&window), m_window(window), m_sendKeys(std::move(sendKeys))
 {
     for (QLineEdit *field : m_window.controls().Text1)
         field->installEventFilter(this);
@@ -79,8 +79,9 @@ void FieldEntry::focused(int index)
             // the vendor being edited rather than on the table's first vendor.
             const QSqlRecord &recalled = m_window.state().recalled;
             if (m_window.state().modifyFlag == 1 && !recalled.isEmpty())
-                source.findFirst(QStringLiteral("vendnumber = ")
-                                 + QString::number(recalled.value(QStringLiteral("vendnumber")).toLongLong()));
+                source.findFirst(
+                    QStringLiteral("vendnumber = ") +
+                    QString::number(recalled.value(QStringLiteral("vendnumber")).toLongLong()));
         } catch (const DbError &error) {
             showErrorReport(m_window.services().dialogs, error);
         }
@@ -142,12 +143,13 @@ void FieldEntry::left(int index)
                 holdFocus(12);
         }
         RecordSource &source = m_window.datavendor();
-        if (index == 0 && m_window.state().addFlag == 1 && source.isBound() && source.hasRecords()) {
+        if (index == 0 && m_window.state().addFlag == 1 && source.isBound() &&
+            source.hasRecords()) {
             const QString number = QString::number(Numbers::leadingWhole(field[0]->text()));
             if (source.findFirst(QStringLiteral("vendnumber = ") + number)) {
-                dialogs.message(QStringLiteral("This vendor number belongs to \n")
-                                    + source.value(QStringLiteral("vendname")).toString()
-                                    + QStringLiteral("\nPlease try again."),
+                dialogs.message(QStringLiteral("This vendor number belongs to \n") +
+                                    source.value(QStringLiteral("vendname")).toString() +
+                                    QStringLiteral("\nPlease try again."),
                                 Dialogs::Icon::Information, QStringLiteral("New Vendor Number"));
                 holdFocus(0);
             }

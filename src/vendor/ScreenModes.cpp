@@ -55,20 +55,16 @@ void ScreenModes::applyButtons(Mode mode)
         O lookup, browse, addVendor, modify;
     };
     const Row rows[] = {
-        {c.cmdadd, true, false, true, false},
-        {c.cmdlookup, true, false, {}, {}},
-        {c.cmdprevious, false, true, {}, {}},
-        {c.cmdnext, false, true, {}, {}},
-        {c.cmdmodify, false, true, {}, true},
-        {c.cmdsave, false, false, true, true},
-        {c.cmddelete, false, false, {}, true},
-        {c.cmdcancel, true, true, true, true},
+        {c.cmdadd, true, false, true, false},  {c.cmdlookup, true, false, {}, {}},
+        {c.cmdprevious, false, true, {}, {}},  {c.cmdnext, false, true, {}, {}},
+        {c.cmdmodify, false, true, {}, true},  {c.cmdsave, false, false, true, true},
+        {c.cmddelete, false, false, {}, true}, {c.cmdcancel, true, true, true, true},
     };
     for (const Row &row : rows) {
-        const O state = mode == Mode::Lookup ? row.lookup
-            : mode == Mode::Browse           ? row.browse
-            : mode == Mode::AddVendor        ? row.addVendor
-                                             : row.modify;
+        const O state = mode == Mode::Lookup      ? row.lookup
+                        : mode == Mode::Browse    ? row.browse
+                        : mode == Mode::AddVendor ? row.addVendor
+                                                  : row.modify;
         if (state)
             row.button->setEnabled(*state);
     }
@@ -207,15 +203,17 @@ void ScreenModes::remove()
         // Only the YTD purchases and the current unpaid figure stand in the way.
         for (int i : {13, 14}) {
             if (std::fabs(Numbers::leading(c.Text1[i]->text())) >= 0.01) {
-                dialogs.message(QStringLiteral("This account has active YTD purchases and/or unpaid "
-                                               "invoices and \r\ncannot be deleted until the year has "
-                                               "closed and balances are zero. "),
-                                Dialogs::Icon::Critical, QStringLiteral("Delete Vendor"));
+                dialogs.message(
+                    QStringLiteral("This account has active YTD purchases and/or unpaid "
+                                   "invoices and \r\ncannot be deleted until the year has "
+                                   "closed and balances are zero. "),
+                    Dialogs::Icon::Critical, QStringLiteral("Delete Vendor"));
                 return;
             }
         }
-        m_window.session().lastYesNo = dialogs.yesNo(
-            QStringLiteral("Click YES to finish the deletion, NO to cancel"), QStringLiteral("Delete Vendor?"));
+        m_window.session().lastYesNo =
+            dialogs.yesNo(QStringLiteral("Click YES to finish the deletion, NO to cancel"),
+                          QStringLiteral("Delete Vendor?"));
         if (m_window.session().lastYesNo == Dialogs::No)
             return;
         m_window.datavendor().deleteCurrent();

@@ -23,12 +23,18 @@ QString VendorDisplay::money(double value)
 QString VendorDisplay::form1099Name(int code)
 {
     switch (code) {
-    case 0: return QStringLiteral("None");
-    case 1: return QStringLiteral("1099-MISC");
-    case 2: return QStringLiteral("1099-INT");
-    case 3: return QStringLiteral("1099-DIV");
-    case 5: return QStringLiteral("1099-NEC");
-    default: return {};
+    case 0:
+        return QStringLiteral("None");
+    case 1:
+        return QStringLiteral("1099-MISC");
+    case 2:
+        return QStringLiteral("1099-INT");
+    case 3:
+        return QStringLiteral("1099-DIV");
+    case 5:
+        return QStringLiteral("1099-NEC");
+    default:
+        return {};
     }
 }
 
@@ -67,7 +73,9 @@ void VendorDisplay::fill()
 
     const QSqlRecord row = source.current();
     state.recalled = row;
-    auto text = [&row](const char *column) { return row.value(QString::fromLatin1(column)).toString(); };
+    auto text = [&row](const char *column) {
+        return row.value(QString::fromLatin1(column)).toString();
+    };
     field[0]->setText(row.value(0).toString());
     m_window.totals().compute();
 
@@ -75,15 +83,15 @@ void VendorDisplay::fill()
     if (name.isNull())
         throw DbError(94, QStringLiteral("Invalid use of Null (vendname)."));
     field[1]->setText(name.toString());
-    const char *columns[] = {"vendaddr1", "vendaddr2", "vendcity",    "vendstate", "vendzip",
-                             "vendphone", "vendfax",   "vendcontact", "vendtaxid", "vend1099type",
-                             "vendglacct"};
+    const char *columns[] = {"vendaddr1", "vendaddr2",    "vendcity",  "vendstate",
+                             "vendzip",   "vendphone",    "vendfax",   "vendcontact",
+                             "vendtaxid", "vend1099type", "vendglacct"};
     for (int i = 2; i <= 12; ++i)
         field[i]->setText(text(columns[i - 2]));
     field[13]->setText(money(row.value(QStringLiteral("vendytd")).toDouble()));
     field[14]->setText(money(state.openTotal));
     field[15]->setText(money(state.yearTotal));
-    const char *later[] = {"vendbal90", "vendterms",     "vendacct",       "email",
+    const char *later[] = {"vendbal90",  "vendterms",     "vendacct",       "email",
                            "cell_other", "vcontact2name", "vcontact2email", "vcontact2phone"};
     for (int i = 16; i <= 23; ++i)
         field[i]->setText(text(later[i - 16]));
@@ -91,8 +99,8 @@ void VendorDisplay::fill()
     // A 1099 type that is not a valid code is shown, and later saved, as "0".
     static const QRegularExpression plainNumber(QStringLiteral(R"(^\s*-?\d+(\.\d+)?\s*$)"));
     const QString type = field[11]->text();
-    if (!plainNumber.match(type).hasMatch()
-        || form1099Name(static_cast<int>(Numbers::leading(type))).isEmpty())
+    if (!plainNumber.match(type).hasMatch() ||
+        form1099Name(static_cast<int>(Numbers::leading(type))).isEmpty())
         field[11]->setText(QStringLiteral("0"));
     QCoreApplication::processEvents();
 }

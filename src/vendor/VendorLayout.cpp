@@ -16,11 +16,30 @@ namespace VendorLayout {
 QString fieldCaption(int index)
 {
     static const char *captions[24] = {
-        "Vendor #",      "Name",         "Address 1",         "Address 2",      "City",
-        "State",         "Zip",          "Telephone",         "Fax",            "Contact-1",
-        "Tax ID",        "1099 Type",    "G/L Acct",          "YTD Purchases",  "Current unpaid $:",
-        "YTD Orders",    "90+ day balance", "Terms",          "Our account #",  "Email-1",
-        "Cell/other-1",  "Contact-2",    "Email-2",           "Cell/other-2",
+        "Vendor #",
+        "Name",
+        "Address 1",
+        "Address 2",
+        "City",
+        "State",
+        "Zip",
+        "Telephone",
+        "Fax",
+        "Contact-1",
+        "Tax ID",
+        "1099 Type",
+        "G/L Acct",
+        "YTD Purchases",
+        "Current unpaid $:",
+        "YTD Orders",
+        "90+ day balance",
+        "Terms",
+        "Our account #",
+        "Email-1",
+        "Cell/other-1",
+        "Contact-2",
+        "Email-2",
+        "Cell/other-2",
     };
     return index >= 0 && index < 24 ? QString::fromLatin1(captions[index]) : QString();
 }
@@ -88,8 +107,8 @@ void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,
     column->addLayout(stack, 1);
 }
 
-void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &options,
-                   QLineEdit *input, QPushButton *go, QPushButton *cancel)
+void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &options, QLineEdit *input,
+                   QPushButton *go, QPushButton *cancel)
 {
     auto *grid = new QGridLayout(panel);
     for (int i = 0; i < 7; ++i)
@@ -106,8 +125,7 @@ void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &option
     QWidget::setTabOrder(go, cancel);
 }
 
-void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names,
-                  QListWidget *amounts)
+void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names, QListWidget *amounts)
 {
     auto *row = new QHBoxLayout(panel);
     row->addWidget(numbers, 2);

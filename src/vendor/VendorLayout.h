@@ -20,7 +20,7 @@ namespace VendorLayout {
 inline constexpr QSize windowSize{1024, 740};
 // The columns leave room for the grid's frame and vertical scroll bar.
 inline constexpr std::array<int, 11> grid1DesignColumns{90, 75, 150, 90, 75, 65,
-                                                        80, 95, 70, 50, 80};
+                                                        80, 95, 70,  50, 80};
 inline constexpr int grid1DesignWidth = 950;
 inline constexpr std::array<int, 9> grid2DesignColumns{70, 80, 70, 220, 160, 100, 60, 70, 80};
 inline constexpr int grid2DesignWidth = 950;
@@ -35,10 +35,9 @@ void arrangeFields(QGroupBox *frame, const std::array<QLabel *, 24> &labels,
 void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,
                   const std::array<QRadioButton *, 2> &sortOptions, QLabel *caption,
                   const std::vector<QWidget *> &stacked);
-void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &options,
-                   QLineEdit *input, QPushButton *go, QPushButton *cancel);
-void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names,
-                  QListWidget *amounts);
+void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &options, QLineEdit *input,
+                   QPushButton *go, QPushButton *cancel);
+void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names, QListWidget *amounts);
 // The lookup panel sits over the vendor fields.
 void placeLookup(QGroupBox *panel, QWidget *vendorFrame);
 

@@ -39,32 +39,32 @@ QString VendorLookup::statement(int method, const QString &value)
 {
     switch (method) {
     case 0:
-        return QStringLiteral("select * from vendors where vendnumber >=") + wholeNumber(value)
-            + QStringLiteral(" order by vendnumber");
+        return QStringLiteral("select * from vendors where vendnumber >=") + wholeNumber(value) +
+               QStringLiteral(" order by vendnumber");
     case 1:
-        return QStringLiteral("select * from vendors where vendname >= '") + value
-            + QStringLiteral("' order by vendname");
+        return QStringLiteral("select * from vendors where vendname >= '") + value +
+               QStringLiteral("' order by vendname");
     case 2:
-        return QStringLiteral("select * from vendors where vendcontact >= '") + value
-            + QStringLiteral("' order by vendcontact");
+        return QStringLiteral("select * from vendors where vendcontact >= '") + value +
+               QStringLiteral("' order by vendcontact");
     case 3:
         return QStringLiteral("select * from invoices, vendors, vendors inner join invoices "
                               "on invoices.vendnumber = vendors.vendnumber where "
-                              "invoices.invnumber = '")
-            + value + QLatin1Char('\'');
+                              "invoices.invnumber = '") +
+               value + QLatin1Char('\'');
     case 4:
         return QStringLiteral("select * from invoices, vendors, invoices inner join vendors "
                               "on invoices.vendnumber = vendors.vendnumber where "
-                              "invoices.invchecknumber = ")
-            + wholeNumber(value);
+                              "invoices.invchecknumber = ") +
+               wholeNumber(value);
     case 5:
         return QStringLiteral("select * from invoices, vendors, invoices inner join vendors "
                               "on invoices.vendnumber = vendors.vendnumber where "
-                              "invoices.invproduct >= '")
-            + value + QStringLiteral("' order by invproduct");
+                              "invoices.invproduct >= '") +
+               value + QStringLiteral("' order by invproduct");
     case 6:
-        return QStringLiteral("select * from vendors where vendglacct = ")
-            + Numbers::plain(Numbers::leading(value)) + QStringLiteral(" order by vendname");
+        return QStringLiteral("select * from vendors where vendglacct = ") +
+               Numbers::plain(Numbers::leading(value)) + QStringLiteral(" order by vendname");
     default:
         return {};
     }
@@ -141,7 +141,8 @@ void VendorLookup::entryFocused()
     QLineEdit *entry = m_window.controls().lookupinput;
     entry->clear();
     Colours::setEntryBackground(entry, Colours::yellow);
-    m_window.setStatus(QStringLiteral("Type a suitable entry for the lookup method chosen; then press ENTER."));
+    m_window.setStatus(
+        QStringLiteral("Type a suitable entry for the lookup method chosen; then press ENTER."));
 }
 
 void VendorLookup::entryLeft()

@@ -30,13 +30,13 @@ struct Target {
     As as;
 };
 const Target targets[24] = {
-    {"vendnumber", As::Whole},  {"vendname", As::Text},      {"vendaddr1", As::Text},
-    {"vendaddr2", As::Text},    {"vendcity", As::Text},      {"vendstate", As::Text},
-    {"vendzip", As::Text},      {"vendphone", As::Text},     {"vendfax", As::Text},
-    {"vendcontact", As::Text},  {"vendtaxid", As::Text},     {"vend1099type", As::Whole},
-    {"vendglacct", As::Number}, {"vendytd", As::Money},      {"vendbalcurrent", As::Money},
-    {"vendbal60", As::Money},   {"vendbal90", As::Money},    {"vendterms", As::Text},
-    {"vendacct", As::Text},     {"email", As::Text},         {"cell_other", As::Text},
+    {"vendnumber", As::Whole},   {"vendname", As::Text},       {"vendaddr1", As::Text},
+    {"vendaddr2", As::Text},     {"vendcity", As::Text},       {"vendstate", As::Text},
+    {"vendzip", As::Text},       {"vendphone", As::Text},      {"vendfax", As::Text},
+    {"vendcontact", As::Text},   {"vendtaxid", As::Text},      {"vend1099type", As::Whole},
+    {"vendglacct", As::Number},  {"vendytd", As::Money},       {"vendbalcurrent", As::Money},
+    {"vendbal60", As::Money},    {"vendbal90", As::Money},     {"vendterms", As::Text},
+    {"vendacct", As::Text},      {"email", As::Text},          {"cell_other", As::Text},
     {"vcontact2name", As::Text}, {"vcontact2email", As::Text}, {"vcontact2phone", As::Text},
 };
 
@@ -82,8 +82,8 @@ bool VendorSaver::numbersAreNumbers()
             continue;
         if (!number.match(field[i]->text()).hasMatch()) {
             m_window.services().dialogs.message(
-                VendorLayout::fieldCaption(i) + QStringLiteral(" must be a number; \"")
-                    + field[i]->text() + QStringLiteral("\" is not one. Nothing was saved."),
+                VendorLayout::fieldCaption(i) + QStringLiteral(" must be a number; \"") +
+                    field[i]->text() + QStringLiteral("\" is not one. Nothing was saved."),
                 Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
             field[i]->setFocus();
             return false;
@@ -100,10 +100,18 @@ void VendorSaver::putFields()
         const QString text = field[i]->text();
         QVariant value;
         switch (targets[i].as) {
-        case As::Whole: value = Numbers::leadingWhole(text); break;
-        case As::Number: value = Numbers::leading(text); break;
-        case As::Money: value = Money::round4(Numbers::leading(text)); break;
-        case As::Text: value = text; break;
+        case As::Whole:
+            value = Numbers::leadingWhole(text);
+            break;
+        case As::Number:
+            value = Numbers::leading(text);
+            break;
+        case As::Money:
+            value = Money::round4(Numbers::leading(text));
+            break;
+        case As::Text:
+            value = text;
+            break;
         }
         source.setValue(QString::fromLatin1(targets[i].column), value);
     }
@@ -158,12 +166,14 @@ VendorSaver::Outcome VendorSaver::writeVendor()
 void VendorSaver::writeNotes()
 {
     Databases &dbs = m_window.services().databases;
-    const QString number = QString::number(Numbers::leadingWhole(m_window.controls().Text1[0]->text()));
+    const QString number =
+        QString::number(Numbers::leadingWhole(m_window.controls().Text1[0]->text()));
     const QString notes = m_window.controls().notes->toPlainText();
     QSqlDatabase db = dbs.open(QStringLiteral("ap.mdb"));
     TransactionGuard tx(db);
-    const QVariant rowid = dbs.scalar(QStringLiteral("ap.mdb"),
-                                      QStringLiteral("select rowid from vendnotes where vendnumber = ") + number);
+    const QVariant rowid =
+        dbs.scalar(QStringLiteral("ap.mdb"),
+                   QStringLiteral("select rowid from vendnotes where vendnumber = ") + number);
     QSqlQuery q(db);
     if (rowid.isNull()) {
         q.prepare(QStringLiteral("insert into vendnotes (vendnumber, notes) values (?, ?)"));
@@ -224,10 +234,10 @@ void VendorSaver::save()
 void VendorSaver::writeReport(int code, int step)
 {
     m_window.services().dialogs.message(
-        QStringLiteral("Having trouble writing the record...\nCode ") + QString::number(code)
-            + QLatin1Char('@') + QString::number(step)
-            + QStringLiteral("\nIf you continue getting this message, call Velmora Data.\n"
-                             "Otherwise, try to save it again."),
+        QStringLiteral("Having trouble writing the record...\nCode ") + QString::number(code) +
+            QLatin1Char('@') + QString::number(step) +
+            QStringLiteral("\nIf you continue getting this message, call Velmora Data.\n"
+                           "Otherwise, try to save it again."),
         Dialogs::Icon::Information, m_window.session().userName + QStringLiteral(" @ Armaster"));
 }
 
@@ -242,7 +252,7 @@ void VendorSaver::changeReport()
 void VendorSaver::unexpectedReport(int code, int step)
 {
     m_window.services().dialogs.message(
-        QStringLiteral("Code ") + QString::number(code) + QStringLiteral(" near ") + QString::number(step)
-            + QStringLiteral("\nUnexpected problem... Call Velmora Data."),
+        QStringLiteral("Code ") + QString::number(code) + QStringLiteral(" near ") +
+            QString::number(step) + QStringLiteral("\nUnexpected problem... Call Velmora Data."),
         Dialogs::Icon::Information, m_window.session().userName + QStringLiteral(" @ Apmaster"));
 }

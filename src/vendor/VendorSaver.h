@@ -9,8 +9,14 @@ class VendorWindow;
 class VendorSaver {
 public:
     // The numbered steps the error reports name.
-    enum Step { OpenForEdit = 860, StartNew = 861, WriteRecord = 862, CheckOthers = 863,
-                PutFields = 864, Notes = 870 };
+    enum Step {
+        OpenForEdit = 860,
+        StartNew = 861,
+        WriteRecord = 862,
+        CheckOthers = 863,
+        PutFields = 864,
+        Notes = 870
+    };
     static constexpr int retryBudget = 21;
 
     explicit VendorSaver(VendorWindow &window) : m_window(window) {}

@@ -7,17 +7,17 @@
 #include "common/Colours.h"
 #include "common/ProgramRunner.h"
 #include "data/RecordSource.h"
+#include "keysend/KeySender.h"
 #include "lists/InvoiceLists.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
-#include "keysend/KeySender.h"
 #include "lists/VendorNotes.h"
 #include "vendor/FieldEntry.h"
 #include "vendor/ScreenModes.h"
 #include "vendor/VendorDisplay.h"
+#include "vendor/VendorLayout.h"
 #include "vendor/VendorLookup.h"
 #include "vendor/VendorSaver.h"
-#include "vendor/VendorLayout.h"
 
 #include <QAction>
 #include <QApplication>
@@ -40,8 +40,8 @@
 
 #include <algorithm>
 
-VendorWindow::VendorWindow(Session &session, Services &services)
-    : m_session(session), m_services(services)
+VendorWindow::VendorWindow(Session &session, Services &services) :
+    m_session(session), m_services(services)
 {
     setObjectName(QStringLiteral("vendor"));
     setWindowTitle(QStringLiteral("A/P Master"));
@@ -50,7 +50,8 @@ VendorWindow::VendorWindow(Session &session, Services &services)
     m_staff = std::make_unique<StaffRecords>(services.databases, services.dialogs, session);
     m_datavendor = std::make_unique<RecordSource>(services.databases, QStringLiteral("datavendor"));
     m_datavendor->setUpdateTable(QStringLiteral("vendors"), QStringLiteral("vendnumber"));
-    m_datainvoice = std::make_unique<RecordSource>(services.databases, QStringLiteral("datainvoice"));
+    m_datainvoice =
+        std::make_unique<RecordSource>(services.databases, QStringLiteral("datainvoice"));
     m_datainvoice->setUpdateTable(QStringLiteral("invoices"), QStringLiteral("vendnumber"));
     m_datachecks = std::make_unique<RecordSource>(services.databases, QStringLiteral("datachecks"));
     m_datachecks->setUpdateTable(QStringLiteral("checks"), QStringLiteral("chknum"));
@@ -132,10 +133,14 @@ void VendorWindow::buildMenus()
 
     QMenu *reports = newMenu(QStringLiteral("mnureports"), tr("&Reports"));
     const std::pair<const char *, const char *> vendorLists[] = {
-        {"rptbasic", "Vendor list by &number"},       {"rptbasica", "Vendor list by n&ame"},
-        {"rptmaster", "Vendor master file by number"}, {"rptmastera", "Vendor master file by name"},
-        {"rptmail", "Mailing labels by number"},      {"rptmaila", "Mailing labels by name"},
-        {"rptfilelabel", "File folder labels"},       {"rptfilelabel67", "File folder labels (6/7 across)"},
+        {"rptbasic", "Vendor list by &number"},
+        {"rptbasica", "Vendor list by n&ame"},
+        {"rptmaster", "Vendor master file by number"},
+        {"rptmastera", "Vendor master file by name"},
+        {"rptmail", "Mailing labels by number"},
+        {"rptmaila", "Mailing labels by name"},
+        {"rptfilelabel", "File folder labels"},
+        {"rptfilelabel67", "File folder labels (6/7 across)"},
         {"rpttopay", "Invoices to &pay"},
     };
     for (const auto &[name, text] : vendorLists)
@@ -144,7 +149,8 @@ void VendorWindow::buildMenus()
     addEntry(reports, QStringLiteral("rptunpaid"), tr("This vendor's &open invoices"));
     addEntry(reports, QStringLiteral("rptpaid"), tr("This vendor's pai&d invoices..."));
     addEntry(reports, QStringLiteral("rptchecks"), tr("This vendor's &checks..."));
-    addEntry(reports, QStringLiteral("mnudaterange"), tr("This vendor's invoices by date range..."));
+    addEntry(reports, QStringLiteral("mnudaterange"),
+             tr("This vendor's invoices by date range..."));
     addEntry(reports, QStringLiteral("mnuallinvoices"), tr("All invoices by date range..."));
     addEntry(reports, QStringLiteral("pv1099"), tr("Vendor payments by date range..."));
     reports->addSeparator();
@@ -161,7 +167,8 @@ void VendorWindow::buildMenus()
     QMenu *utilities = newMenu(QStringLiteral("mnuutilities"), tr("U&tilities"));
     addEntry(utilities, QStringLiteral("mnurecalc"), tr("&Recalculate vendor balances..."));
     addEntry(utilities, QStringLiteral("mnuchavennumber"), tr("&Change a vendor number..."));
-    QAction *merge = addEntry(utilities, QStringLiteral("mnumergevendor"), tr("&Merge two vendors..."));
+    QAction *merge =
+        addEntry(utilities, QStringLiteral("mnumergevendor"), tr("&Merge two vendors..."));
     merge->setEnabled(false); // only a level-99 user may merge
     utilities->addSeparator();
     addEntry(utilities, QStringLiteral("mnuversion"), tr("&Version information"));
@@ -177,11 +184,16 @@ QWidget *VendorWindow::buildButtonStrip()
     m_c.Picture1->setObjectName(QStringLiteral("Picture1"));
     m_c.Picture1->setAutoFillBackground(true);
     const std::pair<QPushButton **, std::pair<const char *, const char *>> buttons[] = {
-        {&m_c.cmdadd, {"cmdadd", "&Add"}},           {&m_c.cmdmodify, {"cmdmodify", "&Modify"}},
-        {&m_c.cmdsave, {"cmdsave", "&Save"}},         {&m_c.cmddelete, {"cmddelete", "&Delete"}},
-        {&m_c.cmdcancel, {"cmdcancel", "&Cancel"}},   {&m_c.cmdlookup, {"cmdlookup", "&Lookup"}},
-        {&m_c.cmdprevious, {"cmdprevious", "&Previous"}}, {&m_c.cmdnext, {"cmdnext", "&Next"}},
-        {&m_c.cmdudf, {"cmdudf", "&User fields"}},    {&m_c.cmdhelp, {"cmdhelp", "&Help"}},
+        {&m_c.cmdadd, {"cmdadd", "&Add"}},
+        {&m_c.cmdmodify, {"cmdmodify", "&Modify"}},
+        {&m_c.cmdsave, {"cmdsave", "&Save"}},
+        {&m_c.cmddelete, {"cmddelete", "&Delete"}},
+        {&m_c.cmdcancel, {"cmdcancel", "&Cancel"}},
+        {&m_c.cmdlookup, {"cmdlookup", "&Lookup"}},
+        {&m_c.cmdprevious, {"cmdprevious", "&Previous"}},
+        {&m_c.cmdnext, {"cmdnext", "&Next"}},
+        {&m_c.cmdudf, {"cmdudf", "&User fields"}},
+        {&m_c.cmdhelp, {"cmdhelp", "&Help"}},
         {&m_c.cmdexit, {"cmdexit", "E&xit"}},
     };
     std::vector<QPushButton *> made;
@@ -216,7 +228,8 @@ QWidget *VendorWindow::buildVendorFrame()
     m_c.fravendor->setPalette(readable);
     m_c.fravendor->setEnabled(false);
     for (int i = 13; i <= 16; ++i)
-        m_c.Text1[i]->setEnabled(false); // figures the system keeps; unlocked by Add or a senior Modify
+        m_c.Text1[i]->setEnabled(
+            false); // figures the system keeps; unlocked by Add or a senior Modify
     return m_c.fravendor;
 }
 
@@ -269,7 +282,7 @@ void VendorWindow::buildLookupPanel(QWidget *parent)
     m_c.fralookup = new QGroupBox(tr("Lookup by..."), parent);
     m_c.fralookup->setObjectName(QStringLiteral("fralookup"));
     m_c.fralookup->setAutoFillBackground(true);
-    const char *captions[] = {"Vendor #", "Vendor Name", "Contact", "Invoice #",
+    const char *captions[] = {"Vendor #", "Vendor Name", "Contact",   "Invoice #",
                               "Check #",  "Product",     "G/L Number"};
     for (int i = 0; i < 7; ++i) {
         m_c.Option1[i] = new QRadioButton(tr(captions[i]), m_c.fralookup);
@@ -333,7 +346,8 @@ void VendorWindow::wire()
     connect(m_c.cmdsplit, &QPushButton::clicked, this, [this] { m_split->toggle(); });
     connect(m_c.grid1, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { m_split->rowActivated(index.row()); });
-    connect(action(QStringLiteral("mnuversion")), &QAction::triggered, this, &VendorWindow::showVersion);
+    connect(action(QStringLiteral("mnuversion")), &QAction::triggered, this,
+            &VendorWindow::showVersion);
     QAction *bynumber = action(QStringLiteral("bynumber"));
     QAction *byname = action(QStringLiteral("byname"));
     connect(bynumber, &QAction::triggered, this, [bynumber, byname] {
@@ -472,7 +486,8 @@ bool VendorWindow::eventFilter(QObject *watched, QEvent *event)
     // Shift+Tab from the entry reaches the chosen method, Tab from a method the entry.
     if (type == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
-        const bool isOption = std::find(m_c.Option1.begin(), m_c.Option1.end(), watched) != m_c.Option1.end();
+        const bool isOption =
+            std::find(m_c.Option1.begin(), m_c.Option1.end(), watched) != m_c.Option1.end();
         if (watched == m_c.lookupinput && key == Qt::Key_Backtab) {
             for (QRadioButton *option : m_c.Option1)
                 if (option->isChecked())
@@ -485,7 +500,8 @@ bool VendorWindow::eventFilter(QObject *watched, QEvent *event)
         }
     }
     if (watched == m_c.lookupinput) {
-        if (type == QEvent::FocusIn && static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
+        if (type == QEvent::FocusIn &&
+            static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
             m_lookup->entryFocused();
         else if (type == QEvent::FocusOut)
             m_lookup->entryLeft();

@@ -1,5 +1,5 @@
-#include "app/Session.h"
 #include "app/StaffRecords.h"
+#include "app/Session.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "support/DataFolder.h"
@@ -22,8 +22,9 @@ protected:
 
     QString column(const char *name, const QString &user = QStringLiteral("ANNE"))
     {
-        return folder.scalar("user.mdb", QStringLiteral("select %1 from staff where username = '%2'")
-                                             .arg(QString::fromLatin1(name), user))
+        return folder
+            .scalar("user.mdb", QStringLiteral("select %1 from staff where username = '%2'")
+                                    .arg(QString::fromLatin1(name), user))
             .toString();
     }
 };
@@ -46,7 +47,8 @@ TEST_F(StaffRecordsTest, WorkIsWrittenEmptyOnEveryLocationWrite)
     session.staffLocation = "Vendors";
     staff.writeLocation();
     EXPECT_EQ(column("work"), "");
-    EXPECT_FALSE(folder.scalar("user.mdb", "select work from staff where username = 'ANNE'").isNull());
+    EXPECT_FALSE(
+        folder.scalar("user.mdb", "select work from staff where username = 'ANNE'").isNull());
     EXPECT_EQ(session.workDescription, "none");
 }
 
@@ -70,7 +72,8 @@ TEST_F(StaffRecordsTest, NullSysuserReadsAsZero)
 
 TEST_F(StaffRecordsTest, ApostropheInNameDoesNotChangeTheStatement)
 {
-    folder.exec("user.mdb", "insert into staff (username, location, sysuser) values ('O''NEIL', 'x', 9)");
+    folder.exec("user.mdb",
+                "insert into staff (username, location, sysuser) values ('O''NEIL', 'x', 9)");
     session.userName = "o'neil";
     session.staffLocation = "Vendors";
     staff.writeLocation();
@@ -97,9 +100,11 @@ TEST_F(StaffRecordsTest, StaffFileIsClosedAfterTheWrite)
 TEST_F(StaffRecordsTest, ReloadReadsLevelsAndDropsTrailingBackslash)
 {
     const QString local = folder.file("local") + "\\";
-    folder.exec("user.mdb", QStringLiteral("update staff set localdrive = '%1', memlevel = 11, arlevel = 12, "
-                                           "aplevel = 42, gllevel = 14, cflevel = 19, memomail = 1 "
-                                           "where username = 'ANNE'").arg(local));
+    folder.exec("user.mdb",
+                QStringLiteral("update staff set localdrive = '%1', memlevel = 11, arlevel = 12, "
+                               "aplevel = 42, gllevel = 14, cflevel = 19, memomail = 1 "
+                               "where username = 'ANNE'")
+                    .arg(local));
     session.userName = "ANNE";
     staff.reloadUser();
     EXPECT_EQ(session.localDrive, folder.file("local"));
@@ -143,7 +148,8 @@ TEST_F(StaffRecordsTest, VersionCommandCarriesUserProgramVersionAndSysuser)
 {
     session.userName = "ANNE";
     session.sysUser = 3;
-    EXPECT_EQ(staff.versionCommand("apmaster"), "vinfo32.exe ANNE@apmaster 21.12.28a     SysUser: 3");
+    EXPECT_EQ(staff.versionCommand("apmaster"),
+              "vinfo32.exe ANNE@apmaster 21.12.28a     SysUser: 3");
 }
 
 } // namespace

@@ -7,13 +7,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
-#include <QPushButton>
-#include <QScreen>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -26,14 +26,18 @@ protected:
 
     QString staffLocation(const QString &user = QStringLiteral("ANNE"))
     {
-        return folder.scalar("user.mdb", "select location from staff where username = '" + user + "'")
+        return folder
+            .scalar("user.mdb", "select location from staff where username = '" + user + "'")
             .toString();
     }
     void setAccess(int a0, int a1, int a2, int a3)
     {
         folder.exec("config.mdb", QStringLiteral("update ap set apaccess0 = %1, apaccess1 = %2, "
                                                  "apaccess2 = %3, apaccess3 = %4")
-                                      .arg(a0).arg(a1).arg(a2).arg(a3));
+                                      .arg(a0)
+                                      .arg(a1)
+                                      .arg(a2)
+                                      .arg(a3));
     }
     QAction *entry(const char *name) { return module.window->action(QString::fromLatin1(name)); }
 };
@@ -42,7 +46,8 @@ TEST_F(StartupTest, NoArgumentShowsCannotRunByItselfAndEnds)
 {
     EXPECT_EQ(module.start(QString()), Startup::NotFromLauncher);
     ASSERT_NE(module.dialogs.last(), nullptr);
-    EXPECT_EQ(module.dialogs.last()->text, "This module cannot be run by itself.\nClick OK to exit...");
+    EXPECT_EQ(module.dialogs.last()->text,
+              "This module cannot be run by itself.\nClick OK to exit...");
     EXPECT_EQ(module.dialogs.last()->title, "Velmora Office Message");
     EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Critical);
     EXPECT_EQ(module.databases.openCount(), 0);
@@ -60,20 +65,23 @@ TEST_F(StartupTest, HashModuleCodeIsAcceptedAsVdr)
 TEST_F(StartupTest, ArgumentWithoutUserNameCannotRunByItself)
 {
     EXPECT_EQ(module.start("VDR99"), Startup::NotFromLauncher);
-    EXPECT_EQ(module.dialogs.last()->text, "This module cannot be run by itself.\nClick OK to exit...");
+    EXPECT_EQ(module.dialogs.last()->text,
+              "This module cannot be run by itself.\nClick OK to exit...");
 }
 
 TEST_F(StartupTest, AnotherModulesCodeCannotRunByItself)
 {
     EXPECT_EQ(module.start("APM99ANNE"), Startup::NotFromLauncher);
-    EXPECT_EQ(module.dialogs.last()->text, "This module cannot be run by itself.\nClick OK to exit...");
+    EXPECT_EQ(module.dialogs.last()->text,
+              "This module cannot be run by itself.\nClick OK to exit...");
 }
 
 TEST_F(StartupTest, LevelBelowFirstAccessLevelIsDenied)
 {
     setAccess(20, 0, 0, 0);
     EXPECT_EQ(module.start("VDR19ANNE"), Startup::AccessDenied);
-    EXPECT_EQ(module.dialogs.last()->text, "Access denied. See system administrator.\nClick OK to exit...");
+    EXPECT_EQ(module.dialogs.last()->text,
+              "Access denied. See system administrator.\nClick OK to exit...");
     EXPECT_EQ(module.dialogs.last()->title, "Velmora Office Message");
     EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Information);
     EXPECT_EQ(staffLocation(), "Main menu");
@@ -238,8 +246,8 @@ TEST_F(StartupTest, StartsOnTheLookupPanelWithVendorNumberPreset)
     EXPECT_EQ(c.fralookup->title(), "Lookup by...");
     EXPECT_TRUE(c.Option1[0]->isChecked());
     EXPECT_TRUE(c.cmdlookup->isEnabled());
-    EXPECT_TRUE(c.lookupinput->hasFocus() || QApplication::focusWidget() == c.lookupinput
-                || c.lookupinput->window()->focusWidget() == c.lookupinput);
+    EXPECT_TRUE(c.lookupinput->hasFocus() || QApplication::focusWidget() == c.lookupinput ||
+                c.lookupinput->window()->focusWidget() == c.lookupinput);
 }
 
 TEST_F(StartupTest, LookupByNameCheckedPresetsVendorName)
@@ -327,7 +335,8 @@ TEST_F(StartupTest, PracticeFileTurnsWindowAndPictureStripGreen)
     folder.writeFile("practice.dat", "  green  \nsecond line\n");
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
     EXPECT_EQ(module.window->backgroundColour(), 0x00FF00);
-    EXPECT_EQ(module.window->controls().Picture1->palette().color(QPalette::Window), QColor(0, 255, 0));
+    EXPECT_EQ(module.window->controls().Picture1->palette().color(QPalette::Window),
+              QColor(0, 255, 0));
 }
 
 TEST_F(StartupTest, EmptyPracticeFileKeepsRed)
@@ -368,7 +377,8 @@ TEST_F(StartupTest, ClosingWritesAPMasterEvenWhenNothingWasDone)
     folder.exec("user.mdb", "update staff set location = 'elsewhere'");
     module.window->close();
     EXPECT_EQ(staffLocation(), "A/P Master");
-    EXPECT_EQ(folder.scalar("user.mdb", "select work from staff where username = 'ANNE'").toString(), "");
+    EXPECT_EQ(
+        folder.scalar("user.mdb", "select work from staff where username = 'ANNE'").toString(), "");
 }
 
 TEST_F(StartupTest, ClosingStepsRunInOrderAndLetGoOfEveryDatabase)

@@ -26,8 +26,9 @@ TEST_F(UpdateGateTest, MarkerStopsStartupBeforeAnyDatabaseIsOpened)
     EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Critical);
     EXPECT_EQ(module.session.messageText, "UPDREQ");
     EXPECT_EQ(module.databases.openCount(), 0);
-    EXPECT_EQ(folder.scalar("user.mdb", "select location from staff where username = 'DEMO'").toString(),
-              "Main menu");
+    EXPECT_EQ(
+        folder.scalar("user.mdb", "select location from staff where username = 'DEMO'").toString(),
+        "Main menu");
     EXPECT_FALSE(module.window->isVisible());
 }
 

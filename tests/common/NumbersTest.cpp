@@ -19,12 +19,13 @@ TEST_P(LeadingNumberTest, ReadsTheLeadingNumberOnly)
     EXPECT_DOUBLE_EQ(Numbers::leading(QString::fromLatin1(GetParam().text)), GetParam().value);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, LeadingNumberTest,
-    ::testing::Values(LeadingCase{"123", 123}, LeadingCase{"00123", 123}, LeadingCase{"12abc", 12},
-                      LeadingCase{"abc", 0}, LeadingCase{"", 0}, LeadingCase{"  42", 42},
-                      LeadingCase{"-5.5x", -5.5}, LeadingCase{".5", 0.5}, LeadingCase{"1.2.3", 1.2},
-                      LeadingCase{"' or 1=1 --", 0}, LeadingCase{"xx", 0}, LeadingCase{"+7", 7}));
+INSTANTIATE_TEST_SUITE_P(Texts, LeadingNumberTest,
+                         ::testing::Values(LeadingCase{"123", 123}, LeadingCase{"00123", 123},
+                                           LeadingCase{"12abc", 12}, LeadingCase{"abc", 0},
+                                           LeadingCase{"", 0}, LeadingCase{"  42", 42},
+                                           LeadingCase{"-5.5x", -5.5}, LeadingCase{".5", 0.5},
+                                           LeadingCase{"1.2.3", 1.2}, LeadingCase{"' or 1=1 --", 0},
+                                           LeadingCase{"xx", 0}, LeadingCase{"+7", 7}));
 
 TEST(Numbers, WholeValueIsClampedToThirtyTwoBits)
 {

@@ -1,6 +1,6 @@
+#include "common/ProgramRunner.h"
 #include "app/Session.h"
 #include "common/Clipboard.h"
-#include "common/ProgramRunner.h"
 #include "common/Processes.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
@@ -21,7 +21,11 @@ namespace {
 class ViewerClipboard : public Clipboard {
 public:
     explicit ViewerClipboard(const DataFolder &folder) : m_folder(folder) {}
-    void clear() override { QFile::remove(m_folder.file("clipboard.txt")); ++clears; }
+    void clear() override
+    {
+        QFile::remove(m_folder.file("clipboard.txt"));
+        ++clears;
+    }
     void setText(const QString &) override {}
     QString text() const override { return m_folder.readFile("clipboard.txt"); }
     int clears = 0;
@@ -109,7 +113,8 @@ TEST_F(ProgramRunnerTest, LogLineGoesToAdminLogOutsideBackups)
     const QString log = folder.readFile("admlog.ini");
     EXPECT_EQ(log.count('\n'), 2);
     EXPECT_TRUE(log.section('\n', 0, 0).endsWith("-ANNE-Vendors-note"));
-    EXPECT_TRUE(log.startsWith(QLocale::system().toString(QDate(2026, 3, 4), QLocale::ShortFormat)));
+    EXPECT_TRUE(
+        log.startsWith(QLocale::system().toString(QDate(2026, 3, 4), QLocale::ShortFormat)));
 }
 
 TEST_F(ProgramRunnerTest, HelpViewerLeavingNohelpOpensThePlainTextHelpInTheEditor)

@@ -63,7 +63,8 @@ TEST(Databases, AFileThatIsNoDatabaseIsRefusedByName)
     QString text;
     EXPECT_EQ(errorCodeOpening(dbs, "gl.mdb", &text), DbError::NotADatabase);
     EXPECT_TRUE(text.contains("gl.mdb"));
-    EXPECT_EQ(folder.readFile("gl.mdb"), "just some text, certainly not a database file of any kind");
+    EXPECT_EQ(folder.readFile("gl.mdb"),
+              "just some text, certainly not a database file of any kind");
 }
 
 TEST(Databases, DataFolderWithUriCharactersInItsPathOpens)
@@ -90,7 +91,8 @@ TEST(Databases, FileNamesMatchWithoutRegardToCase)
 TEST(Databases, EveryTableAndColumnOfEachFileIsCreatedWhenMissing)
 {
     DataFolder folder;
-    for (const char *name : {"ap.mdb", "gl.mdb", "config.mdb", "user.mdb", "ar.mdb", "emp.mdb", "master.mdb"}) {
+    for (const char *name :
+         {"ap.mdb", "gl.mdb", "config.mdb", "user.mdb", "ar.mdb", "emp.mdb", "master.mdb"}) {
         const QString file = QString::fromLatin1(name);
         if (!QFile::exists(folder.file(file)))
             folder.createDatabase(file);
@@ -100,8 +102,8 @@ TEST(Databases, EveryTableAndColumnOfEachFileIsCreatedWhenMissing)
         for (const Schema::Table &table : Schema::tablesOf(file)) {
             const QSqlRecord record = db.record(table.name);
             for (const Schema::Column &column : table.columns)
-                EXPECT_TRUE(record.contains(column.name)) << name << " " << table.name.toStdString()
-                                                          << "." << column.name.toStdString();
+                EXPECT_TRUE(record.contains(column.name))
+                    << name << " " << table.name.toStdString() << "." << column.name.toStdString();
         }
     }
 }
@@ -139,7 +141,8 @@ TEST(Databases, LookupAndListQueriesUseAnIndex)
         "select * from vendors where vendcontact >= 'M' order by vendcontact",
         "select * from vendors where vendglacct = 5000 order by vendname",
         "select * from vendors where vendnumber >=250 order by vendnumber",
-        "select * from invoices where vendnumber = 1 and invstatus > 0 and invstatus <= 3 order by invdate",
+        "select * from invoices where vendnumber = 1 and invstatus > 0 and invstatus <= 3 order by "
+        "invdate",
         "select * from invoices where vendnumber = 1 and invchecknumber > 0 order by invdate desc",
         "select * from invoices where invnumber = 'X'",
         "select * from invoices where invchecknumber = 1001",
@@ -160,12 +163,23 @@ TEST(Databases, LookupAndListQueriesUseAnIndex)
 TEST(Databases, AFileOfTheFirstLayoutLosesTheIndexesThatMadeListsSort)
 {
     DataFolder folder;
-    folder.exec("ap.mdb", "create index ix_invoices_vendor_status on invoices (vendnumber, invstatus, invdate)");
+    folder.exec(
+        "ap.mdb",
+        "create index ix_invoices_vendor_status on invoices (vendnumber, invstatus, invdate)");
     folder.exec("ap.mdb", "update schema_version set version = 1");
     Databases dbs;
-    EXPECT_EQ(dbs.scalar("ap.mdb", "select count(*) from sqlite_master where name = 'ix_invoices_vendor_status'").toInt(), 0);
-    EXPECT_EQ(dbs.scalar("ap.mdb", "select version from schema_version").toInt(), Schema::currentVersion);
-    EXPECT_EQ(dbs.scalar("ap.mdb", "select count(*) from sqlite_master where name = 'ix_invoices_vendor_date'").toInt(), 1);
+    EXPECT_EQ(
+        dbs.scalar("ap.mdb",
+                   "select count(*) from sqlite_master where name = 'ix_invoices_vendor_status'")
+            .toInt(),
+        0);
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select version from schema_version").toInt(),
+              Schema::currentVersion);
+    EXPECT_EQ(
+        dbs.scalar("ap.mdb",
+                   "select count(*) from sqlite_master where name = 'ix_invoices_vendor_date'")
+            .toInt(),
+        1);
 }
 
 TEST(Databases, FilesRunInWriteAheadLogMode)

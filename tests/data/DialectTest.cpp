@@ -1,5 +1,5 @@
-#include "data/Databases.h"
 #include "data/Dialect.h"
+#include "data/Databases.h"
 #include "support/DataFolder.h"
 
 #include <QSqlQuery>
@@ -27,10 +27,12 @@ TEST(SqliteDialect, StatementsTheEngineAcceptsAreLeftAsTheyAre)
 TEST(SqliteDialect, BothTwiceNamedJoinsBecomeTheSameInnerJoin)
 {
     SqliteDialect d;
-    const QString a = d.map("select * from invoices, vendors, vendors inner join invoices "
-                            "on invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'A1'");
-    const QString b = d.map("select * from invoices, vendors, invoices inner join vendors "
-                            "on invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'A1'");
+    const QString a =
+        d.map("select * from invoices, vendors, vendors inner join invoices "
+              "on invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'A1'");
+    const QString b =
+        d.map("select * from invoices, vendors, invoices inner join vendors "
+              "on invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'A1'");
     EXPECT_EQ(a, b);
     EXPECT_EQ(a, "select vendors.*, invoices.* from invoices inner join vendors on "
                  "invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'A1'");
@@ -45,14 +47,15 @@ TEST(SqliteDialect, JoinedLookupGivesEachInvoiceWithItsVendorVendorNumberFirst)
                           "(9, 'A1', 'Paper'), (7, 'A1', 'Toner'), (7, 'B2', 'Chairs')");
     Databases dbs;
     for (const char *join : {"vendors inner join invoices", "invoices inner join vendors"}) {
-        QSqlQuery q = dbs.select("ap.mdb",
-                                 QStringLiteral("select * from invoices, vendors, %1 on invoices.vendnumber "
-                                                "= vendors.vendnumber where invoices.invproduct >= 'Paper' "
-                                                "order by invproduct").arg(QString::fromLatin1(join)));
+        QSqlQuery q = dbs.select(
+            "ap.mdb", QStringLiteral("select * from invoices, vendors, %1 on invoices.vendnumber "
+                                     "= vendors.vendnumber where invoices.invproduct >= 'Paper' "
+                                     "order by invproduct")
+                          .arg(QString::fromLatin1(join)));
         QStringList rows;
         while (q.next())
-            rows << q.value(0).toString() + ":" + q.record().value("vendname").toString() + ":"
-                    + q.record().value("invproduct").toString();
+            rows << q.value(0).toString() + ":" + q.record().value("vendname").toString() + ":" +
+                        q.record().value("invproduct").toString();
         EXPECT_EQ(rows.join(','), "9:Nine:Paper,7:Seven:Toner") << join;
     }
 }

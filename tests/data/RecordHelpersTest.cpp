@@ -1,6 +1,6 @@
+#include "data/RecordHelpers.h"
 #include "app/Session.h"
 #include "data/Databases.h"
-#include "data/RecordHelpers.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
 
@@ -65,21 +65,32 @@ TEST_F(RecordHelpersTest, MissingDatabaseSaysSoAndKeepsThePreviousArrays)
 
 TEST_F(RecordHelpersTest, SaveWritesTheArraysIntoTheRowOrANewOne)
 {
-    folder.exec("ap.mdb", "insert into miscdata (acctid, miscvalue1) values (5, 'old'), (6, 'other')");
-    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, dialogs, session, "ap.mdb", "select * from miscdata where acctid = 5"));
+    folder.exec("ap.mdb",
+                "insert into miscdata (acctid, miscvalue1) values (5, 'old'), (6, 'other')");
+    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, dialogs, session, "ap.mdb",
+                                          "select * from miscdata where acctid = 5"));
     session.record.fields[1].value = "new";
-    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, dialogs, session, "ap.mdb", "select * from miscdata where acctid = 5", false));
-    EXPECT_EQ(folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 5").toString(), "new");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 6").toString(), "other");
+    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, dialogs, session, "ap.mdb",
+                                          "select * from miscdata where acctid = 5", false));
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 5").toString(),
+        "new");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 6").toString(),
+        "other");
 
     session.record.fields[0].value = 9;
-    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, dialogs, session, "ap.mdb", "select * from miscdata where acctid = 9", true));
-    EXPECT_EQ(folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 9").toString(), "new");
+    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, dialogs, session, "ap.mdb",
+                                          "select * from miscdata where acctid = 9", true));
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 9").toString(),
+        "new");
 }
 
 TEST_F(RecordHelpersTest, SaveToAMissingDatabaseSaysSo)
 {
-    EXPECT_FALSE(RecordHelpers::saveRecord(dbs, dialogs, session, "master", "select * from miscinfo", false));
+    EXPECT_FALSE(RecordHelpers::saveRecord(dbs, dialogs, session, "master",
+                                           "select * from miscinfo", false));
     EXPECT_EQ(dialogs.last()->text, "The master.MDB database is missing.\r\n"
                                     "Contact Velmora Data technical support for assistance.");
 }

@@ -1,6 +1,6 @@
+#include "data/RecordSource.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
-#include "data/RecordSource.h"
 #include "support/DataFolder.h"
 
 #include <gtest/gtest.h>
@@ -86,8 +86,10 @@ TEST_F(RecordSourceTest, ABadStatementIsAnEngineErrorNotACrash)
 
 TEST_F(RecordSourceTest, ShowingTheFirstRowDoesNotReadTheRest)
 {
-    folder.exec("ap.mdb", "with recursive n(i) as (select 1000 union all select i + 1 from n where i < 20999) "
-                          "insert into vendors (vendnumber, vendname) select i, 'Bulk ' || i from n");
+    folder.exec(
+        "ap.mdb",
+        "with recursive n(i) as (select 1000 union all select i + 1 from n where i < 20999) "
+        "insert into vendors (vendnumber, vendname) select i, 'Bulk ' || i from n");
     bind("select * from vendors where vendnumber >=0 order by vendnumber");
     EXPECT_EQ(number(), 100);
     EXPECT_EQ(source.fetchedCount(), 1);
@@ -104,9 +106,15 @@ TEST_F(RecordSourceTest, EditAndUpdateWriteTheCurrentRowByItsKey)
     source.setValue("vendytd", 599.99995);
     source.update();
     EXPECT_EQ(source.value("vendname").toString(), "Renamed");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 250").toString(), "Renamed");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select vendytd from vendors where vendnumber = 250").toDouble(), 600.0);
-    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 251").toString(), "Vendor 251");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 250").toString(),
+        "Renamed");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendytd from vendors where vendnumber = 250").toDouble(),
+        600.0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 251").toString(),
+        "Vendor 251");
 }
 
 TEST_F(RecordSourceTest, LightCommitLeavesTheNextWriteDurable)
@@ -116,7 +124,9 @@ TEST_F(RecordSourceTest, LightCommitLeavesTheNextWriteDurable)
     source.setValue("vendbalcurrent", 1.5);
     source.update();
     EXPECT_EQ(dbs.scalar("ap.mdb", "pragma synchronous").toInt(), 2); // FULL again
-    EXPECT_EQ(folder.scalar("ap.mdb", "select vendbalcurrent from vendors where vendnumber = 100").toDouble(), 1.5);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendbalcurrent from vendors where vendnumber = 100")
+                  .toDouble(),
+              1.5);
 }
 
 TEST_F(RecordSourceTest, EditHoldsTheWriteLockUntilUpdate)
@@ -125,9 +135,11 @@ TEST_F(RecordSourceTest, EditHoldsTheWriteLockUntilUpdate)
     source.edit();
     Databases other;
     other.setBusyTimeoutMsecs(50);
-    EXPECT_THROW(other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 400"), DbError);
+    EXPECT_THROW(other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 400"),
+                 DbError);
     source.cancelUpdate();
-    EXPECT_NO_THROW(other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 400"));
+    EXPECT_NO_THROW(
+        other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 400"));
 }
 
 TEST_F(RecordSourceTest, UpdateWithoutEditIsAnError)
@@ -144,14 +156,17 @@ TEST_F(RecordSourceTest, AddNewInsertsARow)
     source.setValue("vendnumber", 777);
     source.setValue("vendname", "New one");
     source.update();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 777").toString(), "New one");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendname from vendors where vendnumber = 777").toString(),
+        "New one");
 }
 
 TEST_F(RecordSourceTest, DeleteRemovesTheCurrentRowOnly)
 {
     bind("select * from vendors where vendnumber >=250 order by vendnumber");
     source.deleteCurrent();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
     EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors").toInt(), 4);
 }
 
@@ -167,15 +182,17 @@ TEST_F(RecordSourceTest, FindFirstMatchesACriterionAndMakesItCurrent)
 TEST_F(RecordSourceTest, RereadSeesAnotherUsersChange)
 {
     bind("select * from vendors where vendnumber >=250 order by vendnumber");
-    folder.exec("ap.mdb", "update vendors set vendname = 'Changed elsewhere' where vendnumber = 250");
+    folder.exec("ap.mdb",
+                "update vendors set vendname = 'Changed elsewhere' where vendnumber = 250");
     EXPECT_EQ(source.value("vendname").toString(), "Vendor 250");
     EXPECT_EQ(source.reread().value("vendname").toString(), "Changed elsewhere");
 }
 
 TEST_F(RecordSourceTest, WritesGoThroughWhileTheCursorIsOpenOnALargeResult)
 {
-    folder.exec("ap.mdb", "with recursive n(i) as (select 1000 union all select i + 1 from n where i < 5999) "
-                          "insert into vendors (vendnumber, vendname) select i, 'Bulk ' || i from n");
+    folder.exec("ap.mdb",
+                "with recursive n(i) as (select 1000 union all select i + 1 from n where i < 5999) "
+                "insert into vendors (vendnumber, vendname) select i, 'Bulk ' || i from n");
     bind("select * from vendors order by vendnumber");
     folder.exec("ap.mdb", "update vendors set vendname = 'Other user' where vendnumber = 5000");
     source.edit();

@@ -35,8 +35,8 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
-            && watched == QApplication::focusWidget()) {
+        if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
+            watched == QApplication::focusWidget()) {
             const auto *keyEvent = static_cast<QKeyEvent *>(event);
             keys.append({event->type() == QEvent::KeyPress, static_cast<Qt::Key>(keyEvent->key()),
                          keyEvent->modifiers(), keyEvent->text(), watched});
@@ -110,8 +110,8 @@ TEST_F(KeySenderTest, LockKeysThatAreOnAreSwitchedOffAroundTheKeysAndBackOn)
     KeyRecorder recorder;
     sender.sendKeys(QStringLiteral("a"));
     letKeysArrive();
-    const QList<Qt::Key> expected{Qt::Key_CapsLock, Qt::Key_ScrollLock, Qt::Key_A,
-                                  Qt::Key_CapsLock, Qt::Key_ScrollLock};
+    const QList<Qt::Key> expected{Qt::Key_CapsLock, Qt::Key_ScrollLock, Qt::Key_A, Qt::Key_CapsLock,
+                                  Qt::Key_ScrollLock};
     EXPECT_EQ(recorder.pressedKeys(), expected);
     EXPECT_EQ(recorder.keys.size(), 2 * expected.size());
     EXPECT_TRUE(locks.isOn(KeyNames::CapsLock));
@@ -135,8 +135,8 @@ public:
 
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() == QEvent::KeyPress
-            && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Return) {
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent *>(event)->key() == Qt::Key_Return) {
             m_sender.sendKeys(QStringLiteral("{TAB}"));
             return true;
         }

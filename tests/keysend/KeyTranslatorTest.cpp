@@ -67,8 +67,8 @@ const TypingCase typingCases[] = {
      true},
     {"AltKeypadSequenceWithoutNumLockTypesNothing", u"%({NUMPAD6}{NUMPAD5})", false, false, u"",
      false, false},
-    {"OtherKeyInsideAltKeypadSequenceCancelsIt", u"%({NUMPAD6}a{NUMPAD5})", false, true, u"",
-     false, true},
+    {"OtherKeyInsideAltKeypadSequenceCancelsIt", u"%({NUMPAD6}a{NUMPAD5})", false, true, u"", false,
+     true},
     {"AltKeypadZeroTypesNothing", u"%({NUMPAD0})", false, true, u"", false, true},
     {"AltWithAnotherModifierDoesNotCompose", u"^%({NUMPAD6}{NUMPAD5})", false, true, u"", false,
      true},
@@ -82,8 +82,7 @@ TEST_P(TranslatesKeys, AsAKeyboardTypesThem)
     RememberedLockKeys locks;
     locks.setOn(KeyNames::CapsLock, c.capsLock);
     locks.setOn(KeyNames::NumLock, c.numLock);
-    EXPECT_EQ(typedText(translate(QString::fromUtf16(c.keys), locks)),
-              QString::fromUtf16(c.typed));
+    EXPECT_EQ(typedText(translate(QString::fromUtf16(c.keys), locks)), QString::fromUtf16(c.typed));
     EXPECT_EQ(locks.isOn(KeyNames::CapsLock), c.capsLockAfter);
     EXPECT_EQ(locks.isOn(KeyNames::NumLock), c.numLockAfter);
 }

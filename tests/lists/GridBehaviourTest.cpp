@@ -83,7 +83,9 @@ TEST_F(GridBehaviourTest, GridsAreReadOnly)
 {
     click(controls().cmdunpaid);
     EXPECT_EQ(controls().grid1->editTriggers(), QAbstractItemView::NoEditTriggers);
-    EXPECT_FALSE(controls().grid1->model()->flags(controls().grid1->model()->index(0, 0))
+    EXPECT_FALSE(controls()
+                     .grid1->model()
+                     ->flags(controls().grid1->model()->index(0, 0))
                      .testFlag(Qt::ItemIsEditable));
 }
 

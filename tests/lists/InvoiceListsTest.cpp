@@ -22,10 +22,20 @@ protected:
         addInvoice({.number = "U-MAR", .date = 20260315, .amount = 30, .status = 1});
         addInvoice({.number = "U-JAN", .date = 20260110, .amount = 10, .status = 3});
         addInvoice({.number = "U-FEB", .date = 20260205, .amount = 20, .status = 2});
-        addInvoice({.number = "P-APR", .date = 20260401, .amount = 40, .status = 4, .check = 501,
-                    .checkDate = 20260420, .checkAmount = 40});
-        addInvoice({.number = "P-DEC", .date = 20251201, .amount = 50, .status = 5, .check = 499,
-                    .checkDate = 20251220, .checkAmount = 50});
+        addInvoice({.number = "P-APR",
+                    .date = 20260401,
+                    .amount = 40,
+                    .status = 4,
+                    .check = 501,
+                    .checkDate = 20260420,
+                    .checkAmount = 40});
+        addInvoice({.number = "P-DEC",
+                    .date = 20251201,
+                    .amount = 50,
+                    .status = 5,
+                    .check = 499,
+                    .checkDate = 20251220,
+                    .checkAmount = 50});
         addInvoice({.number = "VOID", .date = 20260201, .amount = 99, .status = 0});
         addInvoice({.vendor = 13, .number = "OTHER-U", .status = 1});
         addInvoice({.vendor = 13, .number = "OTHER-P", .status = 4, .check = 7});
@@ -263,9 +273,9 @@ TEST_F(InvoiceListsTest, InvoiceColumnsHaveTheirCaptionsInOrder)
     QStringList captions;
     for (int c = 0; c < grid1()->model()->columnCount(); ++c)
         captions << grid1()->model()->headerData(c, Qt::Horizontal).toString();
-    EXPECT_EQ(captions, QStringList({"Invoice #", "Date", "Product", "Amount", "Due", "Check #",
-                                     "Check date", "Check amount", "G/L period", "Status",
-                                     "G/L account"}));
+    EXPECT_EQ(captions,
+              QStringList({"Invoice #", "Date", "Product", "Amount", "Due", "Check #", "Check date",
+                           "Check amount", "G/L period", "Status", "G/L account"}));
     EXPECT_EQ(grid2()->model()->columnCount(), 9);
 }
 
@@ -275,8 +285,8 @@ TEST_F(InvoiceListsTest, InvoiceListColumnsKeepTheirDesignShareOfTheGridWidth)
     const int width = grid1()->width();
     ASSERT_GT(width, 300);
     for (int c = 0; c < 11; ++c)
-        EXPECT_EQ(grid1()->columnWidth(c), width * window().grid1DesignColumns()[c]
-                                               / window().grid1DesignWidth())
+        EXPECT_EQ(grid1()->columnWidth(c),
+                  width * window().grid1DesignColumns()[c] / window().grid1DesignWidth())
             << "column " << c;
 }
 

@@ -1,7 +1,7 @@
+#include "lists/RecordSourceModel.h"
 #include "data/Databases.h"
 #include "data/RecordSource.h"
 #include "lists/ListColumns.h"
-#include "lists/RecordSourceModel.h"
 #include "support/DataFolder.h"
 
 #include <QSignalSpy>

@@ -16,12 +16,11 @@ protected:
     void SetUp() override
     {
         ListsFixture::SetUp();
-        addInvoice({.number = "B", .date = 20260301, .product = "Toner", .amount = 5,
-                    .status = 1});
-        addInvoice({.number = "A", .date = 20260201, .product = "Chairs", .amount = 70,
-                    .status = 2});
-        addInvoice({.number = "C", .date = 20260101, .product = "Paper", .amount = 30,
-                    .status = 3});
+        addInvoice({.number = "B", .date = 20260301, .product = "Toner", .amount = 5, .status = 1});
+        addInvoice(
+            {.number = "A", .date = 20260201, .product = "Chairs", .amount = 70, .status = 2});
+        addInvoice(
+            {.number = "C", .date = 20260101, .product = "Paper", .amount = 30, .status = 3});
         addInvoice({.number = "P2", .date = 20251101, .amount = 20, .status = 4, .check = 502});
         addInvoice({.number = "P1", .date = 20251201, .amount = 80, .status = 5, .check = 501});
         setVendor("12");
@@ -174,8 +173,8 @@ TEST_P(InvoiceResortClauseTest, UnpaidListAppendsTheColumnsClause)
         return;
     }
     EXPECT_EQ(invoiceStatement(), QString("select * from invoices where vendnumber = 12 and "
-                                          "invstatus > 0 and invstatus < 4")
-                                      + k.clause);
+                                          "invstatus > 0 and invstatus < 4") +
+                                      k.clause);
     EXPECT_EQ(window().status(), QString("Sorted by ") + k.caption);
 }
 
@@ -185,8 +184,8 @@ TEST_P(InvoiceResortClauseTest, PaidListAppendsTheColumnsClause)
     click(controls().cmdpaid);
     clickHeader(grid1(), k.column);
     EXPECT_EQ(invoiceStatement(), QString("select * from invoices where vendnumber = 12 and "
-                                          "invstatus > 0 and invstatus > 3")
-                                      + k.clause);
+                                          "invstatus > 0 and invstatus > 3") +
+                                      k.clause);
     EXPECT_EQ(window().status(), QString("Sorted by ") + k.caption);
 }
 
@@ -230,18 +229,18 @@ TEST_P(CheckResortClauseTest, ChecksListAppendsTheColumnsClause)
     EXPECT_EQ(window().status(), QString("Sorted by ") + k.caption);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Headings, CheckResortClauseTest,
-    ::testing::Values(CheckClause{0, "Check #", " order by chknum"},
-                      CheckClause{1, "Date", " order by chkdate"},
-                      CheckClause{2, "Vendor #", " order by chkpayeenum"},
-                      CheckClause{3, "Payee", " order by chkpayeename"},
-                      CheckClause{4, "Reference", " order by chkref"},
-                      CheckClause{5, "Amount", " order by chkamount"},
-                      CheckClause{6, "Status", " order by chkstatus"},
-                      CheckClause{7, "Tax year", ""}, CheckClause{8, "Age (days)", ""}),
-    [](const ::testing::TestParamInfo<CheckClause> &info) {
-        return "Column" + std::to_string(info.param.column);
-    });
+INSTANTIATE_TEST_SUITE_P(Headings, CheckResortClauseTest,
+                         ::testing::Values(CheckClause{0, "Check #", " order by chknum"},
+                                           CheckClause{1, "Date", " order by chkdate"},
+                                           CheckClause{2, "Vendor #", " order by chkpayeenum"},
+                                           CheckClause{3, "Payee", " order by chkpayeename"},
+                                           CheckClause{4, "Reference", " order by chkref"},
+                                           CheckClause{5, "Amount", " order by chkamount"},
+                                           CheckClause{6, "Status", " order by chkstatus"},
+                                           CheckClause{7, "Tax year", ""},
+                                           CheckClause{8, "Age (days)", ""}),
+                         [](const ::testing::TestParamInfo<CheckClause> &info) {
+                             return "Column" + std::to_string(info.param.column);
+                         });
 
 } // namespace

@@ -198,8 +198,8 @@ TEST_F(SplitDetailTest, SplitButtonIsDisabledWhileItRuns)
     setSplit("S1", 1, 5000, 1);
     click(controls().cmdunpaid);
     bool enabledDuring = true;
-    QObject::connect(controls().List1->model(), &QAbstractItemModel::rowsInserted,
-                     controls().List1, [&] { enabledDuring = controls().cmdsplit->isEnabled(); });
+    QObject::connect(controls().List1->model(), &QAbstractItemModel::rowsInserted, controls().List1,
+                     [&] { enabledDuring = controls().cmdsplit->isEnabled(); });
     pressSplit();
     EXPECT_FALSE(enabledDuring);
     EXPECT_TRUE(controls().cmdsplit->isEnabled());

@@ -12,8 +12,7 @@
 namespace {
 int s_connection = 0;
 
-template <typename Work>
-void withConnection(const QString &path, Work work)
+template <typename Work> void withConnection(const QString &path, Work work)
 {
     const QString name = QStringLiteral("test-folder-%1").arg(++s_connection);
     {
@@ -36,14 +35,16 @@ DataFolder::DataFolder() : m_previous(QDir::currentPath())
     exec(QStringLiteral("config.mdb"),
          QStringLiteral("insert into ap (apaccess0, apaccess1, apaccess2, apaccess3, pnetyesno, "
                         "f1key, f6key) values (0, 0, 0, 0, 'N', 'Springfield', '555-')"));
-    exec(QStringLiteral("user.mdb"),
-         QStringLiteral("insert into staff (username, location, work, sysuser, localdrive, aplevel) "
-                        "values ('ANNE', 'Main menu', 'x', 3, '', 75), "
-                        "('DEMO', 'Main menu', 'x', 1, '', 99)"));
+    exec(
+        QStringLiteral("user.mdb"),
+        QStringLiteral("insert into staff (username, location, work, sysuser, localdrive, aplevel) "
+                       "values ('ANNE', 'Main menu', 'x', 3, '', 75), "
+                       "('DEMO', 'Main menu', 'x', 1, '', 99)"));
     exec(QStringLiteral("gl.mdb"),
-         QStringLiteral("insert into gl0 (glacctnum, glacctname, glstatementdesc, glaccttype, gllevel) "
-                        "values (1000, 'Cash', '', 1, 0), (5000, 'Office supplies', "
-                        "'Office supplies and postage', 5, 0), (5100, 'Hall rental', null, 5, 0)"));
+         QStringLiteral(
+             "insert into gl0 (glacctnum, glacctname, glstatementdesc, glaccttype, gllevel) "
+             "values (1000, 'Cash', '', 1, 0), (5000, 'Office supplies', "
+             "'Office supplies and postage', 5, 0), (5100, 'Hall rental', null, 5, 0)"));
 }
 
 DataFolder::~DataFolder()
@@ -70,8 +71,8 @@ void DataFolder::exec(const QString &fileName, const QString &statement)
 {
     withConnection(file(fileName), [&](QSqlDatabase &db) {
         QSqlQuery q(db);
-        EXPECT_TRUE(q.exec(statement)) << q.lastError().text().toStdString() << " in "
-                                       << statement.toStdString();
+        EXPECT_TRUE(q.exec(statement))
+            << q.lastError().text().toStdString() << " in " << statement.toStdString();
     });
 }
 
@@ -97,8 +98,8 @@ void DataFolder::writeFile(const QString &name, const QByteArray &contents)
 void DataFolder::writeProgram(const QString &name, const QString &script)
 {
     writeFile(name, ("#!/bin/sh\n" + script + "\n").toUtf8());
-    QFile::setPermissions(file(name), QFile::permissions(file(name)) | QFileDevice::ExeOwner
-                                          | QFileDevice::ExeUser);
+    QFile::setPermissions(file(name), QFile::permissions(file(name)) | QFileDevice::ExeOwner |
+                                          QFileDevice::ExeUser);
 }
 
 QString DataFolder::readFile(const QString &name) const
@@ -114,8 +115,9 @@ void DataFolder::addVendor(int number, const QString &name)
     QString quoted = name;
     quoted.replace(QLatin1Char('\''), QStringLiteral("''"));
     exec(QStringLiteral("ap.mdb"),
-         QStringLiteral("insert into vendors (vendnumber, vendname, vend1099type, vendglacct, vendytd, "
-                        "vendbalcurrent, vendbal60, vendbal90) values (%1, '%2', 0, 5000, 0, 0, 0, 0)")
+         QStringLiteral(
+             "insert into vendors (vendnumber, vendname, vend1099type, vendglacct, vendytd, "
+             "vendbalcurrent, vendbal60, vendbal90) values (%1, '%2', 0, 5000, 0, 0, 0, 0)")
              .arg(number)
              .arg(quoted));
 }

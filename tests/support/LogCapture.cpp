@@ -15,7 +15,8 @@ void capture(QtMsgType type, const QMessageLogContext &context, const QString &m
 {
     {
         QMutexLocker lock(&s_mutex);
-        s_lines.emplace_back(QString::fromLatin1(context.category ? context.category : ""), message);
+        s_lines.emplace_back(QString::fromLatin1(context.category ? context.category : ""),
+                             message);
     }
     if (type >= QtWarningMsg && s_previous)
         s_previous(type, context, message);

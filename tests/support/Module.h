@@ -8,8 +8,8 @@
 #include "data/Databases.h"
 #include "data/Dialect.h"
 #include "support/FakeDialogs.h"
-#include "support/QtPrinters.h"
 #include "support/FixedClock.h"
+#include "support/QtPrinters.h"
 #include "vendor/VendorWindow.h"
 
 #include <memory>
@@ -19,8 +19,8 @@
 // and clipboard, the scripted dialogs and a fixed clock. Its single-instance lock lives in the
 // given folder so that tests running side by side do not meet.
 struct Module {
-    explicit Module(const QString &lockFolder)
-        : services{dialogs, clock, clipboard, processes, databases}
+    explicit Module(const QString &lockFolder) :
+        services{dialogs, clock, clipboard, processes, databases}
     {
         databases.setBusyTimeoutMsecs(200);
         window = std::make_unique<VendorWindow>(session, services);

@@ -23,16 +23,19 @@ protected:
     }
     virtual void addVendors()
     {
-        folder.exec("ap.mdb",
-                    "insert into vendors (vendnumber, vendname, vendcontact, vendglacct, vendytd, "
-                    "vend1099type, vendaddr1, vendcity, vendstate, vendzip, vendphone, vendterms, "
-                    "vendbal90) values "
-                    "(100, 'Acme Office Supply', 'Bill', 5000, 1234.5, 1, '1 Main St', 'Springfield', "
-                    "'IL', '62704', '217-555-0100', 'Net 30', 1234.5), "
-                    "(250, 'O''Brien Catering', 'Mary', 5100, 0, 0, null, null, null, null, null, null, 0), "
-                    "(251, 'Northern Lights Printing', 'Zed', 5000, 600, 5, '9 King St', 'Toronto', "
-                    "'ON', 'M5V 2T6', '416-555-0199', '1', 0), "
-                    "(300, 'Zenith Hall Rentals', 'Anna', 5000, 0, 4, null, null, null, null, null, null, 0)");
+        folder.exec(
+            "ap.mdb",
+            "insert into vendors (vendnumber, vendname, vendcontact, vendglacct, vendytd, "
+            "vend1099type, vendaddr1, vendcity, vendstate, vendzip, vendphone, vendterms, "
+            "vendbal90) values "
+            "(100, 'Acme Office Supply', 'Bill', 5000, 1234.5, 1, '1 Main St', 'Springfield', "
+            "'IL', '62704', '217-555-0100', 'Net 30', 1234.5), "
+            "(250, 'O''Brien Catering', 'Mary', 5100, 0, 0, null, null, null, null, null, null, "
+            "0), "
+            "(251, 'Northern Lights Printing', 'Zed', 5000, 600, 5, '9 King St', 'Toronto', "
+            "'ON', 'M5V 2T6', '416-555-0199', '1', 0), "
+            "(300, 'Zenith Hall Rentals', 'Anna', 5000, 0, 4, null, null, null, null, null, null, "
+            "0)");
     }
     virtual QString argument() const { return QStringLiteral("VDR99DEMO"); }
 
@@ -47,7 +50,9 @@ protected:
     }
     QVariant vendorColumn(int number, const char *column)
     {
-        return folder.scalar("ap.mdb", QStringLiteral("select %1 from vendors where vendnumber = %2")
-                                           .arg(QString::fromLatin1(column)).arg(number));
+        return folder.scalar("ap.mdb",
+                             QStringLiteral("select %1 from vendors where vendnumber = %2")
+                                 .arg(QString::fromLatin1(column))
+                                 .arg(number));
     }
 };

@@ -38,8 +38,8 @@ using Rows = std::vector<QVariantList>;
 // Reads one database file of a generated folder through a read-only connection of its own.
 class Reader {
 public:
-    Reader(const QString &folder, const QString &fileName)
-        : m_name(QStringLiteral("demo-test-%1").arg(++s_count))
+    Reader(const QString &folder, const QString &fileName) :
+        m_name(QStringLiteral("demo-test-%1").arg(++s_count))
     {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
         db.setDatabaseName(QDir(folder).absoluteFilePath(fileName));
@@ -177,8 +177,8 @@ TEST_F(DemoCompanyTest, WritesEveryDatabaseFileAsSqliteWithTheModulesTables)
         const QStringList tables = db.tables();
         for (const Schema::Table &table : Schema::tablesOf(name))
             EXPECT_TRUE(tables.contains(table.name)) << qPrintable(name + " " + table.name);
-        EXPECT_FALSE(QFile::exists(path(name + "-wal"))
-                     && QFileInfo(path(name + "-wal")).size() > 0)
+        EXPECT_FALSE(QFile::exists(path(name + "-wal")) &&
+                     QFileInfo(path(name + "-wal")).size() > 0)
             << qPrintable(name) << " left an unfinished write-ahead log";
     }
     for (const char *other :
@@ -217,8 +217,8 @@ TEST_F(DemoCompanyTest, SameOptionsGiveTheSameRowsAndAnotherSeedDoesNot)
         EXPECT_TRUE(first == second) << sql;
     }
     const QString vendors = QStringLiteral("select * from vendors order by vendnumber");
-    EXPECT_FALSE(Reader(folder(), "ap.mdb").rows(vendors)
-                 == Reader(other.filePath("reseeded"), "ap.mdb").rows(vendors));
+    EXPECT_FALSE(Reader(folder(), "ap.mdb").rows(vendors) ==
+                 Reader(other.filePath("reseeded"), "ap.mdb").rows(vendors));
 }
 
 TEST_F(DemoCompanyTest, WritingAgainIntoTheSameFolderReplacesTheFiles)
@@ -281,10 +281,8 @@ TEST_F(DemoCompanyTest, EveryFormTypeAndTheThresholdAmountsArePresent)
     EXPECT_GE(ap.count("select count(*) from vendors where vendytd = 600 and "
                        "(vend1099type = 1 or vend1099type = 4)"),
               1);
-    EXPECT_GE(ap.count("select count(*) from vendors where vendytd = 600 and vend1099type = 5"),
-              1);
-    EXPECT_GE(ap.count("select count(*) from vendors where vendytd = 600 and vend1099type = 3"),
-              1);
+    EXPECT_GE(ap.count("select count(*) from vendors where vendytd = 600 and vend1099type = 5"), 1);
+    EXPECT_GE(ap.count("select count(*) from vendors where vendytd = 600 and vend1099type = 3"), 1);
 }
 
 TEST_F(DemoCompanyTest, VendorTextsIncludeApostrophesNullsAndBothCountries)
@@ -367,10 +365,9 @@ TEST_F(DemoCompanyTest, SplitAmountsAddUpToTheInvoiceAmount)
     QStringList columns = {"invamount", "v.vendglacct"};
     for (int i = 1; i <= 10; ++i)
         columns << QStringLiteral("splitgl%1").arg(i) << QStringLiteral("splitamt%1").arg(i);
-    const Rows rows =
-        Reader(folder(), "ap.mdb")
-            .rows("select " + columns.join(", ")
-                  + " from invoices i join vendors v on v.vendnumber = i.vendnumber");
+    const Rows rows = Reader(folder(), "ap.mdb")
+                          .rows("select " + columns.join(", ") +
+                                " from invoices i join vendors v on v.vendnumber = i.vendnumber");
     ASSERT_EQ(rows.size(), std::size_t(invoiceCount));
     int split = 0;
     for (const QVariantList &row : rows) {
@@ -435,9 +432,8 @@ TEST_F(DemoCompanyTest, VendorTotalsAreWhatTheirInvoicesGive)
                                  "vendbal90 from vendors");
     for (const QVariantList &v : vendors) {
         const int number = v[0].toInt();
-        if (ap.count(
-                QStringLiteral("select count(*) from invoices where vendnumber = %1").arg(number))
-            == 0)
+        if (ap.count(QStringLiteral("select count(*) from invoices where vendnumber = %1")
+                         .arg(number)) == 0)
             continue;
         const double paid = Money::fromSum(ap.scalar(
             QStringLiteral("select sum(invcheckamount) from invoices where vendnumber = %1 "

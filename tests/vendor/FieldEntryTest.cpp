@@ -1,6 +1,6 @@
+#include "vendor/FieldEntry.h"
 #include "app/Session.h"
 #include "data/RecordSource.h"
-#include "vendor/FieldEntry.h"
 #include "support/VendorScreen.h"
 
 #include <QApplication>
@@ -40,9 +40,11 @@ INSTANTIATE_TEST_SUITE_P(
         PromptCase{8, "Type the fax telephone number in XXX-XXX-XXXX format"},
         PromptCase{9, "Type the name of the person who is your contact at this company"},
         PromptCase{10, "Type the federal tax ID#"},
-        PromptCase{11, "Available types:  0=None   1=1099-MISC   2=1099-INT   3=1099-DIV   5-1099-NEC"},
+        PromptCase{11,
+                   "Available types:  0=None   1=1099-MISC   2=1099-INT   3=1099-DIV   5-1099-NEC"},
         PromptCase{12, "Type the G/L account to which payments made to this company are posted"},
-        PromptCase{13, "Type the year-to-date purchases you have made with this company (no dollar signs, please)"},
+        PromptCase{13, "Type the year-to-date purchases you have made with this company (no dollar "
+                       "signs, please)"},
         PromptCase{14, "Type the current outstanding balance with this company"},
         PromptCase{15, "Type the 60-day outstanding balance with this company"},
         PromptCase{16, "Type the 90+ day outstanding balance with this company"},
@@ -281,7 +283,8 @@ TEST_F(FieldEntryTest, LookupProgramThatFailsGivesTheWarning)
     startAdd();
     focus(0);
     QTest::keyClick(c().Text1[0], Qt::Key_F5);
-    EXPECT_EQ(module.dialogs.last()->text, "WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE");
+    EXPECT_EQ(module.dialogs.last()->text,
+              "WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE");
     EXPECT_TRUE(folder.readFile("lastbkup.dat").contains("Backup/Restore"));
 }
 

@@ -39,11 +39,30 @@ TEST_F(KeyboardOnlyTest, AddTypeEveryFieldWithEnterSaveAndFindAgain)
     ASSERT_EQ(module.window->state().addFlag, 1);
     ASSERT_EQ(focused(), c().Text1[0]);
 
-    const QStringList typed = {
-        "4321", "Keyboard Stationers", "12 Key Lane", "Suite 4", "Springfield", "IL", "62704-1234",
-        "217-555-0123", "217-555-0124", "Kim Lee", "36-1234567", "1", "5000", "0", "0", "0", "0",
-        "Net 30", "MBR-77", "kim@keyboard.example", "217-555-0125", "Lou Park", "lou@keyboard.example",
-        "217-555-0126"};
+    const QStringList typed = {"4321",
+                               "Keyboard Stationers",
+                               "12 Key Lane",
+                               "Suite 4",
+                               "Springfield",
+                               "IL",
+                               "62704-1234",
+                               "217-555-0123",
+                               "217-555-0124",
+                               "Kim Lee",
+                               "36-1234567",
+                               "1",
+                               "5000",
+                               "0",
+                               "0",
+                               "0",
+                               "0",
+                               "Net 30",
+                               "MBR-77",
+                               "kim@keyboard.example",
+                               "217-555-0125",
+                               "Lou Park",
+                               "lou@keyboard.example",
+                               "217-555-0126"};
     for (int i = 0; i < 24; ++i) {
         ASSERT_EQ(focused(), c().Text1[i]) << "field " << i;
         type(typed[i]);

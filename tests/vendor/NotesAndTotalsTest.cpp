@@ -56,7 +56,8 @@ TEST_F(NotesTest, NullNotesShowAsEmptyText)
 
 TEST_F(NotesTest, StoredNotesAreShown)
 {
-    folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (250, 'Call before delivery\nGate code 42')");
+    folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (250, 'Call before "
+                          "delivery\nGate code 42')");
     lookup(0, "250");
     c().cmdnotes->click();
     EXPECT_EQ(c().notes->toPlainText(), "Call before delivery\nGate code 42");
@@ -95,10 +96,12 @@ protected:
     {
         VendorScreen::addVendors();
         // The fixed clock reads 21 November 2026.
-        folder.exec("ap.mdb", "insert into invoices (vendnumber, invnumber, invdate, invamount, invstatus) values "
-                              "(100, 'D31', 20261231, 10.10, 4), (100, 'J1', 20270101, 20.20, 1), "
-                              "(100, 'J2', 20260101, 1.01, 2), (100, 'X0', 20250601, 5, 3), "
-                              "(100, 'Z', 20260601, 100, 0)");
+        folder.exec(
+            "ap.mdb",
+            "insert into invoices (vendnumber, invnumber, invdate, invamount, invstatus) values "
+            "(100, 'D31', 20261231, 10.10, 4), (100, 'J1', 20270101, 20.20, 1), "
+            "(100, 'J2', 20260101, 1.01, 2), (100, 'X0', 20250601, 5, 3), "
+            "(100, 'Z', 20260601, 100, 0)");
     }
     void totalsFor(const QString &number)
     {

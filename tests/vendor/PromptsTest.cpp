@@ -1,5 +1,5 @@
-#include "app/Session.h"
 #include "common/Prompts.h"
+#include "app/Session.h"
 #include "data/Databases.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
@@ -52,11 +52,13 @@ TEST_F(DateRangeTest, PromptsAndTitlesCarryTheContextWord)
     ask({"20260101", "20260102"}, "Checks Issued");
     ASSERT_EQ(dialogs.shown.size(), 2u);
     EXPECT_EQ(dialogs.shown[0].title, "FROM Date - Checks Issued");
-    EXPECT_EQ(dialogs.shown[0].text, "Type the FROM date in YYYYMMDD format.\nWhen done, press ENTER or click OK.\n\n"
-                                     "Click CANCEL to exit this feature.");
+    EXPECT_EQ(dialogs.shown[0].text,
+              "Type the FROM date in YYYYMMDD format.\nWhen done, press ENTER or click OK.\n\n"
+              "Click CANCEL to exit this feature.");
     EXPECT_EQ(dialogs.shown[1].title, "TO Date - Checks Issued");
-    EXPECT_EQ(dialogs.shown[1].text, "Type the TO date in YYYYMMDD format.\nWhen done, press ENTER or click OK.\n\n"
-                                     "Click CANCEL to exit this feature.");
+    EXPECT_EQ(dialogs.shown[1].text,
+              "Type the TO date in YYYYMMDD format.\nWhen done, press ENTER or click OK.\n\n"
+              "Click CANCEL to exit this feature.");
 }
 
 TEST_F(DateRangeTest, AnswersAreTrimmed)

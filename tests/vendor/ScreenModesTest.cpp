@@ -1,6 +1,6 @@
+#include "vendor/ScreenModes.h"
 #include "app/Session.h"
 #include "data/RecordSource.h"
-#include "vendor/ScreenModes.h"
 #include "support/VendorScreen.h"
 
 #include <QGroupBox>
@@ -13,18 +13,24 @@ class ScreenModesTest : public VendorScreen {
 protected:
     std::map<std::string, bool> buttons() const
     {
-        return {{"add", c().cmdadd->isEnabled()},         {"lookup", c().cmdlookup->isEnabled()},
+        return {{"add", c().cmdadd->isEnabled()},           {"lookup", c().cmdlookup->isEnabled()},
                 {"previous", c().cmdprevious->isEnabled()}, {"next", c().cmdnext->isEnabled()},
-                {"modify", c().cmdmodify->isEnabled()},   {"save", c().cmdsave->isEnabled()},
-                {"delete", c().cmddelete->isEnabled()},   {"cancel", c().cmdcancel->isEnabled()}};
+                {"modify", c().cmdmodify->isEnabled()},     {"save", c().cmdsave->isEnabled()},
+                {"delete", c().cmddelete->isEnabled()},     {"cancel", c().cmdcancel->isEnabled()}};
     }
     using States = std::map<std::string, bool>;
 };
 
 TEST_F(ScreenModesTest, LookupModeButtons)
 {
-    EXPECT_EQ(buttons(), (States{{"add", true}, {"lookup", true}, {"previous", false}, {"next", false},
-                                 {"modify", false}, {"save", false}, {"delete", false}, {"cancel", true}}));
+    EXPECT_EQ(buttons(), (States{{"add", true},
+                                 {"lookup", true},
+                                 {"previous", false},
+                                 {"next", false},
+                                 {"modify", false},
+                                 {"save", false},
+                                 {"delete", false},
+                                 {"cancel", true}}));
     EXPECT_TRUE(c().fralookup->isVisible());
     EXPECT_FALSE(c().fravendor->isEnabled());
     EXPECT_FALSE(c().notes->isVisible());
@@ -33,8 +39,14 @@ TEST_F(ScreenModesTest, LookupModeButtons)
 TEST_F(ScreenModesTest, BrowseModeButtonsAfterALookupHit)
 {
     lookup(0, "100");
-    EXPECT_EQ(buttons(), (States{{"add", false}, {"lookup", false}, {"previous", true}, {"next", true},
-                                 {"modify", true}, {"save", false}, {"delete", false}, {"cancel", true}}));
+    EXPECT_EQ(buttons(), (States{{"add", false},
+                                 {"lookup", false},
+                                 {"previous", true},
+                                 {"next", true},
+                                 {"modify", true},
+                                 {"save", false},
+                                 {"delete", false},
+                                 {"cancel", true}}));
     EXPECT_FALSE(c().fralookup->isVisible());
     EXPECT_EQ(module.window->status(), "Select an action button along the top of the screen.");
 }
@@ -153,7 +165,8 @@ TEST_F(ScreenModesTest, DeleteIsAllowedWithUnpaidBelowOneCent)
     EXPECT_EQ(module.dialogs.last()->kind, "yesno");
     EXPECT_EQ(module.dialogs.last()->text, "Click YES to finish the deletion, NO to cancel");
     EXPECT_EQ(module.dialogs.last()->title, "Delete Vendor?");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
     EXPECT_TRUE(c().fralookup->isVisible());
     EXPECT_FALSE(c().cmddelete->isEnabled());
 }
@@ -170,7 +183,8 @@ TEST_F(ScreenModesTest, DeleteIsRefusedWithNegativeUnpaid)
               "cannot be deleted until the year has closed and balances are zero. ");
     EXPECT_EQ(module.dialogs.last()->title, "Delete Vendor");
     EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Critical);
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 1);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 1);
     EXPECT_EQ(module.dialogs.count("yesno"), 0);
 }
 
@@ -180,7 +194,8 @@ TEST_F(ScreenModesTest, DeleteIsRefusedWithYtdPurchases)
     c().cmdmodify->click();
     c().cmddelete->click();
     EXPECT_EQ(module.dialogs.last()->title, "Delete Vendor");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 100").toInt(), 1);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 100").toInt(), 1);
 }
 
 TEST_F(ScreenModesTest, DeleteIsAllowedWhenOnlyTheNinetyDayBalanceIsSet)
@@ -191,7 +206,8 @@ TEST_F(ScreenModesTest, DeleteIsAllowedWhenOnlyTheNinetyDayBalanceIsSet)
     c().Text1[16]->setText("1234.5");
     module.dialogs.yesNoAnswers = {Dialogs::Yes};
     c().cmddelete->click();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
 }
 
 TEST_F(ScreenModesTest, AnsweringNoToDeleteKeepsTheVendorAndTheMode)
@@ -200,21 +216,26 @@ TEST_F(ScreenModesTest, AnsweringNoToDeleteKeepsTheVendorAndTheMode)
     c().cmdmodify->click();
     module.dialogs.yesNoAnswers = {Dialogs::No};
     c().cmddelete->click();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 1);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 1);
     EXPECT_EQ(module.window->state().modifyFlag, 1);
     EXPECT_TRUE(c().cmddelete->isEnabled());
 }
 
 TEST_F(ScreenModesTest, DeletingLeavesInvoicesChecksAndNotesAlone)
 {
-    folder.exec("ap.mdb", "insert into invoices (vendnumber, invnumber, invstatus, invamount) values (250, 'P1', 4, 10)");
+    folder.exec("ap.mdb", "insert into invoices (vendnumber, invnumber, invstatus, invamount) "
+                          "values (250, 'P1', 4, 10)");
     folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (250, 'keep')");
     lookup(0, "250");
     c().cmdmodify->click();
     module.dialogs.yesNoAnswers = {Dialogs::Yes};
     c().cmddelete->click();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from invoices where vendnumber = 250").toInt(), 1);
-    EXPECT_EQ(folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 250").toString(), "keep");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from invoices where vendnumber = 250").toInt(), 1);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 250").toString(),
+        "keep");
 }
 
 class JuniorScreen : public ScreenModesTest {
@@ -261,7 +282,8 @@ TEST_F(LowLevelScreen, AddModifyAndDeleteNeedTheEditingLevel)
     module.window->modes().remove();
     EXPECT_EQ(module.dialogs.count(), 3);
     EXPECT_EQ(module.dialogs.count("yesno"), 0);
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 1);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 1);
 }
 
 } // namespace

@@ -85,15 +85,18 @@ TEST_F(VendorDisplayTest, NullNameGetsTheErrorReport)
     folder.exec("ap.mdb", "update vendors set vendname = null where vendnumber = 250");
     lookup(0, "250");
     ASSERT_NE(module.dialogs.last(), nullptr);
-    EXPECT_TRUE(module.dialogs.last()->text.contains("Null")) << module.dialogs.last()->text.toStdString();
+    EXPECT_TRUE(module.dialogs.last()->text.contains("Null"))
+        << module.dialogs.last()->text.toStdString();
     EXPECT_EQ(module.dialogs.last()->title, "Uh-oh...");
 }
 
 TEST_F(VendorDisplayTest, ShowingBWritesTheTotalsOfAIntoBAndShowsBsOwn)
 {
-    folder.exec("ap.mdb", "insert into invoices (vendnumber, invnumber, invdate, invamount, invstatus) values "
-                          "(100, 'A1', 20261001, 100.25, 1), (250, 'B1', 20260105, 40, 2), "
-                          "(250, 'B2', 20250105, 2, 1)");
+    folder.exec(
+        "ap.mdb",
+        "insert into invoices (vendnumber, invnumber, invdate, invamount, invstatus) values "
+        "(100, 'A1', 20261001, 100.25, 1), (250, 'B1', 20260105, 40, 2), "
+        "(250, 'B2', 20250105, 2, 1)");
     lookup(0, "100");
     EXPECT_EQ(field(14), "100.25");
     EXPECT_EQ(field(15), "100.25");

@@ -1,5 +1,5 @@
-#include "data/RecordSource.h"
 #include "vendor/VendorLookup.h"
+#include "data/RecordSource.h"
 #include "support/VendorScreen.h"
 
 #include <QAction>
@@ -14,11 +14,15 @@ protected:
     void addVendors() override
     {
         VendorScreen::addVendors();
-        folder.exec("ap.mdb", "insert into vendors (vendnumber, vendname, vendcontact, vendglacct) values "
-                              "(260, 'O''Briens Bakery', 'Carl', 5000.5), (270, 'Obelisk Signs', 'Dora', 5000)");
-        folder.exec("ap.mdb", "insert into invoices (vendnumber, invnumber, invchecknumber, invproduct) values "
-                              "(251, 'INV-7', 1001, 'Paper'), (100, 'INV-8', 1002, 'Toner'), "
-                              "(300, 'INV-9', 1002, 'Chairs')");
+        folder.exec(
+            "ap.mdb",
+            "insert into vendors (vendnumber, vendname, vendcontact, vendglacct) values "
+            "(260, 'O''Briens Bakery', 'Carl', 5000.5), (270, 'Obelisk Signs', 'Dora', 5000)");
+        folder.exec(
+            "ap.mdb",
+            "insert into invoices (vendnumber, invnumber, invchecknumber, invproduct) values "
+            "(251, 'INV-7', 1001, 'Paper'), (100, 'INV-8', 1002, 'Toner'), "
+            "(300, 'INV-9', 1002, 'Chairs')");
     }
 };
 
@@ -46,17 +50,25 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         StatementCase{0, "250", "select * from vendors where vendnumber >=250 order by vendnumber"},
         StatementCase{0, "abc", "select * from vendors where vendnumber >=0 order by vendnumber"},
-        StatementCase{1, "Acme", "select * from vendors where vendname >= 'Acme' order by vendname"},
-        StatementCase{2, "Bill", "select * from vendors where vendcontact >= 'Bill' order by vendcontact"},
-        StatementCase{3, "INV-7", "select * from invoices, vendors, vendors inner join invoices on "
-                                  "invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'INV-7'"},
-        StatementCase{4, "1002", "select * from invoices, vendors, invoices inner join vendors on "
-                                 "invoices.vendnumber = vendors.vendnumber where invoices.invchecknumber = 1002"},
-        StatementCase{5, "Pa", "select * from invoices, vendors, invoices inner join vendors on "
-                               "invoices.vendnumber = vendors.vendnumber where invoices.invproduct >= 'Pa' "
-                               "order by invproduct"},
+        StatementCase{1, "Acme",
+                      "select * from vendors where vendname >= 'Acme' order by vendname"},
+        StatementCase{2, "Bill",
+                      "select * from vendors where vendcontact >= 'Bill' order by vendcontact"},
+        StatementCase{
+            3, "INV-7",
+            "select * from invoices, vendors, vendors inner join invoices on "
+            "invoices.vendnumber = vendors.vendnumber where invoices.invnumber = 'INV-7'"},
+        StatementCase{
+            4, "1002",
+            "select * from invoices, vendors, invoices inner join vendors on "
+            "invoices.vendnumber = vendors.vendnumber where invoices.invchecknumber = 1002"},
+        StatementCase{5, "Pa",
+                      "select * from invoices, vendors, invoices inner join vendors on "
+                      "invoices.vendnumber = vendors.vendnumber where invoices.invproduct >= 'Pa' "
+                      "order by invproduct"},
         StatementCase{6, "5000", "select * from vendors where vendglacct = 5000 order by vendname"},
-        StatementCase{6, "5000.5", "select * from vendors where vendglacct = 5000.5 order by vendname"},
+        StatementCase{6, "5000.5",
+                      "select * from vendors where vendglacct = 5000.5 order by vendname"},
         StatementCase{6, "x", "select * from vendors where vendglacct = 0 order by vendname"}));
 
 TEST_F(VendorLookupTest, NumberFindsThatVendorOrTheNextHigherAndNextWalksInNumberOrder)
@@ -146,7 +158,8 @@ TEST_F(VendorLookupTest, GlAccountFindsOnlyThatAccountInNameOrder)
             break;
         names << field(1);
     }
-    EXPECT_EQ(names.join('|'), "Acme Office Supply|Northern Lights Printing|Obelisk Signs|Zenith Hall Rentals");
+    EXPECT_EQ(names.join('|'),
+              "Acme Office Supply|Northern Lights Printing|Obelisk Signs|Zenith Hall Rentals");
 }
 
 TEST_F(VendorLookupTest, SqlFragmentsInTheEntryNeverChangeTheStatement)
@@ -201,7 +214,8 @@ TEST_F(VendorLookupTest, EntryFieldEmptiesAndTurnsYellowOnFocusWithItsPrompt)
     c().lookupinput->setFocus(Qt::TabFocusReason);
     EXPECT_EQ(c().lookupinput->text(), "");
     EXPECT_EQ(c().lookupinput->palette().color(QPalette::Base), QColor(255, 255, 0));
-    EXPECT_EQ(module.window->status(), "Type a suitable entry for the lookup method chosen; then press ENTER.");
+    EXPECT_EQ(module.window->status(),
+              "Type a suitable entry for the lookup method chosen; then press ENTER.");
     c().Option1[2]->setFocus(Qt::TabFocusReason);
     EXPECT_EQ(c().lookupinput->palette().color(QPalette::Base), QColor(255, 255, 255));
 }

@@ -1,6 +1,6 @@
+#include "vendor/VendorSaver.h"
 #include "app/Session.h"
 #include "data/RecordSource.h"
-#include "vendor/VendorSaver.h"
 #include "support/VendorScreen.h"
 
 #include <QGroupBox>
@@ -35,7 +35,8 @@ TEST_F(VendorSaverTest, EmptyNameIsRequiredAndTheModeStays)
     EXPECT_EQ(module.dialogs.last()->icon, Dialogs::Icon::Information);
     EXPECT_EQ(module.window->state().addFlag, 1);
     EXPECT_TRUE(c().cmdsave->isEnabled());
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 900").toInt(), 0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 900").toInt(), 0);
 }
 
 TEST_F(VendorSaverTest, EmptyNumberIsRequiredToo)
@@ -59,19 +60,22 @@ TEST_F(VendorSaverTest, NewVendorWithEmptyTermsStoresTermsOne)
 TEST_F(VendorSaverTest, EveryFieldReachesItsColumn)
 {
     addNew("901", "Full Vendor");
-    const char *values[24] = {"901", "Full Vendor", "a1", "a2", "city", "ST", "Z1P", "555-1", "555-2",
-                              "contact", "12-3456789", "5", "5000", "600", "12.5", "7.25", "1234.5",
-                              "Net 30", "ACCT-9", "e1@x.org", "cell1", "second", "e2@x.org", "555-3"};
+    const char *values[24] = {"901",    "Full Vendor", "a1",    "a2",      "city",       "ST",
+                              "Z1P",    "555-1",       "555-2", "contact", "12-3456789", "5",
+                              "5000",   "600",         "12.5",  "7.25",    "1234.5",     "Net 30",
+                              "ACCT-9", "e1@x.org",    "cell1", "second",  "e2@x.org",   "555-3"};
     for (int i = 0; i < 24; ++i)
         c().Text1[i]->setText(QString::fromLatin1(values[i]));
     c().cmdsave->click();
-    const char *columns[24] = {"vendnumber", "vendname", "vendaddr1", "vendaddr2", "vendcity", "vendstate",
-                               "vendzip", "vendphone", "vendfax", "vendcontact", "vendtaxid", "vend1099type",
-                               "vendglacct", "vendytd", "vendbalcurrent", "vendbal60", "vendbal90", "vendterms",
-                               "vendacct", "email", "cell_other", "vcontact2name", "vcontact2email",
-                               "vcontact2phone"};
+    const char *columns[24] = {"vendnumber", "vendname",      "vendaddr1",      "vendaddr2",
+                               "vendcity",   "vendstate",     "vendzip",        "vendphone",
+                               "vendfax",    "vendcontact",   "vendtaxid",      "vend1099type",
+                               "vendglacct", "vendytd",       "vendbalcurrent", "vendbal60",
+                               "vendbal90",  "vendterms",     "vendacct",       "email",
+                               "cell_other", "vcontact2name", "vcontact2email", "vcontact2phone"};
     for (int i = 0; i < 24; ++i)
-        EXPECT_EQ(vendorColumn(901, columns[i]).toString(), QString::fromLatin1(values[i])) << columns[i];
+        EXPECT_EQ(vendorColumn(901, columns[i]).toString(), QString::fromLatin1(values[i]))
+            << columns[i];
     EXPECT_EQ(vendorColumn(901, "pnet").toString(), "");
 }
 
@@ -94,8 +98,9 @@ TEST_F(VendorSaverTest, NotesOfANewVendorAreWritten)
     c().cmdnotes->click();
     QTest::keyClicks(c().notes, "Prefers checks");
     c().cmdsave->click();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 902").toString(),
-              "Prefers checks");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 902").toString(),
+        "Prefers checks");
 }
 
 TEST_F(VendorSaverTest, ChangedNotesOverwriteTheStoredRow)
@@ -108,8 +113,12 @@ TEST_F(VendorSaverTest, ChangedNotesOverwriteTheStoredRow)
     QTest::keyClick(c().notes, Qt::Key_End);
     QTest::keyClicks(c().notes, " and new");
     c().cmdsave->click();
-    EXPECT_EQ(folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 250").toString(), "old and new");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendnotes where vendnumber = 250").toInt(), 1);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 250").toString(),
+        "old and new");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendnotes where vendnumber = 250").toInt(),
+        1);
 }
 
 TEST_F(VendorSaverTest, UnchangedNotesAreNotWrittenInModifyMode)
@@ -128,7 +137,8 @@ TEST_F(VendorSaverTest, TextInANumberFieldIsRefusedWithAClearMessage)
     EXPECT_EQ(module.dialogs.last()->text,
               "YTD Purchases must be a number; \"12O.50\" is not one. Nothing was saved.");
     EXPECT_EQ(module.window->state().addFlag, 1);
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 903").toInt(), 0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 903").toInt(), 0);
     EXPECT_EQ(field(13), "12O.50");
 }
 
@@ -180,8 +190,9 @@ TEST_F(TwoUsers, SecondSaveOfTheSameVendorIsReportedAndLosesNothing)
 
     c().cmdsave->click();
     ASSERT_NE(module.dialogs.last(), nullptr);
-    EXPECT_EQ(module.dialogs.last()->text, "Another user has modified this record while you were editing it.\n"
-                                           "Please reload this vendor and redo your changes.");
+    EXPECT_EQ(module.dialogs.last()->text,
+              "Another user has modified this record while you were editing it.\n"
+              "Please reload this vendor and redo your changes.");
     EXPECT_EQ(module.dialogs.last()->title, "Velmora Office");
     EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Acme Office Supply & Sons");
     EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-0100");
@@ -215,9 +226,11 @@ TEST_F(TwoUsers, RecordHeldByAnotherWriterIsRetriedThenReported)
     c().cmdsave->click();
     EXPECT_EQ(module.window->state().saveRetryCount, VendorSaver::retryBudget);
     ASSERT_NE(module.dialogs.last(), nullptr);
-    EXPECT_TRUE(module.dialogs.last()->text.startsWith("Having trouble writing the record...\nCode 3260@860"))
+    EXPECT_TRUE(module.dialogs.last()->text.startsWith(
+        "Having trouble writing the record...\nCode 3260@860"))
         << module.dialogs.last()->text.toStdString();
-    EXPECT_TRUE(module.dialogs.last()->text.contains("If you continue getting this message, call Velmora Data."));
+    EXPECT_TRUE(module.dialogs.last()->text.contains(
+        "If you continue getting this message, call Velmora Data."));
     EXPECT_EQ(module.dialogs.last()->title, "DEMO @ Armaster");
     EXPECT_EQ(module.window->state().modifyFlag, 1);
     EXPECT_TRUE(c().cmdsave->isEnabled());

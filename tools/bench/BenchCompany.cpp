@@ -26,7 +26,8 @@ void run(Databases &dbs, const QString &file, const QStringList &statements)
 QString upTo(long long count)
 {
     return QStringLiteral("with recursive n(i) as (select 1 union all select i + 1 from n "
-                          "where i < %1) ").arg(count);
+                          "where i < %1) ")
+        .arg(count);
 }
 } // namespace
 
@@ -57,26 +58,30 @@ void make(int bigVendorInvoices)
          upTo(1000) + QStringLiteral("insert into vendors (vendnumber, vendname, vend1099type, "
                                      "vendglacct, vendytd, vendbalcurrent, vendbal60, vendbal90) "
                                      "select i, 'Vendor ' || i, 0, 5000, 0, 0, 0, 0 from n"),
-         upTo(10000) + QStringLiteral(
-             "insert into invoices (vendnumber, invnumber, invdate, invduedate, invproduct, "
-             "invamount, invstatus, invchecknumber, invglperiod, splitgl1, splitamt1) "
-             "select 2 + i % 999, 'S' || i, 20250101 + i % 28, 20250131, 'Supplies', i % 500, "
-             "1 + i % 5, 0, 1, 5000, i % 500 from n"),
-         upTo(bigVendorInvoices) + QStringLiteral(
-             "insert into invoices (vendnumber, invnumber, invdate, invduedate, invproduct, "
-             "invamount, invstatus, invchecknumber, invcheckdate, invcheckamount, invglperiod, "
-             "splitgl1, splitamt1, splitgl2, splitamt2, splitgl3, splitamt3) "
-             "select 1, 'B' || i, "
-             "(2015 + i / 2000) * 10000 + (1 + (i / 28) % 12) * 100 + 1 + i % 28, "
-             "20250131, 'Item ' || (i % 97), (i * 7919) % 100000 / 100.0, 1 + i % 6, "
-             "case when i % 6 >= 3 then 10000 + i else 0 end, "
-             "case when i % 6 >= 3 then 20250215 else 0 end, "
-             "case when i % 6 >= 3 then (i * 7919) % 100000 / 100.0 else 0 end, "
-             "1 + i % 12, 5000, 10, 5100, 20, 5200, 30 from n"),
-         upTo(500) + QStringLiteral(
-             "insert into checks (chkpayeenum, chkpayeename, chknum, chkdate, chkamount, chkref, "
-             "chkstatus) select 1, 'Vendor 1', 10000 + i, 20150101 + i % 28, i, 'Ref ' || i, 1 "
-             "from n")});
+         upTo(10000) +
+             QStringLiteral(
+                 "insert into invoices (vendnumber, invnumber, invdate, invduedate, invproduct, "
+                 "invamount, invstatus, invchecknumber, invglperiod, splitgl1, splitamt1) "
+                 "select 2 + i % 999, 'S' || i, 20250101 + i % 28, 20250131, 'Supplies', i % 500, "
+                 "1 + i % 5, 0, 1, 5000, i % 500 from n"),
+         upTo(bigVendorInvoices) +
+             QStringLiteral(
+                 "insert into invoices (vendnumber, invnumber, invdate, invduedate, invproduct, "
+                 "invamount, invstatus, invchecknumber, invcheckdate, invcheckamount, invglperiod, "
+                 "splitgl1, splitamt1, splitgl2, splitamt2, splitgl3, splitamt3) "
+                 "select 1, 'B' || i, "
+                 "(2015 + i / 2000) * 10000 + (1 + (i / 28) % 12) * 100 + 1 + i % 28, "
+                 "20250131, 'Item ' || (i % 97), (i * 7919) % 100000 / 100.0, 1 + i % 6, "
+                 "case when i % 6 >= 3 then 10000 + i else 0 end, "
+                 "case when i % 6 >= 3 then 20250215 else 0 end, "
+                 "case when i % 6 >= 3 then (i * 7919) % 100000 / 100.0 else 0 end, "
+                 "1 + i % 12, 5000, 10, 5100, 20, 5200, 30 from n"),
+         upTo(500) +
+             QStringLiteral(
+                 "insert into checks (chkpayeenum, chkpayeename, chknum, chkdate, chkamount, "
+                 "chkref, "
+                 "chkstatus) select 1, 'Vendor 1', 10000 + i, 20150101 + i % 28, i, 'Ref ' || i, 1 "
+                 "from n")});
     dbs.closeAll();
 }
 

@@ -71,8 +71,9 @@ void report(const char *what, const Figure &f, int runs)
 
 QString firstUser(Databases &dbs)
 {
-    return dbs.scalar(QStringLiteral("user.mdb"),
-                      QStringLiteral("select username from staff order by aplevel desc"))
+    return dbs
+        .scalar(QStringLiteral("user.mdb"),
+                QStringLiteral("select username from staff order by aplevel desc"))
         .toString();
 }
 
@@ -151,10 +152,10 @@ int main(int argc, char *argv[])
         std::printf("start-up                     %8.2f ms\n",
                     static_cast<double>(started.nsecsElapsed()) / 1e6);
 
-        QSqlQuery most = databases.select(
-            QStringLiteral("ap.mdb"), QStringLiteral("select vendnumber, count(*) as n from "
-                                                     "invoices group by vendnumber "
-                                                     "order by n desc limit 1"));
+        QSqlQuery most = databases.select(QStringLiteral("ap.mdb"),
+                                          QStringLiteral("select vendnumber, count(*) as n from "
+                                                         "invoices group by vendnumber "
+                                                         "order by n desc limit 1"));
         if (!most.next()) {
             std::fprintf(stderr, "The folder has no invoices.\n");
             return 1;
@@ -171,16 +172,23 @@ int main(int argc, char *argv[])
         const auto nothing = [] {};
 
         report("unpaid list, first rows",
-               measure(runs, nothing, [&] { c.cmdunpaid->click(); }, c.grid1->viewport()), runs);
+               measure(
+                   runs, nothing, [&] { c.cmdunpaid->click(); }, c.grid1->viewport()),
+               runs);
         std::printf("  rows read: %d of the list, %d in the grid\n",
                     window.datainvoice().fetchedCount(), c.grid1->model()->rowCount());
         report("paid list, first rows",
-               measure(runs, nothing, [&] { c.cmdpaid->click(); }, c.grid1->viewport()), runs);
+               measure(
+                   runs, nothing, [&] { c.cmdpaid->click(); }, c.grid1->viewport()),
+               runs);
         report("checks list, first rows",
-               measure(runs, nothing, [&] { c.cmdchecks->click(); }, c.grid2->viewport()), runs);
+               measure(
+                   runs, nothing, [&] { c.cmdchecks->click(); }, c.grid2->viewport()),
+               runs);
         report("re-sort unpaid by amount",
-               measure(runs, [&] { c.cmdunpaid->click(); }, [&] { clickHeader(c.grid1, 3); },
-                       c.grid1->viewport()),
+               measure(
+                   runs, [&] { c.cmdunpaid->click(); }, [&] { clickHeader(c.grid1, 3); },
+                   c.grid1->viewport()),
                runs);
         report("open the split panel",
                measure(

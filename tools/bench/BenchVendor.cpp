@@ -68,7 +68,8 @@ int main(int argc, char *argv[])
     copy.window = std::make_unique<VendorWindow>(copy.session, copy.services);
     copy.startup = std::make_unique<Startup>(*copy.window, locks.path());
     if (copy.startup->run(QStringLiteral("VDR99DEMO"))) {
-        std::fprintf(stderr, "start-up refused: %s\n", qPrintable(copy.dialogs.messages.join(" | ")));
+        std::fprintf(stderr, "start-up refused: %s\n",
+                     qPrintable(copy.dialogs.messages.join(" | ")));
         return 1;
     }
     const double startupMs = timer.nsecsElapsed() / 1e6;
@@ -88,12 +89,17 @@ int main(int argc, char *argv[])
         midNumber,
         QStringLiteral("M"),
         QStringLiteral("M"),
-        firstValue(dbs, QStringLiteral("select invnumber from invoices where rowid = (select max(rowid) / 2 from invoices)")),
-        firstValue(dbs, QStringLiteral("select invchecknumber from invoices where invchecknumber > 0 and rowid > (select max(rowid) / 2 from invoices) limit 1")),
+        firstValue(dbs, QStringLiteral("select invnumber from invoices where rowid = (select "
+                                       "max(rowid) / 2 from invoices)")),
+        firstValue(dbs,
+                   QStringLiteral("select invchecknumber from invoices where invchecknumber > 0 "
+                                  "and rowid > (select max(rowid) / 2 from invoices) limit 1")),
         QStringLiteral("P"),
-        firstValue(dbs, QStringLiteral("select vendglacct from vendors where rowid = (select max(rowid) / 2 from vendors)")),
+        firstValue(dbs, QStringLiteral("select vendglacct from vendors where rowid = (select "
+                                       "max(rowid) / 2 from vendors)")),
     };
-    const char *names[7] = {"vendor #", "vendor name", "contact", "invoice #", "check #", "product", "G/L number"};
+    const char *names[7] = {"vendor #", "vendor name", "contact",   "invoice #",
+                            "check #",  "product",     "G/L number"};
     for (int method = 0; method < 7; ++method) {
         const double ms = medianMs(7, [&] {
             c.cmdcancel->click();
@@ -101,7 +107,8 @@ int main(int argc, char *argv[])
             c.lookupinput->setText(entries[method]);
             c.cmdgo->click();
         });
-        const QString label = QStringLiteral("Go to first vendor shown: %1").arg(QLatin1String(names[method]));
+        const QString label =
+            QStringLiteral("Go to first vendor shown: %1").arg(QLatin1String(names[method]));
         report(qPrintable(label), ms, "< 50 ms");
         if (c.Text1[0]->text().isEmpty())
             std::printf("   (no vendor shown for entry '%s': %s)\n", qPrintable(entries[method]),

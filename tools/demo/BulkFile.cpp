@@ -42,9 +42,9 @@ bool BulkFile::canReplace(const QString &path)
     return file.open(QIODevice::ReadOnly) && file.read(16).startsWith("SQLite format 3");
 }
 
-BulkFile::BulkFile(const QDir &folder, const QString &fileName)
-    : m_fileName(fileName), m_path(folder.absoluteFilePath(fileName)),
-      m_connection(QStringLiteral("apmaster-demo-%1:%2").arg(++s_connections).arg(fileName))
+BulkFile::BulkFile(const QDir &folder, const QString &fileName) :
+    m_fileName(fileName), m_path(folder.absoluteFilePath(fileName)),
+    m_connection(QStringLiteral("apmaster-demo-%1:%2").arg(++s_connections).arg(fileName))
 {
     if (!canReplace(m_path))
         throw Error(
@@ -107,8 +107,7 @@ void BulkFile::execute(const QString &statement)
 {
     QSqlQuery q(database());
     if (!q.exec(statement))
-        throw Error(
-            QStringLiteral("%1: %2 (%3)").arg(m_fileName, q.lastError().text(), statement));
+        throw Error(QStringLiteral("%1: %2 (%3)").arg(m_fileName, q.lastError().text(), statement));
 }
 
 void BulkFile::dropIndexes(const QString &table)
@@ -139,8 +138,8 @@ void BulkFile::finish()
     m_open = false;
 }
 
-Insert::Insert(const BulkFile &file, const QString &table, const QStringList &columns)
-    : m_query(file.database()), m_table(table)
+Insert::Insert(const BulkFile &file, const QString &table, const QStringList &columns) :
+    m_query(file.database()), m_table(table)
 {
     QStringList marks;
     for (qsizetype i = 0; i < columns.size(); ++i)

@@ -174,8 +174,7 @@ ApSummary writeAp(const QDir &folder, int vendorCount, int invoiceCount, int bus
     for (int i = 0; i < vendorCount; ++i)
         needsOne[std::size_t(i)] = Vendors::hasTargets(i, vendorCount);
     Random sharing = Random::stream(seed, 2);
-    const std::vector<int> counts =
-        Invoices::counts(invoiceCount, busiestCount, needsOne, sharing);
+    const std::vector<int> counts = Invoices::counts(invoiceCount, busiestCount, needsOne, sharing);
 
     BulkFile file(folder, apFile);
     for (const char *table : {"vendors", "invoices", "checks", "vendnotes", "miscdata"})
@@ -317,8 +316,7 @@ ApSummary writeAp(const QDir &folder, int vendorCount, int invoiceCount, int bus
                     ? Invoices::invoiceNumber(plan, plan.invoices[check.first], calendar)
                     : QStringLiteral("%1 invoices").arg(check.count);
             checkRow << key.number << key.name << int(n) + firstCheckNumber << calendar.dateOf(day)
-                     << money(check.cents) << reference
-                     << (day <= calendar.lastDay() - 30 ? 2 : 1);
+                     << money(check.cents) << reference << (day <= calendar.lastDay() - 30 ? 2 : 1);
             checkRow.exec();
         }
     }

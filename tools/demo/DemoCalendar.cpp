@@ -9,9 +9,9 @@ constexpr int friday = 5;
 constexpr int daysAfterLast = 90; // due dates run past the end of the books
 } // namespace
 
-Calendar::Calendar(int year)
-    : m_year(year), m_firstDay(dayOf(year - 1, 1, 1)), m_lastDay(dayOf(year, 12, 31)),
-      m_yearStart(dayOf(year, 1, 1))
+Calendar::Calendar(int year) :
+    m_year(year), m_firstDay(dayOf(year - 1, 1, 1)), m_lastDay(dayOf(year, 12, 31)),
+    m_yearStart(dayOf(year, 1, 1))
 {
     const QDate first = QDate::fromJulianDay(m_firstDay);
     m_firstRunDay = m_firstDay + (friday - first.dayOfWeek() + 7) % 7;

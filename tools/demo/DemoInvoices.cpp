@@ -161,8 +161,8 @@ void chooseNumbering(InvoicePlan &plan, Random &r, int &start)
         start = r.between(1, 300);
     } else {
         plan.numberStyle = 4; // SI004821
-        plan.numberPrefix = QString(letters.at(r.below(int(letters.size()))))
-                            + letters.at(r.below(int(letters.size())));
+        plan.numberPrefix = QString(letters.at(r.below(int(letters.size())))) +
+                            letters.at(r.below(int(letters.size())));
         start = r.between(1000, 90000);
     }
 }
@@ -289,13 +289,17 @@ QString invoiceNumber(const InvoicePlan &plan, const PlannedInvoice &invoice,
 {
     const QString number = QString::number(invoice.sequence);
     switch (plan.numberStyle) {
-    case 0: return QStringLiteral("INV-") + number;
-    case 1: return number;
-    case 2: return plan.numberPrefix + number;
+    case 0:
+        return QStringLiteral("INV-") + number;
+    case 1:
+        return number;
+    case 2:
+        return plan.numberPrefix + number;
     case 3:
-        return QString::number(calendar.dateOf(invoice.day) / 10000) + QLatin1Char('-')
-               + number.rightJustified(4, QLatin1Char('0'));
-    default: return plan.numberPrefix + number.rightJustified(6, QLatin1Char('0'));
+        return QString::number(calendar.dateOf(invoice.day) / 10000) + QLatin1Char('-') +
+               number.rightJustified(4, QLatin1Char('0'));
+    default:
+        return plan.numberPrefix + number.rightJustified(6, QLatin1Char('0'));
     }
 }
 

@@ -58,10 +58,10 @@ Layout div(int year)
               "Box 2c Section 1202 gain", "Box 2d Collectibles (28%) gain",
               "Box 2e Section 897 ordinary dividends", "Box 2f Section 897 capital gain",
               "Box 3 Nondividend distributions", "Box 4 Federal income tax withheld",
-              "Box 5 Section 199A dividends", "Box 6 Investment expenses",
-              "Box 7 Foreign tax paid", "Box 8 Foreign country or U.S. possession",
-              "Box 9 Cash liquidation distributions", "Box 10 Noncash liquidation distributions",
-              "Box 12 Exempt-interest dividends", "Box 13 Private activity bond interest"});
+              "Box 5 Section 199A dividends", "Box 6 Investment expenses", "Box 7 Foreign tax paid",
+              "Box 8 Foreign country or U.S. possession", "Box 9 Cash liquidation distributions",
+              "Box 10 Noncash liquidation distributions", "Box 12 Exempt-interest dividends",
+              "Box 13 Private activity bond interest"});
     addPartyBlocks(l.elements);
     return l;
 }
@@ -136,12 +136,12 @@ std::vector<Layout> all(int year)
 QString text(const Layout &layout)
 {
     const QChar comma = QLatin1Char(',');
-    QString out = quoted(layout.caption) + comma + Numbers::plain(layout.x) + comma
-                  + Numbers::plain(layout.y) + comma + Numbers::plain(layout.spacing) + comma
-                  + Numbers::plain(layout.extra) + QLatin1Char('\n');
+    QString out = quoted(layout.caption) + comma + Numbers::plain(layout.x) + comma +
+                  Numbers::plain(layout.y) + comma + Numbers::plain(layout.spacing) + comma +
+                  Numbers::plain(layout.extra) + QLatin1Char('\n');
     for (const LayoutElement &e : layout.elements)
-        out += quoted(e.text) + comma + Numbers::plain(e.x) + comma + Numbers::plain(e.y)
-               + QLatin1Char('\n');
+        out += quoted(e.text) + comma + Numbers::plain(e.x) + comma + Numbers::plain(e.y) +
+               QLatin1Char('\n');
     return out;
 }
 

@@ -52,8 +52,8 @@ struct Person {
 const QList<Person> &employees()
 {
     static const QList<Person> people = {
-        {1, "Karen", "Whitfield", "1804 South Grand Avenue East", "Springfield", "IL",
-         "62703-2210", "217-555-0161"},
+        {1, "Karen", "Whitfield", "1804 South Grand Avenue East", "Springfield", "IL", "62703-2210",
+         "217-555-0161"},
         {2, "Luis", "Ortega", "22 Lake Pointe Drive", "Chatham", "IL", "62629", "217-555-0162"},
         {3, "Dana", "O'Keefe", "905 West Monroe Street", "Springfield", "IL", "62704-1420",
          "217-555-0163"},
@@ -73,8 +73,7 @@ const QList<Person> &members()
         {1004, "George", "Abernathy", "655 Chatham Road", "Springfield", "IL", "62704-3316",
          "217-555-0173"},
         {1007, "Rosa", "Delgado", "18 Meadowbrook Lane", "Sherman", "IL", "62684", "217-555-0174"},
-        {1010, "Tom", "O'Hara", "2300 Wabash Avenue", "Springfield", "IL", "62704",
-         "217-555-0175"},
+        {1010, "Tom", "O'Hara", "2300 Wabash Avenue", "Springfield", "IL", "62704", "217-555-0175"},
         {1012, "Nadia", "Haddad", "9 Woodland Court", "Petersburg", "IL", "62675", "217-555-0176"},
         {1015, "Frank", "Kowalski", "500 East Capitol Avenue", "Springfield", "IL", "62701",
          "217-555-0177"},
@@ -141,8 +140,8 @@ int writeStaff(const QDir &folder)
         };
         // name, location, work, sysuser, local folder, the levels (mem, ar, ap, gl, pr, fa, ev,
         // in, pos, cf) and memomail
-        addRow(row, {"DEMO", location, "", 1, local("DEMO"), 99, 99, 99, 99, 99, 99, 99, 99, 99,
-                     99, 0});
+        addRow(row,
+               {"DEMO", location, "", 1, local("DEMO"), 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 0});
         addRow(row,
                {"CLERK", location, "", 2, local("CLERK"), 20, 20, 20, 10, 0, 0, 20, 10, 20, 0, 0});
         addRow(row, {"MANAGER", location, "", 3, local("MANAGER"), 80, 80, 80, 80, 60, 80, 80, 80,
@@ -220,8 +219,8 @@ int writeMembers(const QDir &folder)
     {
         Insert row(file, QStringLiteral("master"),
                    {"acctnumber", "fname", "lname", "fullname1", "addr1a", "addr1b", "city1",
-                    "state1", "zip1", "phone1a", "fullname2", "addr2a", "addr2b", "city2",
-                    "state2", "zip2", "phone2a"});
+                    "state1", "zip1", "phone1a", "fullname2", "addr2a", "addr2b", "city2", "state2",
+                    "zip2", "phone2a"});
         for (const Person &p : members()) {
             const QString full =
                 QString::fromUtf8(p.first) + QLatin1Char(' ') + QString::fromUtf8(p.last);

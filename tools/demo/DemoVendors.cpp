@@ -132,8 +132,8 @@ const Place &randomPlace(Random &r)
 QString personName(bool french, Random &r)
 {
     if (french)
-        return r.pick(Words::frenchGivenNames()) + QLatin1Char(' ')
-               + r.pick(Words::frenchSurnames());
+        return r.pick(Words::frenchGivenNames()) + QLatin1Char(' ') +
+               r.pick(Words::frenchSurnames());
     return r.pick(Words::givenNames()) + QLatin1Char(' ') + r.pick(Words::surnames());
 }
 
@@ -160,8 +160,8 @@ QString companyName(const Trade &trade, int tradeIndex, const Place &place, bool
     if (trade.person || ((tradeIndex == Lender || tradeIndex == Dividends) && r.chance(0.5)))
         return personName(french, r);
     if (french && !trade.frenchWords.isEmpty() && r.chance(0.75))
-        return r.pick(trade.frenchWords) + QLatin1Char(' ') + r.pick(Words::frenchSurnames())
-               + suffix(place, true, r);
+        return r.pick(trade.frenchWords) + QLatin1Char(' ') + r.pick(Words::frenchSurnames()) +
+               suffix(place, true, r);
     const QString word = r.pick(trade.words);
     const QString surname = r.pick(Words::surnames());
     const bool professional = tradeIndex == Legal || tradeIndex == Accounting;
@@ -204,11 +204,11 @@ QString phone(const Place &place, Random &r)
 QString postalCode(const Place &place, Random &r)
 {
     if (!place.canada)
-        return place.postal + r.digits(2)
-               + (r.chance(0.5) ? QLatin1Char('-') + r.digits(4) : QString());
+        return place.postal + r.digits(2) +
+               (r.chance(0.5) ? QLatin1Char('-') + r.digits(4) : QString());
     static const QString letters = QStringLiteral("ABCEGHJKLMNPRSTVWXYZ");
-    return place.postal + QLatin1Char(' ') + r.digits(1) + letters.at(r.below(int(letters.size())))
-           + r.digits(1);
+    return place.postal + QLatin1Char(' ') + r.digits(1) +
+           letters.at(r.below(int(letters.size()))) + r.digits(1);
 }
 
 QString streetAddress(const Place &place, bool french, Random &r)
@@ -216,9 +216,9 @@ QString streetAddress(const Place &place, bool french, Random &r)
     const QString number = QString::number(r.between(1, 9899));
     if (french)
         return number + QStringLiteral(", ") + r.pick(Words::frenchStreets());
-    return number + QLatin1Char(' ')
-           + r.pick(place.canada ? Words::canadianStreets() : Words::streets()) + QLatin1Char(' ')
-           + r.pick(Words::streetKinds());
+    return number + QLatin1Char(' ') +
+           r.pick(place.canada ? Words::canadianStreets() : Words::streets()) + QLatin1Char(' ') +
+           r.pick(Words::streetKinds());
 }
 
 QString secondLine(bool french, Random &r)
@@ -245,8 +245,8 @@ QString taxId(const Vendor &v, bool person, Random &r)
     if (v.form1099 == 0 && r.chance(0.3))
         return QStringLiteral("");
     if (person)
-        return QString::number(r.between(100, 899)) + QLatin1Char('-') + r.digits(2)
-               + QLatin1Char('-') + r.digits(4);
+        return QString::number(r.between(100, 899)) + QLatin1Char('-') + r.digits(2) +
+               QLatin1Char('-') + r.digits(4);
     const QString prefix = QString::number(r.between(10, 98));
     if (r.chance(0.1))
         return prefix + QLatin1Char('-') + r.digits(3) + QLatin1Char('-') + r.digits(4);
@@ -272,11 +272,16 @@ QString terms(Random &r)
 QString account(Random &r)
 {
     switch (r.below(6)) {
-    case 0: return QStringLiteral("VOA-") + r.digits(5);
-    case 1: return QStringLiteral("ACCT ") + r.digits(6);
-    case 2: return QStringLiteral("C") + r.digits(6);
-    case 3: return r.digits(4) + QLatin1Char('-') + r.digits(4);
-    default: return QStringLiteral("");
+    case 0:
+        return QStringLiteral("VOA-") + r.digits(5);
+    case 1:
+        return QStringLiteral("ACCT ") + r.digits(6);
+    case 2:
+        return QStringLiteral("C") + r.digits(6);
+    case 3:
+        return r.digits(4) + QLatin1Char('-') + r.digits(4);
+    default:
+        return QStringLiteral("");
     }
 }
 
@@ -319,8 +324,7 @@ bool hasTargets(int position, int count)
 
 QString slug(const QString &name)
 {
-    static const QStringList endings = {" Inc.", " LLC", " Co.", " Ltd.",
-                                        " Ltée", " LLP", " inc."};
+    static const QStringList endings = {" Inc.", " LLC", " Co.", " Ltd.", " Ltée", " LLP", " inc."};
     QString base = name;
     for (const QString &ending : endings)
         if (base.endsWith(ending))
@@ -374,8 +378,8 @@ Vendor make(int position, int number, int count, std::uint64_t seed)
         v.email =
             first + QLatin1Char('.') + last + QLatin1Char('@') + r.pick(Words::freeMailDomains());
     else if (mailRoll < 40)
-        v.email = r.pick({"info", "billing", "accounts", "ar", "office", "sales"})
-                  + QLatin1Char('@') + domain;
+        v.email = r.pick({"info", "billing", "accounts", "ar", "office", "sales"}) +
+                  QLatin1Char('@') + domain;
     else if (mailRoll < 75)
         v.email = first.left(1) + last + QLatin1Char('@') + domain;
     else if (mailRoll < 90)
@@ -391,9 +395,9 @@ Vendor make(int position, int number, int count, std::uint64_t seed)
     if (r.chance(0.35)) {
         v.contact2Name = personName(french, r);
         v.contact2Phone = phone(place, r);
-        v.contact2Email = slug(v.contact2Name.section(QLatin1Char(' '), 0, 0)) + QLatin1Char('.')
-                          + slug(v.contact2Name.section(QLatin1Char(' '), -1)) + QLatin1Char('@')
-                          + domain;
+        v.contact2Email = slug(v.contact2Name.section(QLatin1Char(' '), 0, 0)) + QLatin1Char('.') +
+                          slug(v.contact2Name.section(QLatin1Char(' '), -1)) + QLatin1Char('@') +
+                          domain;
     } else {
         const QString empty = r.chance(0.1) ? QString() : QStringLiteral("");
         v.contact2Name = v.contact2Phone = v.contact2Email = empty;
@@ -401,8 +405,8 @@ Vendor make(int position, int number, int count, std::uint64_t seed)
     v.account = account(r);
     v.terms = terms(r);
     v.glAccount = glAccountFor(trade, r);
-    v.taxId = profile && profile->taxId ? QString::fromLatin1(profile->taxId)
-                                        : taxId(v, trade.person, r);
+    v.taxId =
+        profile && profile->taxId ? QString::fromLatin1(profile->taxId) : taxId(v, trade.person, r);
     return v;
 }
 

@@ -59,10 +59,10 @@ int main(int argc, char *argv[])
     long long invoices = -1;
     long long seed = 1;
     long long year = QDate::currentDate().year();
-    if (!readNumber(parser, QStringLiteral("vendors"), 0, 1000000, vendors)
-        || !readNumber(parser, QStringLiteral("invoices"), 0, 50000000, invoices)
-        || !readNumber(parser, QStringLiteral("seed"), 0, 0x7fffffffffffffffLL, seed)
-        || !readNumber(parser, QStringLiteral("year"), 2000, 9998, year))
+    if (!readNumber(parser, QStringLiteral("vendors"), 0, 1000000, vendors) ||
+        !readNumber(parser, QStringLiteral("invoices"), 0, 50000000, invoices) ||
+        !readNumber(parser, QStringLiteral("seed"), 0, 0x7fffffffffffffffLL, seed) ||
+        !readNumber(parser, QStringLiteral("year"), 2000, 9998, year))
         return 2;
     options.vendors = int(vendors);
     options.invoices = int(invoices);
