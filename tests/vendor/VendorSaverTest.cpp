@@ -1,5 +1,6 @@
 #include "vendor/VendorSaver.h"
 #include "app/Session.h"
+#include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "support/VendorScreen.h"
 
@@ -140,6 +141,20 @@ TEST_F(VendorSaverTest, TextInANumberFieldIsRefusedWithAClearMessage)
     EXPECT_EQ(
         folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 903").toInt(), 0);
     EXPECT_EQ(field(13), "12O.50");
+}
+
+TEST_F(VendorSaverTest, FailingNotesWriteGivesTheUnexpectedReportAndStillReturnsToLookup)
+{
+    addNew("904", "Notes Trouble Ltd");
+    folder.exec("ap.mdb", "drop table vendnotes");
+    c().cmdsave->click();
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->text, QStringLiteral("Code %1 near %2\nUnexpected problem... Call Velmora Data.")
+                                               .arg(DbError::NoSuchTable)
+                                               .arg(VendorSaver::Notes));
+    EXPECT_EQ(module.dialogs.last()->title, "DEMO @ Apmaster");
+    EXPECT_EQ(vendorColumn(904, "vendname").toString(), "Notes Trouble Ltd");
+    EXPECT_TRUE(c().fralookup->isVisible());
 }
 
 TEST_F(VendorSaverTest, SaveWithoutAModeDoesNothing)
