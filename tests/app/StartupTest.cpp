@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QSysInfo>
 
 #include <gtest/gtest.h>
 
@@ -369,6 +370,15 @@ TEST_F(StartupTest, SecondCopyShowsAlreadyRunningAndLeavesFirstCopyAndStaffAlone
     EXPECT_EQ(staffLocation(), "Checked");
     EXPECT_TRUE(module.window->isVisible());
     EXPECT_TRUE(module.databases.isOpen("ap.mdb"));
+}
+
+TEST_F(StartupTest, ACrashedCopysLockIsTakenOver)
+{
+    // What a copy that died leaves behind: a lock file naming a process that is gone.
+    folder.writeFile("velmora-VDR.lock",
+                     "2147483646\napmaster\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    EXPECT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(module.dialogs.count(), 0);
 }
 
 TEST_F(StartupTest, ClosingWritesAPMasterEvenWhenNothingWasDone)
