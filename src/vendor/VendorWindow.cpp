@@ -119,9 +119,6 @@ void VendorWindow::buildMenus()
         return m;
     };
     QMenu *file = newMenu(QStringLiteral("mnufile"), tr("&File"));
-    addEntry(file, QStringLiteral("prtsetup"), tr("Printer &setup..."));
-    addEntry(file, QStringLiteral("mnuprintmargins"), tr("Printer &margins..."));
-    file->addSeparator();
     addEntry(file, QStringLiteral("exit"), tr("E&xit"));
 
     QMenu *lookup = newMenu(QStringLiteral("mnulookup"), tr("Lookup &by"));
@@ -163,6 +160,9 @@ void VendorWindow::buildMenus()
     addEntry(forms, QStringLiteral("rpt1099nec"), tr("Print 1099-&NEC forms..."));
     forms->addSeparator();
     addEntry(forms, QStringLiteral("mnueditprintspec"), tr("&Adjust 1099 forms printing..."));
+    reports->addSeparator();
+    addEntry(reports, QStringLiteral("prtsetup"), tr("Printer &setup..."));
+    addEntry(reports, QStringLiteral("mnuprintmargins"), tr("Printer &margins..."));
 
     QMenu *utilities = newMenu(QStringLiteral("mnuutilities"), tr("U&tilities"));
     addEntry(utilities, QStringLiteral("mnurecalc"), tr("&Recalculate vendor balances..."));

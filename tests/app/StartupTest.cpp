@@ -435,3 +435,92 @@ TEST_F(StartupTest, FileMenuExitClosesThroughTheClosingSteps)
 }
 
 } // namespace
+
+namespace {
+
+// Every menu entry the module names exists, in the menu a bookkeeper looks for it in.
+TEST(VendorMenus, EveryNamedEntryIsInItsMenu)
+{
+    DataFolder folder;
+    Module module(folder.path());
+    const std::pair<const char *, std::vector<const char *>> menus[] = {
+        {"mnufile", {"exit"}},
+        {"mnulookup", {"bynumber", "byname"}},
+        {"mnureports",
+         {"rptbasic", "rptbasica", "rptmaster", "rptmastera", "rptmail", "rptmaila", "rptfilelabel",
+          "rptfilelabel67", "rpttopay", "rptunpaid", "rptpaid", "rptchecks", "mnudaterange",
+          "mnuallinvoices", "pv1099", "prtsetup", "mnuprintmargins"}},
+        {"mnu1099", {"rpt1099", "rpt1099int", "rpt1099div", "rpt1099nec", "mnueditprintspec"}},
+        {"mnuutilities", {"mnurecalc", "mnuchavennumber", "mnumergevendor", "mnuversion"}},
+        {"eoy", {"eoyzero"}},
+    };
+    for (const auto &[menuName, entries] : menus) {
+        QMenu *menu = module.window->menu(QString::fromLatin1(menuName));
+        ASSERT_NE(menu, nullptr) << menuName;
+        for (const char *entry : entries) {
+            QAction *action = module.window->action(QString::fromLatin1(entry));
+            ASSERT_NE(action, nullptr) << entry;
+            EXPECT_TRUE(menu->actions().contains(action)) << entry << " in " << menuName;
+        }
+    }
+    EXPECT_FALSE(module.window->action("mnumergevendor")->isEnabled());
+    EXPECT_FALSE(module.window->menu("eoy")->menuAction()->isVisible());
+}
+
+// Every control the module names exists under its own name.
+TEST(VendorControls, EveryNamedControlExists)
+{
+    DataFolder folder;
+    Module module(folder.path());
+    const char *names[] = {
+        "cmdadd",      "cmdmodify",   "cmdsave",  "cmddelete",       "cmdcancel",  "cmdlookup",
+        "cmdprevious", "cmdnext",     "cmdudf",   "cmdhelp",         "cmdexit",    "fravendor",
+        "fralookup",   "lookupinput", "cmdgo",    "cmdcancellookup", "cmdunpaid",  "cmdpaid",
+        "cmdchecks",   "cmdnotes",    "cmdsplit", "grid1",           "grid2",      "notes",
+        "frasplit",    "List1",       "List2",    "List3",           "helpwindow", "Picture1",
+        "optsort_0",   "optsort_1"};
+    for (const char *name : names)
+        EXPECT_NE(module.window->findChild<QWidget *>(QString::fromLatin1(name)), nullptr) << name;
+    for (int i = 0; i < 24; ++i) {
+        EXPECT_NE(module.window->findChild<QLineEdit *>(QStringLiteral("Text1_%1").arg(i)),
+                  nullptr);
+        EXPECT_NE(module.window->findChild<QLabel *>(QStringLiteral("label1_%1").arg(i)), nullptr);
+    }
+    for (int i = 0; i < 7; ++i)
+        EXPECT_NE(module.window->findChild<QRadioButton *>(QStringLiteral("Option1_%1").arg(i)),
+                  nullptr);
+    const char *captions[] = {"Vendor #", "Vendor Name", "Contact",   "Invoice #",
+                              "Check #",  "Product",     "G/L Number"};
+    for (int i = 0; i < 7; ++i)
+        EXPECT_EQ(module.window->controls().Option1[i]->text(), QString::fromLatin1(captions[i]));
+    const char *fields[24] = {"Vendor #",
+                              "Name",
+                              "Address 1",
+                              "Address 2",
+                              "City",
+                              "State",
+                              "Zip",
+                              "Telephone",
+                              "Fax",
+                              "Contact-1",
+                              "Tax ID",
+                              "1099 Type",
+                              "G/L Acct",
+                              "YTD Purchases",
+                              "Current unpaid $:",
+                              "YTD Orders",
+                              "90+ day balance",
+                              "Terms",
+                              "Our account #",
+                              "Email-1",
+                              "Cell/other-1",
+                              "Contact-2",
+                              "Email-2",
+                              "Cell/other-2"};
+    for (int i = 0; i < 24; ++i)
+        EXPECT_EQ(module.window->controls().label1[i]->text(), QString::fromLatin1(fields[i]));
+    EXPECT_EQ(module.window->controls().optsort[0]->text(), "Old to new");
+    EXPECT_EQ(module.window->controls().optsort[1]->text(), "New to old");
+}
+
+} // namespace

@@ -149,9 +149,10 @@ TEST_F(VendorSaverTest, FailingNotesWriteGivesTheUnexpectedReportAndStillReturns
     folder.exec("ap.mdb", "drop table vendnotes");
     c().cmdsave->click();
     ASSERT_NE(module.dialogs.last(), nullptr);
-    EXPECT_EQ(module.dialogs.last()->text, QStringLiteral("Code %1 near %2\nUnexpected problem... Call Velmora Data.")
-                                               .arg(DbError::NoSuchTable)
-                                               .arg(VendorSaver::Notes));
+    EXPECT_EQ(module.dialogs.last()->text,
+              QStringLiteral("Code %1 near %2\nUnexpected problem... Call Velmora Data.")
+                  .arg(DbError::NoSuchTable)
+                  .arg(VendorSaver::Notes));
     EXPECT_EQ(module.dialogs.last()->title, "DEMO @ Apmaster");
     EXPECT_EQ(vendorColumn(904, "vendname").toString(), "Notes Trouble Ltd");
     EXPECT_TRUE(c().fralookup->isVisible());
