@@ -4,7 +4,6 @@
 #include "app/Session.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
-#include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Money.h"
 #include "data/RecordSource.h"
@@ -18,8 +17,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QSqlRecord>
 
 namespace {
@@ -165,29 +162,20 @@ VendorSaver::Outcome VendorSaver::writeVendor()
 
 void VendorSaver::writeNotes()
 {
-    Databases &dbs = m_window.services().databases;
-    const QString number =
-        QString::number(Numbers::leadingWhole(m_window.controls().Text1[0]->text()));
-    const QString notes = m_window.controls().notes->toPlainText();
-    QSqlDatabase db = dbs.open(QStringLiteral("ap.mdb"));
-    TransactionGuard tx(db);
-    const QVariant rowid =
-        dbs.scalar(QStringLiteral("ap.mdb"),
-                   QStringLiteral("select rowid from vendnotes where vendnumber = ") + number);
-    QSqlQuery q(db);
-    if (rowid.isNull()) {
-        q.prepare(QStringLiteral("insert into vendnotes (vendnumber, notes) values (?, ?)"));
-        q.addBindValue(number.toLongLong());
-        q.addBindValue(notes);
-    } else {
-        q.prepare(QStringLiteral("update vendnotes set vendnumber = ?, notes = ? where rowid = ?"));
-        q.addBindValue(number.toLongLong());
-        q.addBindValue(notes);
-        q.addBindValue(rowid);
-    }
-    if (!q.exec())
-        throw Databases::errorFrom(q.lastError(), q.lastQuery());
-    tx.commit();
+    const long long number = Numbers::leadingWhole(m_window.controls().Text1[0]->text());
+    RecordSource notes(m_window.services().databases, QStringLiteral("vendnotes"));
+    notes.setDatabaseName(QStringLiteral("ap.mdb"));
+    notes.setRecordSource(QStringLiteral("select * from vendnotes where vendnumber = ") +
+                          QString::number(number));
+    notes.setUpdateTable(QStringLiteral("vendnotes"), QStringLiteral("vendnumber"));
+    notes.refresh();
+    if (notes.hasRecords())
+        notes.edit();
+    else
+        notes.addNew();
+    notes.setValue(QStringLiteral("vendnumber"), number);
+    notes.setValue(QStringLiteral("notes"), m_window.controls().notes->toPlainText());
+    notes.update();
 }
 
 void VendorSaver::save()
