@@ -5,15 +5,17 @@
 
 #include <memory>
 
-// One running copy of a module per machine: a lock file per module code in a folder shared by
-// every user of the machine (the system's temporary folder). A crashed copy's lock is stale and
-// is taken over.
+// One running copy of a module per user and machine: a lock file per module code in the user's
+// runtime folder. A crashed copy's lock is stale and is taken over.
 class SingleInstance {
 public:
     SingleInstance(const QString &folder, const QString &moduleCode);
     // False when another live copy holds the lock.
     bool acquire();
     QString lockPath() const { return m_path; }
+
+    // The user's runtime folder: the same for every shell of the user, whatever its TMPDIR.
+    static QString defaultFolder();
 
 private:
     QString m_path;

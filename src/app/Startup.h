@@ -23,7 +23,7 @@ public:
         DatabaseError = 5
     };
 
-    // lockFolder is where the single-instance lock lives (the system's temporary folder).
+    // lockFolder is where the single-instance lock lives (the user's runtime folder).
     Startup(VendorWindow &window, const QString &lockFolder);
     ~Startup();
 

@@ -1,5 +1,6 @@
 #include "app/Services.h"
 #include "app/Session.h"
+#include "app/SingleInstance.h"
 #include "app/Startup.h"
 #include "common/Clipboard.h"
 #include "common/Clock.h"
@@ -10,7 +11,6 @@
 #include "vendor/VendorWindow.h"
 
 #include <QApplication>
-#include <QDir>
 
 int main(int argc, char *argv[])
 {
@@ -29,7 +29,7 @@ int main(int argc, char *argv[])
     dialogs.setParent(&window);
     // The launcher passes one argument: module code, two-digit level and user name.
     const QString argument = QApplication::arguments().mid(1).join(QLatin1Char(' '));
-    Startup startup(window, QDir::tempPath());
+    Startup startup(window, SingleInstance::defaultFolder());
     if (const std::optional<int> refused = startup.run(argument))
         return *refused;
     return QApplication::exec();

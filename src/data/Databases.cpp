@@ -14,28 +14,72 @@
 namespace {
 int s_instance = 0;
 
-enum class FileFormat { Missing, SQLite, Access, Other };
+// SQLite's answer for a file that is not one of its databases.
+const QLatin1String notADatabaseCode("26");
 
-FileFormat formatOf(const QString &path)
+QString uriOf(const QString &path, const char *mode)
 {
-    QFile file(path);
-    if (!file.exists())
-        return FileFormat::Missing;
-    if (!file.open(QIODevice::ReadOnly))
-        return FileFormat::Other;
-    const QByteArray head = file.read(32);
-    if (head.isEmpty() || head.startsWith("SQLite format 3"))
-        return FileFormat::SQLite;
-    const QByteArray kind = head.mid(4, 15);
-    if (kind == "Standard Jet DB" || kind == "Standard ACE DB")
-        return FileFormat::Access;
-    return FileFormat::Other;
+    // The path travels in a URI, so characters such as '?', '#' and '%' are escaped.
+    return QStringLiteral("file:%1?mode=%2")
+        .arg(QString::fromLatin1(QUrl::toPercentEncoding(path, "/")), QLatin1String(mode));
 }
 
-bool runPragma(QSqlDatabase &db, const QString &pragma)
+// What a file the engine refused holds. Only called when no connection to the file is open in
+// this process (the engine refused it, so none can be), never before.
+DbError foreignFile(const QString &path)
 {
-    QSqlQuery q(db);
-    return q.exec(pragma);
+    QByteArray head;
+    {
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly))
+            head = file.read(32);
+    }
+    const QByteArray kind = head.mid(4, 15);
+    if (kind == "Standard Jet DB" || kind == "Standard ACE DB")
+        return {DbError::NotADatabase,
+                QStringLiteral("The file '%1' is a Microsoft Access database. This module keeps "
+                               "its data in SQLite files; the file was left as it is.")
+                    .arg(path)};
+    return {DbError::NotADatabase,
+            QStringLiteral("The file '%1' is not a database this module can read; the file was "
+                           "left as it is.")
+                .arg(path)};
+}
+
+// The checks that need no more than the file's directory entry (stat and access, which open
+// nothing): a missing file, an empty one, and files or folders that cannot be written.
+void checkEntry(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        throw DbError(DbError::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
+    if (info.size() == 0)
+        throw DbError(DbError::NotADatabase,
+                      QStringLiteral("The file '%1' is empty: it holds no company data. A company "
+                                     "file is never empty; restore it from a backup. The file "
+                                     "was left as it is.")
+                          .arg(path));
+    if (!info.isWritable())
+        throw DbError(DbError::ReadOnlyFile,
+                      QStringLiteral("The file '%1' is read-only, so nothing could be saved in it. "
+                                     "Ask whoever looks after the data folder to make it "
+                                     "writable. Nothing was changed.")
+                          .arg(path));
+    const QFileInfo folder(info.absolutePath());
+    if (!folder.isWritable())
+        throw DbError(DbError::ReadOnlyFile,
+                      QStringLiteral("The data folder '%1' is read-only, so the file '%2' cannot "
+                                     "be shared from it (the database engine keeps its lock "
+                                     "files beside it). Ask whoever looks after the data folder "
+                                     "to make it writable. Nothing was changed.")
+                          .arg(info.absolutePath(), info.fileName()));
+}
+
+void dropConnection(QSqlDatabase &db, const QString &connection)
+{
+    db.close();
+    db = QSqlDatabase();
+    QSqlDatabase::removeDatabase(connection);
 }
 } // namespace
 
@@ -74,6 +118,8 @@ DbError Databases::errorFrom(const QSqlError &error, const QString &statement)
         code = DbError::NoSuchTable;
     else if (text.contains(QLatin1String("no such column"), Qt::CaseInsensitive))
         code = DbError::NoSuchColumn;
+    else if (native == QLatin1String("8"))
+        code = DbError::ReadOnlyFile;
     QString message =
         text.isEmpty() ? QStringLiteral("The database engine refused the statement.") : text;
     if (!statement.isEmpty())
@@ -89,50 +135,84 @@ QString Databases::connectionName(const QString &fileName, const QString &tag) c
 QSqlDatabase Databases::connect(const QString &fileName, const QString &connection)
 {
     const QString path = pathOf(fileName);
-    switch (formatOf(path)) {
-    case FileFormat::Missing:
-        throw DbError(DbError::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
-    case FileFormat::Access:
-        throw DbError(DbError::NotADatabase,
-                      QStringLiteral("The file '%1' is a Microsoft Access database. This module "
-                                     "keeps its data in SQLite files; the file was left as it is.")
-                          .arg(path));
-    case FileFormat::Other:
-        throw DbError(DbError::NotADatabase,
-                      QStringLiteral("The file '%1' is not a database this module can read; the "
-                                     "file was left as it is.")
-                          .arg(path));
-    case FileFormat::SQLite:
-        break;
-    }
+    checkEntry(path);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-    // The path travels in a URI, so characters such as '?', '#' and '%' are escaped.
-    const QString uriPath = QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
-    db.setDatabaseName(QStringLiteral("file:%1?mode=rw").arg(uriPath));
+    db.setDatabaseName(uriOf(path, "rw"));
     db.setConnectOptions(
         QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(m_busyTimeoutMsecs));
     if (!db.open()) {
         const QSqlError err = db.lastError();
-        db = QSqlDatabase();
-        QSqlDatabase::removeDatabase(connection);
+        dropConnection(db, connection);
         throw DbError(
             DbError::FileNotFound,
             QStringLiteral("Could not open file '%1'. %2").arg(path, err.text()).trimmed());
     }
     ++m_openCount;
-    runPragma(db, QStringLiteral("pragma journal_mode=WAL"));
-    runPragma(db, QStringLiteral("pragma synchronous=FULL"));
-    const QString schemaError = Schema::ensure(db, fileName);
-    if (!schemaError.isEmpty()) {
-        db.close();
-        db = QSqlDatabase();
-        QSqlDatabase::removeDatabase(connection);
-        throw DbError(
-            DbError::NotADatabase,
-            QStringLiteral("The file '%1' could not be prepared: %2").arg(path, schemaError));
+    const bool first = !isOpen(fileName);
+    // The first statement reads the file's header: a foreign file is refused here.
+    QSqlError refused;
+    {
+        QSqlQuery q(db);
+        if (!q.exec(QStringLiteral("pragma journal_mode=WAL")))
+            refused = q.lastError();
+        else
+            q.exec(QStringLiteral("pragma synchronous=FULL"));
+    }
+    if (refused.isValid()) {
+        dropConnection(db, connection);
+        if (refused.nativeErrorCode() == notADatabaseCode)
+            throw first ? foreignFile(path)
+                        : DbError(DbError::NotADatabase,
+                                  QStringLiteral("The file '%1' is not a database this module "
+                                                 "can read; the file was left as it is.")
+                                      .arg(path));
+        DbError error = errorFrom(refused);
+        throw DbError(error.code(), QStringLiteral("The file '%1' could not be opened: %2")
+                                        .arg(path, error.text()));
+    }
+    // Tables, columns and indexes are checked once per file, on its first connection.
+    if (first) {
+        const QString schemaError = Schema::ensure(db, fileName);
+        if (!schemaError.isEmpty()) {
+            dropConnection(db, connection);
+            throw DbError(
+                DbError::NotADatabase,
+                QStringLiteral("The file '%1' could not be prepared: %2").arg(path, schemaError));
+        }
     }
     m_connections[fileName.toLower()].append(connection);
     return db;
+}
+
+void Databases::create(const QString &fileName)
+{
+    const QString path = QDir::current().absoluteFilePath(fileName);
+    if (QFileInfo::exists(pathOf(fileName)))
+        throw DbError(DbError::Generic,
+                      QStringLiteral("The file '%1' is already there; it was left as it is.")
+                          .arg(pathOf(fileName)));
+    const QString connection = QStringLiteral("apdb-create:") + path;
+    QString error;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        db.setDatabaseName(uriOf(path, "rwc"));
+        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI"));
+        if (!db.open()) {
+            error = db.lastError().text();
+        } else {
+            QSqlQuery q(db);
+            if (!q.exec(QStringLiteral("pragma journal_mode=WAL")))
+                error = q.lastError().text();
+            q.finish();
+            if (error.isEmpty())
+                error = Schema::ensure(db, fileName);
+        }
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(connection);
+    if (!error.isEmpty())
+        throw DbError(DbError::Generic,
+                      QStringLiteral("Could not create the file '%1': %2").arg(path, error));
 }
 
 QSqlDatabase Databases::open(const QString &fileName)
@@ -162,10 +242,13 @@ void Databases::closeReader(const QString &fileName, const QString &tag)
     }
     QSqlDatabase::removeDatabase(name);
     m_connections[fileName.toLower()].removeAll(name);
+    if (m_connections.value(fileName.toLower()).isEmpty())
+        m_connections.remove(fileName.toLower());
 }
 
 void Databases::close(const QString &fileName)
 {
+    m_writes.remove(fileName.toLower());
     const QStringList names = m_connections.take(fileName.toLower());
     for (const QString &name : names) {
         {
@@ -208,12 +291,95 @@ QVariant Databases::scalar(const QString &fileName, const QString &statement)
 
 void Databases::execute(const QString &fileName, const QString &statement)
 {
-    QSqlDatabase db = open(fileName);
-    TransactionGuard tx(db);
-    QSqlQuery q(db);
+    WriteTransaction tx(*this, fileName);
+    QSqlQuery q(open(fileName));
     if (!q.exec(m_dialect->map(statement)))
         throw errorFrom(q.lastError(), statement);
     tx.commit();
+}
+
+void Databases::beginWrite(const QString &fileName, Commit commit, int waitMsecs)
+{
+    const QString key = fileName.toLower();
+    if (m_writes.value(key).depth > 0) {
+        ++m_writes[key].depth;
+        return;
+    }
+    QSqlQuery q(open(fileName));
+    const bool light = commit == Commit::Light;
+    if (light)
+        q.exec(QStringLiteral("pragma synchronous=NORMAL"));
+    if (waitMsecs >= 0)
+        q.exec(QStringLiteral("pragma busy_timeout=%1").arg(waitMsecs));
+    const bool begun = q.exec(QStringLiteral("begin immediate"));
+    const QSqlError error = q.lastError();
+    if (waitMsecs >= 0)
+        q.exec(QStringLiteral("pragma busy_timeout=%1").arg(m_busyTimeoutMsecs));
+    if (!begun) {
+        if (light)
+            q.exec(QStringLiteral("pragma synchronous=FULL"));
+        throw errorFrom(error, QStringLiteral("begin immediate"));
+    }
+    m_writes.insert(key, Write{1, false, light});
+}
+
+void Databases::endWrite(const QString &fileName, Write &write)
+{
+    const QString key = fileName.toLower();
+    const bool light = write.light;
+    const bool failed = write.failed;
+    m_writes.remove(key);
+    QSqlQuery q(open(fileName));
+    QSqlError error;
+    bool ok = true;
+    if (!failed) {
+        ok = q.exec(QStringLiteral("commit"));
+        if (!ok) {
+            error = q.lastError();
+            q.exec(QStringLiteral("rollback")); // let go of the write lock whatever happened
+        }
+    } else {
+        q.exec(QStringLiteral("rollback"));
+    }
+    if (light)
+        q.exec(QStringLiteral("pragma synchronous=FULL"));
+    if (!ok)
+        throw errorFrom(error, QStringLiteral("commit"));
+    if (failed)
+        throw DbError(DbError::Generic, QStringLiteral("A part of the change failed, so none of "
+                                                       "it was written."));
+}
+
+void Databases::commitWrite(const QString &fileName)
+{
+    const QString key = fileName.toLower();
+    auto it = m_writes.find(key);
+    if (it == m_writes.end() || it->depth == 0)
+        throw DbError(3034, QStringLiteral("You tried to commit without a transaction."));
+    if (--it->depth > 0)
+        return;
+    endWrite(fileName, *it);
+}
+
+void Databases::rollbackWrite(const QString &fileName)
+{
+    const QString key = fileName.toLower();
+    auto it = m_writes.find(key);
+    if (it == m_writes.end() || it->depth == 0)
+        return;
+    it->failed = true;
+    if (--it->depth > 0)
+        return;
+    try {
+        endWrite(fileName, *it);
+    } catch (const DbError &) {
+        // The rollback was asked for: its own report is the caller's.
+    }
+}
+
+bool Databases::isWriting(const QString &fileName) const
+{
+    return m_writes.value(fileName.toLower()).depth > 0;
 }
 
 ScopedDatabase::ScopedDatabase(Databases &dbs, const QString &fileName) :
@@ -227,21 +393,21 @@ ScopedDatabase::~ScopedDatabase()
         m_dbs.close(m_fileName);
 }
 
-TransactionGuard::TransactionGuard(QSqlDatabase db) : m_db(std::move(db))
+WriteTransaction::WriteTransaction(Databases &dbs, const QString &fileName,
+                                   Databases::Commit commit, int waitMsecs) :
+    m_dbs(dbs), m_fileName(fileName)
 {
-    if (!m_db.transaction())
-        throw Databases::errorFrom(m_db.lastError(), QStringLiteral("begin transaction"));
+    m_dbs.beginWrite(m_fileName, commit, waitMsecs);
 }
 
-TransactionGuard::~TransactionGuard()
+WriteTransaction::~WriteTransaction()
 {
     if (!m_done)
-        m_db.rollback();
+        m_dbs.rollbackWrite(m_fileName);
 }
 
-void TransactionGuard::commit()
+void WriteTransaction::commit()
 {
-    if (!m_db.commit())
-        throw Databases::errorFrom(m_db.lastError(), QStringLiteral("commit"));
     m_done = true;
+    m_dbs.commitWrite(m_fileName);
 }

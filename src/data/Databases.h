@@ -6,16 +6,25 @@
 #include <QVariant>
 
 #include "data/DbError.h"
+#include "data/Dialect.h"
 
 #include <memory>
 
-#include "data/Dialect.h"
 class QSqlError;
 class QSqlQuery;
 
 // The database files of the data folder (the current folder), each opened by its bare file name.
 // Connections are named after the file; a record source reads through a connection of its own.
 // Every failure is thrown as a DbError; nothing here talks to the user.
+//
+// The one rule that keeps shared files safe: nothing in this process may open a database file,
+// or its -wal and -shm files, other than through the engine while any connection to that file
+// is open. The engine's locks are POSIX advisory locks, which belong to the process: closing ANY
+// descriptor of the file drops every lock the process holds on it, the next copy that closes its
+// last connection then believes it is alone and deletes the write-ahead log under everyone else.
+// So no QFile, copy, checksum or header read of a database file here or anywhere else; a foreign
+// file is told apart from the engine's own "not a database" answer (the header is read only
+// then, when no connection to it can be open), and sizes and permissions come from stat().
 class Databases {
 public:
     explicit Databases(std::unique_ptr<Dialect> dialect = {});
@@ -31,8 +40,12 @@ public:
     void close(const QString &fileName);
     void closeAll();
     bool isOpen(const QString &fileName) const;
-    // How many times a file was opened since this object was made (for the update gate's checks).
+    // How many connections were made since this object was made (for the update gate's checks).
     int openCount() const { return m_openCount; }
+
+    // Creates a new, empty database file of that name in the data folder with the module's
+    // tables (for the demo generator and a new company); refuses a file that is already there.
+    static void create(const QString &fileName);
 
     const Dialect &dialect() const { return *m_dialect; }
 
@@ -40,23 +53,43 @@ public:
     QSqlQuery select(const QString &fileName, const QString &statement);
     // The first column of the first row (null when there is none).
     QVariant scalar(const QString &fileName, const QString &statement);
-    // A statement that changes data, in its own short transaction.
+    // A statement that changes data, in its own short transaction (or in the file's write
+    // transaction when one is open).
     void execute(const QString &fileName, const QString &statement);
 
     // How long a statement waits for another user's lock before failing.
     void setBusyTimeoutMsecs(int msecs) { m_busyTimeoutMsecs = msecs; }
     int busyTimeoutMsecs() const { return m_busyTimeoutMsecs; }
 
+    // A write transaction on the file's main connection. It takes the file's write lock at once,
+    // so that a file held by another user fails at the start and not halfway; waitMsecs bounds
+    // that wait (the busy timeout when negative). A light commit does not wait for the disk
+    // (still atomic; only the very last such writes can be lost by a power cut). Transactions
+    // nest: an inner begin joins the outer one, only the outermost commit writes, and a rollback
+    // at any depth makes the whole transaction roll back.
+    enum class Commit { Durable, Light };
+    void beginWrite(const QString &fileName, Commit commit = Commit::Durable, int waitMsecs = -1);
+    void commitWrite(const QString &fileName);
+    void rollbackWrite(const QString &fileName);
+    bool isWriting(const QString &fileName) const;
+
     // The file of that name in the data folder, matched without regard to case.
     static QString pathOf(const QString &fileName);
     static DbError errorFrom(const QSqlError &error, const QString &statement = {});
 
 private:
+    struct Write {
+        int depth = 0;
+        bool failed = false;
+        bool light = false;
+    };
     QSqlDatabase connect(const QString &fileName, const QString &connection);
     QString connectionName(const QString &fileName, const QString &tag = {}) const;
+    void endWrite(const QString &fileName, Write &write);
 
     std::unique_ptr<Dialect> m_dialect;
     QHash<QString, QStringList> m_connections; // file -> connection names
+    QHash<QString, Write> m_writes;            // file -> its open write transaction
     int m_openCount = 0;
     int m_busyTimeoutMsecs = 3000;
     QString m_prefix;
@@ -77,16 +110,19 @@ private:
     bool m_wasOpen;
 };
 
-// Rolls the transaction back unless commit() was reached.
-class TransactionGuard {
+// A write transaction for a scope: rolls back (and lets go of the write lock) unless commit()
+// was reached, also when the scope is left by an error.
+class WriteTransaction {
 public:
-    explicit TransactionGuard(QSqlDatabase db);
-    ~TransactionGuard();
+    WriteTransaction(Databases &dbs, const QString &fileName,
+                     Databases::Commit commit = Databases::Commit::Durable, int waitMsecs = -1);
+    ~WriteTransaction();
     void commit();
-    TransactionGuard(const TransactionGuard &) = delete;
-    TransactionGuard &operator=(const TransactionGuard &) = delete;
+    WriteTransaction(const WriteTransaction &) = delete;
+    WriteTransaction &operator=(const WriteTransaction &) = delete;
 
 private:
-    QSqlDatabase m_db;
+    Databases &m_dbs;
+    QString m_fileName;
     bool m_done = false;
 };

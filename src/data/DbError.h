@@ -18,6 +18,7 @@ public:
         RecordLocked = 3260,  // another user holds the record or the file
         NotADatabase = 3343,  // unrecognised database format (an Access file, say)
         RecordChanged = 3197, // another user changed the data since it was read
+        ReadOnlyFile = 3051,  // the file or its folder cannot be written
     };
 
     DbError(int code, const QString &text) :

@@ -119,7 +119,7 @@ bool saveRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QStrin
             sets << c + QStringLiteral(" = ?");
         sql = QStringLiteral("update %1 set %2 where rowid = ?").arg(table, sets.join(", "));
     }
-    TransactionGuard tx(db);
+    WriteTransaction tx(dbs, name);
     QSqlQuery q(db);
     if (!q.prepare(sql))
         throw Databases::errorFrom(q.lastError(), sql);

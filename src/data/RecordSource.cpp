@@ -17,6 +17,7 @@ RecordSource::~RecordSource()
     if (m_observer)
         m_observer->sourceDestroyed();
     detach();
+    letGo();
 }
 
 void RecordSource::setDatabaseName(const QString &fileName)
@@ -54,6 +55,10 @@ void RecordSource::detach()
     m_onFound = false;
     if (m_mode != Mode::None)
         cancelUpdate();
+}
+
+void RecordSource::letGo()
+{
     if (m_bound) {
         m_dbs.closeReader(m_boundFile, m_name);
         m_bound = false;
@@ -87,6 +92,11 @@ void RecordSource::refresh()
 {
     const ResetNotice notice(m_observer);
     detach();
+    // The reader's connection is kept from one refresh to the next on the same file: making one
+    // costs more than the statement.
+    if (m_bound && (m_boundFile.compare(m_fileName, Qt::CaseInsensitive) != 0 ||
+                    m_statement.isEmpty()))
+        letGo();
     if (m_fileName.isEmpty() || m_statement.isEmpty())
         return;
     QSqlDatabase db = m_dbs.openReader(m_fileName, m_name);
@@ -97,6 +107,7 @@ void RecordSource::refresh()
     if (!m_query.exec(m_dbs.dialect().map(fullStatement()))) {
         const DbError error = Databases::errorFrom(m_query.lastError(), m_statement);
         detach();
+        letGo();
         throw error;
     }
     m_exhausted = false;
@@ -220,13 +231,10 @@ void RecordSource::beginWrite(Commit commit)
     if (m_writing)
         return;
     // Like the desktop engine's Edit, this takes the write lock now: a record held by another
-    // user fails here, not halfway through the update.
-    QSqlQuery q(m_dbs.open(m_fileName));
-    m_lightCommit = commit == Commit::Light;
-    if (m_lightCommit)
-        q.exec(QStringLiteral("pragma synchronous=NORMAL"));
-    if (!q.exec(QStringLiteral("begin immediate")))
-        throw Databases::errorFrom(q.lastError(), QStringLiteral("begin immediate"));
+    // user fails here, not halfway through the update. Inside a caller's write transaction it
+    // joins that one.
+    m_dbs.beginWrite(m_fileName, commit == Commit::Light ? Databases::Commit::Light
+                                                         : Databases::Commit::Durable);
     m_writing = true;
 }
 
@@ -234,15 +242,11 @@ void RecordSource::endWrite(bool commit)
 {
     if (!m_writing)
         return;
-    QSqlQuery q(m_dbs.open(m_fileName));
-    const QString sql = commit ? QStringLiteral("commit") : QStringLiteral("rollback");
-    if (!q.exec(sql))
-        throw Databases::errorFrom(q.lastError(), sql);
     m_writing = false;
-    if (m_lightCommit) {
-        q.exec(QStringLiteral("pragma synchronous=FULL"));
-        m_lightCommit = false;
-    }
+    if (commit)
+        m_dbs.commitWrite(m_fileName);
+    else
+        m_dbs.rollbackWrite(m_fileName);
 }
 
 void RecordSource::edit(Commit commit)
@@ -303,14 +307,20 @@ void RecordSource::update()
     }
     beginWrite(Commit::Durable);
     QSqlQuery q(db);
-    if (!q.prepare(sql))
-        throw Databases::errorFrom(q.lastError(), sql);
-    for (const QString &c : columns)
-        q.addBindValue(m_buffer.value(c));
-    if (m_mode == Mode::Edit)
-        q.addBindValue(m_editKey);
-    if (!q.exec())
-        throw Databases::errorFrom(q.lastError(), sql);
+    bool written = q.prepare(sql);
+    if (written) {
+        for (const QString &c : columns)
+            q.addBindValue(m_buffer.value(c));
+        if (m_mode == Mode::Edit)
+            q.addBindValue(m_editKey);
+        written = q.exec();
+    }
+    if (!written) {
+        // A failed write lets go of the lock at once; the edit stays open for another try.
+        const DbError error = Databases::errorFrom(q.lastError(), sql);
+        endWrite(false);
+        throw error;
+    }
     endWrite(true);
     if (m_mode == Mode::Edit && (m_onFound || (!eof() && !bof()))) {
         QSqlRecord &row = currentRow();
@@ -337,11 +347,10 @@ void RecordSource::deleteCurrent()
     const QVariant key = value(m_keyColumn);
     if (m_table.isEmpty())
         throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
-    QSqlDatabase db = m_dbs.open(m_fileName);
     const QString sql = QStringLiteral("delete from %1 where %2 = ?").arg(m_table, m_keyColumn);
     cancelUpdate();
-    TransactionGuard tx(db);
-    QSqlQuery q(db);
+    WriteTransaction tx(m_dbs, m_fileName);
+    QSqlQuery q(m_dbs.open(m_fileName));
     q.prepare(sql);
     q.addBindValue(key);
     if (!q.exec())

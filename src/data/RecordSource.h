@@ -93,7 +93,9 @@ private:
     void beginWrite(Commit commit);
     void endWrite(bool commit);
     QString fullStatement() const;
+    // Ends the statement and forgets the rows; letGo() also closes the reader's connection.
     void detach();
+    void letGo();
     QSqlRecord &currentRow();
 
     Databases &m_dbs;
@@ -114,7 +116,6 @@ private:
 
     Mode m_mode = Mode::None;
     bool m_writing = false;
-    bool m_lightCommit = false;
     QSqlRecord m_buffer;
     QVariant m_editKey;
     QSet<QString> m_changed;

@@ -274,6 +274,31 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
     return true;
 }
 
+// Whether every table, column and index of the file is there (one cheap look at the catalogue
+// per table), so that a column lost from a current file is noticed on the next open.
+bool isComplete(QSqlDatabase &db, const QString &fileName)
+{
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    if (!q.exec(QStringLiteral("select name from sqlite_master where type = 'index'")))
+        return false;
+    QStringList indexes;
+    while (q.next())
+        indexes << q.value(0).toString();
+    for (const Table &table : tablesOf(fileName)) {
+        const QSqlRecord existing = db.record(table.name);
+        if (existing.isEmpty())
+            return false;
+        for (const Column &c : table.columns)
+            if (!existing.contains(c.name))
+                return false;
+        for (const QString &index : table.indexes)
+            if (!indexes.contains(index.section(QLatin1Char('('), 0, 0)))
+                return false;
+    }
+    return true;
+}
+
 bool dropIndexes(QSqlDatabase &db, std::initializer_list<const char *> names, QString &error)
 {
     for (const char *name : names)
@@ -319,11 +344,13 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
                  error))
             return error;
     }
-    const int version = storedVersion(db);
-    if (version >= currentVersion)
+    if (storedVersion(db) >= currentVersion && isComplete(db, fileName))
         return {};
-    if (!db.transaction())
-        return db.lastError().text();
+    // The write lock first, so that two copies opening an old file at once take turns and the
+    // second finds the work done.
+    if (!run(db, QStringLiteral("begin immediate"), error))
+        return error;
+    const int version = storedVersion(db);
     // Step 2: two invoice indexes of the first layout led the engine to sort a vendor's whole
     // list; the index on vendor and date serves those lists in order.
     const bool ok =
@@ -334,12 +361,15 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
         run(db,
             QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion),
             error);
+    QString ignored;
     if (!ok) {
-        db.rollback();
+        run(db, QStringLiteral("rollback"), ignored);
         return error;
     }
-    if (!db.commit())
-        return db.lastError().text();
+    if (!run(db, QStringLiteral("commit"), error)) {
+        run(db, QStringLiteral("rollback"), ignored);
+        return error;
+    }
     return {};
 }
 

@@ -33,8 +33,8 @@ bool isMoney(const QString &table, const QString &column);
 constexpr int currentVersion = 2;
 
 // Brings the open database up to the current version: creates missing tables, columns and
-// indexes. Re-runnable; a file already at the current version is not touched. Returns the
-// engine's error text, or "" on success.
+// indexes. Re-runnable; a file at the current version with everything in place is only looked
+// at, not written. Returns the engine's error text, or "" on success.
 QString ensure(QSqlDatabase &db, const QString &fileName);
 
 } // namespace Schema

@@ -59,12 +59,7 @@ QString DataFolder::file(const QString &name) const
 
 void DataFolder::createDatabase(const QString &name)
 {
-    QFile f(file(name));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
-    Databases dbs;
-    dbs.open(name);
-    dbs.closeAll();
+    ASSERT_NO_THROW(Databases::create(name));
 }
 
 void DataFolder::exec(const QString &fileName, const QString &statement)

@@ -13,7 +13,7 @@ namespace {
 void run(Databases &dbs, const QString &file, const QStringList &statements)
 {
     QSqlDatabase db = dbs.open(file);
-    TransactionGuard tx(db);
+    WriteTransaction tx(dbs, file);
     for (const QString &sql : statements) {
         QSqlQuery q(db);
         if (!q.exec(sql))
@@ -33,11 +33,9 @@ QString upTo(long long count)
 
 void make(int bigVendorInvoices)
 {
-    for (const char *name : {"ap.mdb", "gl.mdb", "config.mdb", "user.mdb"}) {
-        QFile file(QString::fromLatin1(name));
-        if (!file.exists() && file.open(QIODevice::WriteOnly))
-            file.close();
-    }
+    for (const char *name : {"ap.mdb", "gl.mdb", "config.mdb", "user.mdb"})
+        if (!QFile::exists(QString::fromLatin1(name)))
+            Databases::create(QString::fromLatin1(name));
     Databases dbs;
     run(dbs, QStringLiteral("config.mdb"),
         {QStringLiteral("delete from ap"),

@@ -1,0 +1,153 @@
+// Several users' copies of the module on one data folder, each a process of its own, with the
+// sqlite3 program reading the files from outside between their steps.
+#include "support/DataFolder.h"
+#include "support/ModuleCopy.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace {
+
+const QString changeReport = QStringLiteral(
+    "Velmora Office|Another user has modified this record while you were editing it.\\n"
+    "Please reload this vendor and redo your changes.");
+
+// One statement run by the sqlite3 program, as someone at a shell would; its output trimmed.
+QString outsideRead(const DataFolder &folder, const QString &statement)
+{
+    QProcess sqlite;
+    sqlite.start(QStringLiteral("sqlite3"), {folder.file(QStringLiteral("ap.mdb")), statement});
+    EXPECT_TRUE(sqlite.waitForFinished(30000));
+    EXPECT_EQ(sqlite.exitCode(), 0) << sqlite.readAllStandardError().toStdString();
+    return QString::fromUtf8(sqlite.readAllStandardOutput()).trimmed();
+}
+
+int roundsToRun()
+{
+    const int asked = qEnvironmentVariableIntValue("APMASTER_ROUNDS");
+    return asked > 0 ? asked : 200;
+}
+
+class SharedFolder : public ::testing::Test {
+protected:
+    DataFolder folder;
+    QTemporaryDir locks;
+
+    void SetUp() override
+    {
+        folder.exec("ap.mdb", "insert into vendors (vendnumber, vendname, vendphone, vendglacct, "
+                              "vend1099type, vendytd, vendbalcurrent, vendbal60, vendbal90) values "
+                              "(10, 'Ten Supplies', '555-0010', 5000, 0, 0, 0, 0, 0), "
+                              "(11, 'Eleven Rentals', '555-0011', 5000, 0, 0, 0, 0, 0)");
+        folder.exec("ap.mdb", "insert into invoices (vendnumber, invnumber, invdate, invamount, "
+                              "invstatus, invchecknumber) values (10, 'A-1', 20260105, 100, 1, 0), "
+                              "(10, 'A-2', 20260106, 200, 2, 0), (10, 'A-3', 20260107, 50, 4, 7)");
+        folder.exec("user.mdb", "insert into staff (username, location, sysuser, aplevel) values "
+                                "('BETTY', 'Main menu', 4, 99), ('CARL', 'Main menu', 5, 99)");
+    }
+    // Each copy keeps its single-instance lock in a folder of its own, as on another machine.
+    QString lockFolder(const QString &user) const { return locks.filePath(user); }
+};
+
+TEST_F(SharedFolder, ChangesToldSavedAreKeptAndEveryConflictIsReported)
+{
+    ModuleCopy anne(folder.path(), lockFolder("anne"), "VDR99ANNE");
+    ModuleCopy carl(folder.path(), lockFolder("carl"), "VDR99CARL");
+    ASSERT_TRUE(anne.started());
+    ASSERT_TRUE(carl.started());
+    const int rounds = roundsToRun();
+    int toldSaved = 0, foundSaved = 0, conflicts = 0, conflictsReported = 0, wrongReports = 0;
+    for (int round = 1; round <= rounds; ++round) {
+        // Anne recalls vendor 10; Betty's copy comes and goes; someone reads from a shell.
+        anne.send("show 10");
+        {
+            ModuleCopy betty(folder.path(), lockFolder("betty"), "VDR99BETTY");
+            EXPECT_TRUE(betty.started());
+            betty.send("show 10");
+            betty.send("unpaid");
+        }
+        outsideRead(folder, "select count(*) from vendors");
+        // Carl changes the telephone of vendor 10 on even rounds, of vendor 11 on odd ones.
+        const int carlsVendor = round % 2 == 0 ? 10 : 11;
+        const QString phone = QStringLiteral("555-%1").arg(round, 4, 10, QLatin1Char('0'));
+        carl.send(QStringLiteral("show %1").arg(carlsVendor));
+        carl.send("modify");
+        carl.send("set 7 " + phone);
+        const QStringList carlSaved = carl.send("save");
+        if (ModuleCopy::dialogs(carlSaved).isEmpty() && carlSaved.contains("mode lookup")) {
+            ++toldSaved;
+            if (outsideRead(folder, QStringLiteral("select vendphone from vendors where "
+                                                   "vendnumber = %1")
+                                        .arg(carlsVendor)) == phone)
+                ++foundSaved;
+        }
+        outsideRead(folder, "select vendname from vendors where vendnumber = 10");
+        // Anne renames vendor 10 from her recall: a conflict whenever Carl changed it.
+        const QString name = QStringLiteral("Ten Supplies %1").arg(round);
+        anne.send("modify");
+        anne.send("set 1 " + name);
+        const QStringList anneSaved = anne.send("save");
+        const QStringList shown = ModuleCopy::dialogs(anneSaved);
+        if (carlsVendor == 10) {
+            ++conflicts;
+            if (shown == QStringList{changeReport})
+                ++conflictsReported;
+        } else if (shown.isEmpty() && anneSaved.contains("mode lookup")) {
+            ++toldSaved;
+            if (outsideRead(folder, "select vendname from vendors where vendnumber = 10") == name)
+                ++foundSaved;
+        } else {
+            ++wrongReports;
+            ADD_FAILURE() << "round " << round << ": " << shown.join(" / ").toStdString();
+        }
+    }
+    std::printf("%d rounds: %d saves told saved, %d of them found in ap.mdb; %d conflicting "
+                "saves, %d reported; %d other reports\n",
+                rounds, toldSaved, foundSaved, conflicts, conflictsReported, wrongReports);
+    EXPECT_EQ(toldSaved, rounds + rounds / 2 + rounds % 2);
+    EXPECT_EQ(foundSaved, toldSaved);
+    EXPECT_EQ(conflictsReported, conflicts);
+    EXPECT_EQ(wrongReports, 0);
+    EXPECT_EQ(anne.quit(), 0);
+    EXPECT_EQ(carl.quit(), 0);
+    EXPECT_EQ(outsideRead(folder, "pragma integrity_check"), "ok");
+}
+
+TEST_F(SharedFolder, RunningCopyKeepsWorkingAfterAnotherCopyExitsAndAnOutsideRead)
+{
+    ModuleCopy anne(folder.path(), lockFolder("anne"), "VDR99ANNE");
+    ASSERT_TRUE(anne.started());
+    anne.send("show 10");
+    {
+        ModuleCopy betty(folder.path(), lockFolder("betty"), "VDR99BETTY");
+        ASSERT_TRUE(betty.started());
+        betty.send("show 10");
+    }
+    EXPECT_EQ(anne.send("show 11"), QStringList{});
+    EXPECT_EQ(anne.send("get 1"), QStringList{"value Eleven Rentals"});
+    anne.send("show 10");
+    EXPECT_EQ(anne.send("unpaid"), QStringList{"rows 2"});
+    anne.send("modify");
+    anne.send("set 7 555-1111");
+    EXPECT_EQ(anne.send("save"), QStringList{"mode lookup"});
+    EXPECT_EQ(outsideRead(folder, "select vendphone from vendors where vendnumber = 10"),
+              "555-1111");
+
+    EXPECT_EQ(outsideRead(folder, "select count(*) from vendors"), "2");
+    EXPECT_EQ(anne.send("show 11"), QStringList{});
+    EXPECT_EQ(anne.send("get 7"), QStringList{"value 555-0011"});
+    anne.send("show 10");
+    EXPECT_EQ(anne.send("unpaid"), QStringList{"rows 2"});
+    anne.send("modify");
+    anne.send("set 7 555-2222");
+    EXPECT_EQ(anne.send("save"), QStringList{"mode lookup"});
+    EXPECT_EQ(outsideRead(folder, "select vendphone from vendors where vendnumber = 10"),
+              "555-2222");
+    EXPECT_EQ(anne.quit(), 0);
+}
+
+} // namespace

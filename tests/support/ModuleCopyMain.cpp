@@ -1,0 +1,129 @@
+// One copy of the module in a process of its own, driven line by line from standard input, for
+// tests that need several users' copies on one data folder. It is the real window on the real
+// files; only the dialogs are the scripted fake, and each one shown is printed.
+//
+//   apmaster-copy DATA_FOLDER LOCK_FOLDER|- ARGUMENT
+//
+// Commands: "show N" (look up vendor number N), "modify", "set I TEXT" (field I), "notes TEXT"
+// (opens the notes and types TEXT over them), "save", "cancel", "unpaid" (the unpaid list; prints
+// its row count), "get I", "quit". Every command's answer ends with the line "done"; a dialog
+// prints "dialog|TITLE|TEXT" (line feeds as "\n"). The copy prints "started" or "refused CODE".
+#include "app/SingleInstance.h"
+#include "support/Module.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <QTest>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+
+#include "lists/InvoiceLists.h"
+#include "lists/RecordSourceModel.h"
+
+namespace {
+
+void say(const QString &line)
+{
+    std::cout << line.toStdString() << std::endl;
+}
+
+class Driver {
+public:
+    explicit Driver(Module &module) : m(module) {}
+
+    void run(const QString &line)
+    {
+        const QString command = line.section(QLatin1Char(' '), 0, 0);
+        const QString rest = line.section(QLatin1Char(' '), 1);
+        const auto &c = m.window->controls();
+        if (command == QLatin1String("show")) {
+            c.cmdlookup->click();
+            c.Option1[0]->setChecked(true);
+            c.lookupinput->setText(rest);
+            c.cmdgo->click();
+        } else if (command == QLatin1String("modify")) {
+            c.cmdmodify->click();
+        } else if (command == QLatin1String("set")) {
+            const int index = rest.section(QLatin1Char(' '), 0, 0).toInt();
+            c.Text1[index]->setText(rest.section(QLatin1Char(' '), 1));
+        } else if (command == QLatin1String("notes")) {
+            c.cmdnotes->click();
+            c.notes->setFocus();
+            c.notes->selectAll();
+            QTest::keyClicks(c.notes, rest);
+        } else if (command == QLatin1String("save")) {
+            c.cmdsave->click();
+            say(c.fralookup->isVisible() ? QStringLiteral("mode lookup")
+                                         : QStringLiteral("mode edit"));
+        } else if (command == QLatin1String("cancel")) {
+            c.cmdcancel->click();
+        } else if (command == QLatin1String("unpaid")) {
+            c.cmdunpaid->click();
+            m.window->lists().invoiceModel().fetchMore({});
+            say(QStringLiteral("rows %1").arg(c.grid1->model()->rowCount()));
+        } else if (command == QLatin1String("get")) {
+            say(QStringLiteral("value ") + c.Text1[rest.toInt()]->text());
+        }
+        QCoreApplication::processEvents();
+        printDialogs();
+        say(QStringLiteral("done"));
+    }
+
+    void printDialogs()
+    {
+        for (; m_printed < m.dialogs.shown.size(); ++m_printed) {
+            const FakeDialogs::Shown &d = m.dialogs.shown[m_printed];
+            QString text = d.text;
+            text.replace(QLatin1Char('\r'), QStringLiteral("\\r"));
+            text.replace(QLatin1Char('\n'), QStringLiteral("\\n"));
+            say(QStringLiteral("dialog|") + d.title + QLatin1Char('|') + text);
+        }
+    }
+
+private:
+    Module &m;
+    size_t m_printed = 0;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    if (argc != 4) {
+        std::fprintf(stderr, "usage: apmaster-copy DATA_FOLDER LOCK_FOLDER|- ARGUMENT\n");
+        return 64;
+    }
+    QDir::setCurrent(QString::fromLocal8Bit(argv[1]));
+    const QString locks = QString::fromLocal8Bit(argv[2]);
+    Module module(locks == QLatin1String("-") ? SingleInstance::defaultFolder() : locks);
+    Driver driver(module);
+    if (const std::optional<int> refused = module.start(QString::fromLocal8Bit(argv[3]))) {
+        driver.printDialogs();
+        say(QStringLiteral("refused %1").arg(*refused));
+        return *refused;
+    }
+    say(QStringLiteral("started"));
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        const QString command = QString::fromStdString(line).trimmed();
+        if (command == QLatin1String("quit"))
+            break;
+        driver.run(command);
+    }
+    module.window->close();
+    QCoreApplication::processEvents();
+    driver.printDialogs();
+    say(QStringLiteral("closed"));
+    return 0;
+}
