@@ -31,15 +31,17 @@ void VendorNotes::show()
     QSqlQuery q = m_window.services().databases.select(
         QStringLiteral("ap.mdb"),
         QStringLiteral("select * from vendnotes where vendnumber = ") + QString::number(number));
-    const ScreenState &state = m_window.state();
-    if (!q.next()) {
+    ScreenState &state = m_window.state();
+    state.notesVendor = number;
+    state.notesRecalled = q.next() ? q.value(QStringLiteral("notes")) : QVariant();
+    if (!q.isValid()) {
         c.notes->clear();
         if (state.modifyFlag == 1 || state.addFlag == 1) {
             c.notes->setEnabled(true);
             c.notes->setFocus();
         }
     } else {
-        c.notes->setPlainText(q.value(QStringLiteral("notes")).toString());
+        c.notes->setPlainText(state.notesRecalled.toString());
     }
     q.finish();
     QCoreApplication::processEvents();

@@ -163,6 +163,8 @@ void ScreenModes::cancel()
         m_window.state().addFlag = 0;
         m_window.state().modifyFlag = 0;
         m_window.state().notesChanged = 0;
+        m_window.state().notesVendor = -1;
+        m_window.state().notesRecalled = QVariant();
     });
     m_window.openLookup();
 }

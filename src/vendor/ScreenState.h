@@ -2,6 +2,7 @@
 
 #include <QSqlRecord>
 #include <QString>
+#include <QVariant>
 
 // The vendor screen's own values, shared by its areas while the window is open.
 struct ScreenState {
@@ -19,6 +20,12 @@ struct ScreenState {
 
     // Set by any key typed in the notes box.
     int notesChanged = 0;
+    // The notes as they were read when they were shown, and whose they were (-1: none shown),
+    // so that a save never writes over notes another user changed meanwhile.
+    long long notesVendor = -1;
+    QVariant notesRecalled;
+    // While a save runs (it may wait for another user with the window painted).
+    bool saving = false;
 
     // Errors met by saves since the window opened; never reset, so all saves share the budget.
     int saveRetryCount = 0;

@@ -4,6 +4,7 @@
 #include "app/Session.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
+#include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Money.h"
 #include "data/RecordSource.h"
@@ -12,12 +13,14 @@
 #include "vendor/VendorLayout.h"
 #include "vendor/VendorWindow.h"
 
+#include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSqlRecord>
+#include <QTimer>
 
 namespace {
 // The columns a save writes, by field index, and how each field's text is read.
@@ -38,7 +41,8 @@ const Target targets[24] = {
 };
 
 // The totals columns are rewritten by every display, so they say nothing about another user's
-// edit and are left out of the comparison.
+// edit and are left out of the comparison. An empty text and a missing one look the same on the
+// screen, and a save writes the one for the other: that is no edit either.
 bool changedByAnother(const QSqlRecord &recalled, const QSqlRecord &now)
 {
     if (now.isEmpty())
@@ -52,7 +56,7 @@ bool changedByAnother(const QSqlRecord &recalled, const QSqlRecord &now)
             continue;
         const QVariant a = recalled.value(at);
         const QVariant b = now.value(i);
-        if (a.isNull() != b.isNull() || a.toString() != b.toString())
+        if (a.toString() != b.toString())
             return true;
     }
     return false;
@@ -116,59 +120,90 @@ void VendorSaver::putFields()
                     pnetFrom(field[7]->text(), m_window.session().pnetYesNo));
 }
 
-VendorSaver::Outcome VendorSaver::writeVendor()
+// The vendor row and its notes are one transaction: a save lands whole or not at all.
+VendorSaver::Outcome VendorSaver::writeVendor(bool withNotes, bool &notesKept)
 {
     RecordSource &source = m_window.datavendor();
     ScreenState &state = m_window.state();
     const bool adding = state.addFlag == 1;
-    int step = adding ? StartNew : OpenForEdit;
+    const int opening = adding ? StartNew : OpenForEdit;
     for (;;) {
+        int step = opening;
         try {
-            if (step == OpenForEdit) {
+            WriteTransaction tx(m_window.services().databases, QStringLiteral("ap.mdb"),
+                                Databases::Commit::Durable, tryWaitMsecs);
+            if (adding) {
+                source.addNew();
+            } else {
                 source.edit();
                 step = CheckOthers;
-            }
-            if (step == StartNew) {
-                source.addNew();
-                step = PutFields;
-            }
-            if (step == CheckOthers) {
                 if (changedByAnother(state.recalled, source.reread()))
                     throw DbError(DbError::RecordChanged,
                                   QStringLiteral("The record was changed by another user."));
-                step = PutFields;
             }
-            if (step == PutFields) {
-                putFields();
-                step = WriteRecord;
-            }
+            step = PutFields;
+            putFields();
+            step = WriteRecord;
             source.update();
+            if (withNotes) {
+                step = Notes;
+                notesKept = writeNotes();
+            }
+            step = WriteRecord;
+            tx.commit();
             return Outcome::Written;
         } catch (const DbError &error) {
+            source.cancelUpdate();
+            if (step == Notes) {
+                // Nothing of the save was written; the user can try again.
+                unexpectedReport(error.code(), Notes);
+                return Outcome::Stop;
+            }
             ++state.saveRetryCount;
             if (state.saveRetryCount >= retryBudget) {
-                source.cancelUpdate();
                 writeReport(error.code(), step);
                 return Outcome::Stop;
             }
-            if (step == OpenForEdit || step == StartNew || step == WriteRecord)
+            if (step == OpenForEdit || step == StartNew || step == WriteRecord) {
+                waitBeforeRetry();
                 continue;
-            source.cancelUpdate();
+            }
             changeReport();
             return Outcome::GoOn;
         }
     }
 }
 
-void VendorSaver::writeNotes()
+void VendorSaver::waitBeforeRetry()
+{
+    // The window stays painted while the save waits; what the user types waits with it.
+    m_window.setStatus(QStringLiteral("Another user is writing to the vendor file; the save "
+                                      "waits (try %1 of %2).")
+                           .arg(m_window.state().saveRetryCount)
+                           .arg(retryBudget - 1));
+    QEventLoop pause;
+    QTimer::singleShot(pauseMsecs, &pause, &QEventLoop::quit);
+    pause.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+bool VendorSaver::writeNotes()
 {
     const long long number = Numbers::leadingWhole(m_window.controls().Text1[0]->text());
+    const ScreenState &state = m_window.state();
     RecordSource notes(m_window.services().databases, QStringLiteral("vendnotes"));
     notes.setDatabaseName(QStringLiteral("ap.mdb"));
     notes.setRecordSource(QStringLiteral("select * from vendnotes where vendnumber = ") +
                           QString::number(number));
     notes.setUpdateTable(QStringLiteral("vendnotes"), QStringLiteral("vendnumber"));
     notes.refresh();
+    // The notes as they were when the user opened them (none when they never did), against the
+    // notes as they are: another user's notes are never written over unseen.
+    const QString recalled =
+        state.notesVendor == number ? state.notesRecalled.toString() : QString();
+    const QString now = notes.hasRecords() ? notes.value(QStringLiteral("notes")).toString()
+                                           : QString();
+    if (now != recalled)
+        return false;
     if (notes.hasRecords())
         notes.edit();
     else
@@ -176,6 +211,20 @@ void VendorSaver::writeNotes()
     notes.setValue(QStringLiteral("vendnumber"), number);
     notes.setValue(QStringLiteral("notes"), m_window.controls().notes->toPlainText());
     notes.update();
+    return true;
+}
+
+void VendorSaver::writeNotesAlone()
+{
+    try {
+        WriteTransaction tx(m_window.services().databases, QStringLiteral("ap.mdb"));
+        const bool kept = writeNotes();
+        tx.commit();
+        if (!kept)
+            notesReport();
+    } catch (const DbError &error) {
+        unexpectedReport(error.code(), Notes);
+    }
 }
 
 void VendorSaver::save()
@@ -205,17 +254,21 @@ void VendorSaver::save()
     if (c.Text1[17]->text().trimmed().isEmpty())
         c.Text1[17]->setText(QStringLiteral("1"));
 
-    if (writeVendor() == Outcome::Stop) {
+    const bool withNotes = state.addFlag == 1 || state.notesChanged == 1;
+    const QString status = m_window.status();
+    bool notesKept = true;
+    state.saving = true;
+    const Outcome outcome = writeVendor(withNotes, notesKept);
+    state.saving = false;
+    if (outcome == Outcome::Stop) {
+        m_window.setStatus(status);
         c.cmdsave->setEnabled(true);
         return;
     }
-    if (state.addFlag == 1 || state.notesChanged == 1) {
-        try {
-            writeNotes();
-        } catch (const DbError &error) {
-            unexpectedReport(error.code(), Notes);
-        }
-    }
+    if (outcome == Outcome::GoOn && withNotes)
+        writeNotesAlone();
+    else if (!notesKept)
+        notesReport();
     m_window.modes().cancel();
 }
 
@@ -234,6 +287,15 @@ void VendorSaver::changeReport()
     m_window.services().dialogs.message(
         QStringLiteral("Another user has modified this record while you were editing it.\n"
                        "Please reload this vendor and redo your changes."),
+        Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
+}
+
+void VendorSaver::notesReport()
+{
+    m_window.services().dialogs.message(
+        QStringLiteral("Another user has changed this vendor's notes since you opened them, so "
+                       "your notes were not saved.\nPlease reload this vendor and redo your "
+                       "notes."),
         Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
 }
 

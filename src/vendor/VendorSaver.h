@@ -18,6 +18,10 @@ public:
         Notes = 870
     };
     static constexpr int retryBudget = 21;
+    // One try at the write lock waits this long for another user, then the save waits a little
+    // with the window painted and tries again, up to the retry budget.
+    static constexpr int tryWaitMsecs = 150;
+    static constexpr int pauseMsecs = 100;
 
     explicit VendorSaver(VendorWindow &window) : m_window(window) {}
 
@@ -28,12 +32,16 @@ public:
 
 private:
     enum class Outcome { Written, GoOn, Stop };
-    Outcome writeVendor();
+    Outcome writeVendor(bool withNotes, bool &notesKept);
     bool numbersAreNumbers();
     void putFields();
-    void writeNotes();
+    // Writes the notes unless another user changed them since they were recalled; false then.
+    bool writeNotes();
+    void writeNotesAlone();
+    void waitBeforeRetry();
     void writeReport(int code, int step);
     void changeReport();
+    void notesReport();
     void unexpectedReport(int code, int step);
 
     VendorWindow &m_window;

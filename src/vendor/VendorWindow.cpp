@@ -520,6 +520,11 @@ bool VendorWindow::eventFilter(QObject *watched, QEvent *event)
 
 void VendorWindow::closeEvent(QCloseEvent *event)
 {
+    // A save that waits for another user keeps the window until it is done.
+    if (m_state.saving) {
+        event->ignore();
+        return;
+    }
     emit closing();
     Closing::run(*this);
     event->accept();

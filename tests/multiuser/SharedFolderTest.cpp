@@ -4,6 +4,7 @@
 #include "support/ModuleCopy.h"
 
 #include <QProcess>
+#include <QThread>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -162,6 +163,41 @@ TEST_F(SharedFolder, RunningCopyKeepsWorkingAfterAnotherCopyExitsAndAnOutsideRea
     EXPECT_EQ(outsideRead(folder, "select vendphone from vendors where vendnumber = 10"),
               "555-2222");
     EXPECT_EQ(anne.quit(), 0);
+}
+
+TEST_F(SharedFolder, KilledCopyLeavesTheVendorWithTheNotesOfTheSameSave)
+{
+    folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (10, 'note 555-0010')");
+    const int kills = 20;
+    int whole = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        ModuleCopy anne(folder.path(), lockFolder("anne"), "VDR99ANNE");
+        ASSERT_TRUE(anne.started());
+        for (int save = 1; save <= 40; ++save) {
+            const QString phone = QStringLiteral("%1-%2").arg(kill).arg(save);
+            anne.post("show 10");
+            anne.post("modify");
+            anne.post("set 7 " + phone);
+            anne.post("notes note " + phone);
+            anne.post("save");
+        }
+        // Each kill aims at another moment of the stream of saves.
+        QThread::msleep(20 + static_cast<unsigned long>(kill) * 17);
+        anne.kill();
+        const QString phone =
+            outsideRead(folder, "select vendphone from vendors where vendnumber = 10");
+        const QString notes =
+            outsideRead(folder, "select notes from vendnotes where vendnumber = 10");
+        if (notes == "note " + phone)
+            ++whole;
+        else
+            ADD_FAILURE() << "kill " << kill << ": telephone " << phone.toStdString()
+                          << " with notes " << notes.toStdString();
+    }
+    std::printf("%d kills during saves: %d left the vendor with the notes of the same save\n",
+                kills, whole);
+    EXPECT_EQ(whole, kills);
+    EXPECT_EQ(outsideRead(folder, "pragma integrity_check"), "ok");
 }
 
 } // namespace

@@ -51,7 +51,7 @@ QString ModuleCopy::readLine()
 QStringList ModuleCopy::send(const QString &command)
 {
     QStringList lines;
-    m_process.write((command + QLatin1Char('\n')).toUtf8());
+    post(command);
     for (;;) {
         const QString line = readLine();
         if (line.isNull()) {
@@ -63,6 +63,18 @@ QStringList ModuleCopy::send(const QString &command)
         lines << line;
     }
     return lines;
+}
+
+void ModuleCopy::post(const QString &command)
+{
+    m_process.write((command + QLatin1Char('\n')).toUtf8());
+    m_process.waitForBytesWritten(answerMsecs);
+}
+
+void ModuleCopy::kill()
+{
+    m_process.kill();
+    m_process.waitForFinished(answerMsecs);
 }
 
 QStringList ModuleCopy::dialogs(const QStringList &lines)

@@ -23,6 +23,10 @@ public:
     bool started() const { return m_startLines.contains(QStringLiteral("started")); }
     // Runs a command and returns the lines it printed before "done".
     QStringList send(const QString &command);
+    // Sends a command without waiting for its answer.
+    void post(const QString &command);
+    // Ends the copy at once, as a power cut or a killed process would.
+    void kill();
     // The dialogs among lines ("dialog|title|text" becomes "title|text").
     static QStringList dialogs(const QStringList &lines);
     // Ends the copy through its closing steps; returns its exit code.

@@ -9,6 +9,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTest>
+#include <QTimer>
 
 #include <chrono>
 #include <future>
@@ -143,7 +144,7 @@ TEST_F(VendorSaverTest, TextInANumberFieldIsRefusedWithAClearMessage)
     EXPECT_EQ(field(13), "12O.50");
 }
 
-TEST_F(VendorSaverTest, FailingNotesWriteGivesTheUnexpectedReportAndStillReturnsToLookup)
+TEST_F(VendorSaverTest, FailingNotesWriteGivesTheUnexpectedReportAndSavesNothing)
 {
     addNew("904", "Notes Trouble Ltd");
     folder.exec("ap.mdb", "drop table vendnotes");
@@ -154,8 +155,26 @@ TEST_F(VendorSaverTest, FailingNotesWriteGivesTheUnexpectedReportAndStillReturns
                   .arg(DbError::NoSuchTable)
                   .arg(VendorSaver::Notes));
     EXPECT_EQ(module.dialogs.last()->title, "DEMO @ Apmaster");
-    EXPECT_EQ(vendorColumn(904, "vendname").toString(), "Notes Trouble Ltd");
-    EXPECT_TRUE(c().fralookup->isVisible());
+    // The vendor row and its notes land together or not at all.
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 904").toInt(), 0);
+    EXPECT_EQ(module.window->state().addFlag, 1);
+    EXPECT_TRUE(c().cmdsave->isEnabled());
+    EXPECT_EQ(field(1), "Notes Trouble Ltd");
+}
+
+TEST_F(VendorSaverTest, ModifiedVendorIsNotWrittenWhenItsNotesFail)
+{
+    lookup(0, "250");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("555-7777");
+    c().cmdnotes->click();
+    QTest::keyClicks(c().notes, "Call first");
+    folder.exec("ap.mdb", "drop table vendnotes");
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.count(), 1);
+    EXPECT_EQ(vendorColumn(250, "vendphone").toString(), "");
+    EXPECT_EQ(module.window->state().modifyFlag, 1);
 }
 
 TEST_F(VendorSaverTest, SaveWithoutAModeDoesNothing)
@@ -309,6 +328,163 @@ TEST_F(TwoUsers, LockReleasedDuringTheRetriesLetsTheSaveThrough)
     EXPECT_GT(module.window->state().saveRetryCount, 0);
     EXPECT_LT(module.window->state().saveRetryCount, VendorSaver::retryBudget);
     EXPECT_TRUE(c().fralookup->isVisible());
+}
+
+} // namespace
+
+namespace {
+
+const QString notesReport = QStringLiteral(
+    "Another user has changed this vendor's notes since you opened them, so your notes were not "
+    "saved.\nPlease reload this vendor and redo your notes.");
+
+class TwoUsersNotes : public TwoUsers {
+protected:
+    void SetUp() override
+    {
+        TwoUsers::SetUp();
+        folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (251, 'old')");
+    }
+    // Opens the vendor's notes in modify mode and types over them.
+    void editNotes(const VendorWindow::Controls &controls, const QString &text)
+    {
+        controls.cmdmodify->click();
+        controls.cmdnotes->click();
+        controls.notes->setFocus();
+        controls.notes->selectAll();
+        QTest::keyClicks(controls.notes, text);
+    }
+    QString storedNotes()
+    {
+        return folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 251")
+            .toString();
+    }
+};
+
+TEST_F(TwoUsersNotes, NotesChangedByAnotherUserAreKeptAndTheReportSaysSo)
+{
+    lookup(0, "251");
+    editNotes(c(), "mine");
+    otherLookup(0, "251");
+    editNotes(o(), "theirs");
+    o().cmdsave->click();
+    ASSERT_EQ(storedNotes(), "theirs");
+
+    c().cmdsave->click();
+    ASSERT_EQ(module.dialogs.count(), 1);
+    EXPECT_EQ(module.dialogs.last()->text, notesReport);
+    EXPECT_EQ(module.dialogs.last()->title, "Velmora Office");
+    EXPECT_EQ(storedNotes(), "theirs");
+    EXPECT_TRUE(c().fralookup->isVisible());
+}
+
+TEST_F(TwoUsersNotes, NotesUnchangedByOthersAreWrittenWithTheVendor)
+{
+    lookup(0, "251");
+    editNotes(c(), "mine");
+    c().Text1[7]->setText("555-4444");
+    otherLookup(0, "251");
+    o().cmdmodify->click();
+    o().cmdsave->click();
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_EQ(storedNotes(), "mine");
+    EXPECT_EQ(vendorColumn(251, "vendphone").toString(), "555-4444");
+}
+
+TEST_F(TwoUsersNotes, RefusedVendorSaveStillWritesNotesNobodyElseChanged)
+{
+    lookup(0, "251");
+    editNotes(c(), "mine");
+    otherLookup(0, "251");
+    o().cmdmodify->click();
+    o().Text1[8]->setText("555-0000");
+    o().cmdsave->click();
+
+    c().cmdsave->click();
+    ASSERT_EQ(module.dialogs.count(), 1);
+    EXPECT_TRUE(module.dialogs.last()->text.startsWith("Another user has modified this record"));
+    EXPECT_EQ(storedNotes(), "mine");
+    EXPECT_EQ(vendorColumn(251, "vendfax").toString(), "555-0000");
+}
+
+TEST_F(TwoUsersNotes, RefusedVendorSaveLeavesNotesAnotherUserChanged)
+{
+    lookup(0, "251");
+    editNotes(c(), "mine");
+    otherLookup(0, "251");
+    editNotes(o(), "theirs");
+    o().Text1[8]->setText("555-0000");
+    o().cmdsave->click();
+
+    c().cmdsave->click();
+    ASSERT_EQ(module.dialogs.count(), 2);
+    EXPECT_TRUE(module.dialogs.shown[0].text.startsWith("Another user has modified this record"));
+    EXPECT_EQ(module.dialogs.shown[1].text, notesReport);
+    EXPECT_EQ(storedNotes(), "theirs");
+}
+
+TEST_F(TwoUsersNotes, NewVendorDoesNotTakeOverNotesLeftUnderItsNumber)
+{
+    folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (905, 'kept')");
+    c().cmdadd->click();
+    c().Text1[0]->setText("905");
+    c().Text1[1]->setText("Newcomer");
+    c().cmdsave->click();
+    EXPECT_EQ(vendorColumn(905, "vendname").toString(), "Newcomer");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select notes from vendnotes where vendnumber = 905").toString(),
+        "kept");
+    ASSERT_EQ(module.dialogs.count(), 1);
+    EXPECT_EQ(module.dialogs.last()->text, notesReport);
+}
+
+TEST_F(TwoUsers, SaveWaitingForAnotherUserShowsItsTriesAndKeepsTheWindowPainted)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("444-444-4444");
+    QSqlDatabase holder = QSqlDatabase::addDatabase("QSQLITE", "holder4");
+    holder.setDatabaseName(folder.file("ap.mdb"));
+    ASSERT_TRUE(holder.open());
+    QStringList seen;
+    int ticks = 0;
+    {
+        QSqlQuery lock(holder);
+        ASSERT_TRUE(lock.exec("begin immediate"));
+        // A timer of the window's own thread: it only fires if the save lets events through.
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            ++ticks;
+            if (!seen.contains(module.window->status()))
+                seen << module.window->status();
+            if (ticks == 5)
+                lock.exec("rollback");
+        });
+        watch.start(40);
+        module.window->state().saveRetryCount = 0;
+        c().cmdsave->click();
+        watch.stop();
+    }
+    holder.close();
+    holder = QSqlDatabase();
+    QSqlDatabase::removeDatabase("holder4");
+    EXPECT_GE(ticks, 5);
+    EXPECT_TRUE(seen.contains(
+        "Another user is writing to the vendor file; the save waits (try 1 of 20)."))
+        << seen.join(" / ").toStdString();
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "444-444-4444");
+}
+
+TEST_F(TwoUsers, WindowIsNotClosedWhileASaveWaits)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    module.window->state().saving = true;
+    EXPECT_FALSE(module.window->close());
+    module.window->state().saving = false;
+    EXPECT_TRUE(module.window->started());
 }
 
 } // namespace
