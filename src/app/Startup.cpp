@@ -103,6 +103,7 @@ std::optional<int> Startup::run(const QString &argument)
     } catch (const DbError &error) {
         dialogs.message(error.text(), Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
         m_window.hide();
+        leaveStaffRecord();
         return DatabaseError;
     }
     step(14, "idle");
@@ -111,6 +112,17 @@ std::optional<int> Startup::run(const QString &argument)
     m_window.setStarted(true);
     m_window.openLookup();
     return std::nullopt;
+}
+
+// A start-up that fails after the location was written puts the user back where closing would.
+void Startup::leaveStaffRecord()
+{
+    m_window.session().staffLocation = QStringLiteral("A/P Master");
+    try {
+        m_window.staff().writeLocation();
+    } catch (const DbError &error) {
+        qCInfo(lcStartup).noquote() << "staff location not written back:" << error.text();
+    }
 }
 
 void Startup::applyAccessLevels()

@@ -33,6 +33,7 @@ public:
 private:
     void step(int number, const char *what);
     void applyAccessLevels();
+    void leaveStaffRecord();
 
     VendorWindow &m_window;
     std::unique_ptr<SingleInstance> m_instance;

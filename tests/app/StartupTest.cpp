@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -287,6 +288,37 @@ TEST_F(StartupTest, MissingApDatabaseShowsTheEngineErrorAndEnds)
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
     EXPECT_TRUE(module.dialogs.last()->text.contains("ap.mdb"));
     EXPECT_FALSE(QFile::exists(folder.file("ap.mdb")));
+}
+
+TEST_F(StartupTest, EmptyApFileIsRefusedByNameAndLeftEmpty)
+{
+    QFile::remove(folder.file("ap.mdb"));
+    folder.writeFile("ap.mdb", "");
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    ASSERT_EQ(module.dialogs.count(), 1);
+    EXPECT_EQ(module.dialogs.last()->text,
+              "The file '" + folder.file("ap.mdb") +
+                  "' is empty: it holds no company data. A company file is never empty; restore "
+                  "it from a backup. The file was left as it is.");
+    EXPECT_EQ(QFileInfo(folder.file("ap.mdb")).size(), 0);
+    EXPECT_FALSE(QFile::exists(folder.file("ap.mdb-wal")));
+}
+
+TEST_F(StartupTest, FailedStartAfterTheLocationWasWrittenPutsTheUserBack)
+{
+    QFile::remove(folder.file("gl.mdb"));
+    EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
+    EXPECT_EQ(staffLocation(), "A/P Master");
+}
+
+TEST_F(StartupTest, MissingColumnOfACurrentFileIsCreatedAgain)
+{
+    folder.exec("ap.mdb", "alter table vendors drop column vcontact2email");
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from pragma_table_info('vendors') "
+                                      "where name = 'vcontact2email'")
+                  .toInt(),
+              1);
 }
 
 TEST_F(StartupTest, AccessFileInPlaceOfGlIsNamedAndLeftAlone)

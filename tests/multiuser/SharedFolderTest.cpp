@@ -165,6 +165,45 @@ TEST_F(SharedFolder, RunningCopyKeepsWorkingAfterAnotherCopyExitsAndAnOutsideRea
     EXPECT_EQ(anne.quit(), 0);
 }
 
+// The user's copies started from shells with different temporary folders.
+QProcessEnvironment shellWithTmpdir(const QString &tmpdir, const QString &runtimeFolder)
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("TMPDIR"), tmpdir);
+    if (runtimeFolder.isEmpty())
+        env.remove(QStringLiteral("XDG_RUNTIME_DIR"));
+    else
+        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtimeFolder);
+    return env;
+}
+
+TEST_F(SharedFolder, SecondCopyWithAnotherTmpdirIsRefused)
+{
+    QTemporaryDir runtime, tmp1, tmp2;
+    ModuleCopy first(folder.path(), "-", "VDR99ANNE", shellWithTmpdir(tmp1.path(), runtime.path()));
+    ASSERT_TRUE(first.started());
+    ModuleCopy second(folder.path(), "-", "VDR99ANNE",
+                      shellWithTmpdir(tmp2.path(), runtime.path()));
+    EXPECT_FALSE(second.started());
+    EXPECT_EQ(second.exitCode(), 1);
+    EXPECT_EQ(ModuleCopy::dialogs(second.startLines()),
+              QStringList{"Uh-oh...|The module is already running."});
+    EXPECT_EQ(first.send("show 10"), QStringList{});
+    EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(SharedFolder, WithoutARuntimeFolderSetTheCopiesStillMeetWhateverTheirTmpdir)
+{
+    QTemporaryDir tmp1, tmp2;
+    ModuleCopy first(folder.path(), "-", "VDR99ANNE", shellWithTmpdir(tmp1.path(), {}));
+    ASSERT_TRUE(first.started());
+    ModuleCopy second(folder.path(), "-", "VDR99ANNE", shellWithTmpdir(tmp2.path(), {}));
+    EXPECT_FALSE(second.started());
+    EXPECT_EQ(ModuleCopy::dialogs(second.startLines()),
+              QStringList{"Uh-oh...|The module is already running."});
+    EXPECT_EQ(first.quit(), 0);
+}
+
 TEST_F(SharedFolder, KilledCopyLeavesTheVendorWithTheNotesOfTheSameSave)
 {
     folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (10, 'note 555-0010')");
