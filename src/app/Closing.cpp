@@ -1,11 +1,11 @@
 #include "app/Closing.h"
 
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/StaffRecords.h"
 #include "data/Databases.h"
 #include "data/RecordSource.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
 

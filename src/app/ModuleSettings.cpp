@@ -1,6 +1,7 @@
 #include "app/ModuleSettings.h"
+#include "common/DataFiles.h"
 
-#include "app/Session.h"
+#include "common/Session.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
 #include "data/Databases.h"
@@ -58,7 +59,7 @@ Outcome read(const QString &argument, Databases &dbs, Dialogs &dialogs, Session 
         session.userName = argument.mid(5);
         readSettingsRow(dbs, session);
         QCoreApplication::processEvents();
-        canadian = QFileInfo::exists(Databases::pathOf(QStringLiteral("canada.mdb")));
+        canadian = QFileInfo::exists(DataFiles::pathOf(QStringLiteral("canada.mdb")));
         if (session.moduleCode.startsWith(QLatin1Char('#')))
             session.moduleCode.replace(0, 1, QLatin1Char('V'));
     }

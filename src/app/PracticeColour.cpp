@@ -1,4 +1,5 @@
 #include "app/PracticeColour.h"
+#include "common/DataFiles.h"
 
 #include "data/Databases.h"
 
@@ -29,7 +30,7 @@ int fromLine(const QString &line)
 
 std::optional<int> forDataFolder()
 {
-    QFile file(Databases::pathOf(QStringLiteral("practice.dat")));
+    QFile file(DataFiles::pathOf(QStringLiteral("practice.dat")));
     if (!file.exists())
         return std::nullopt;
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))

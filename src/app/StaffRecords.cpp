@@ -1,6 +1,6 @@
 #include "app/StaffRecords.h"
 
-#include "app/Session.h"
+#include "common/Session.h"
 #include "common/Dialogs.h"
 #include "data/Databases.h"
 
@@ -87,17 +87,4 @@ void StaffRecords::reloadUser()
     m_session.localDrive = drive;
     if (!QDir(drive).exists())
         QDir().mkpath(drive);
-}
-
-void StaffRecords::showAccessDenied()
-{
-    m_dialogs.message(QStringLiteral("Access denied."), Dialogs::Icon::Information,
-                      QStringLiteral("Velmora Office"));
-}
-
-QString StaffRecords::versionCommand(const QString &programName) const
-{
-    return QStringLiteral("vinfo32.exe ") + m_session.userName + QLatin1Char('@') + programName +
-           QLatin1Char(' ') + QString::fromLatin1(Session::version) +
-           QStringLiteral("     SysUser: ") + QString::number(m_session.sysUser);
 }

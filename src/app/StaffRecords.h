@@ -4,7 +4,6 @@
 
 class Databases;
 class Dialogs;
-class ProgramRunner;
 struct Session;
 
 // The user's row in the staff table of user.mdb: where the user is, and the user's levels.
@@ -20,9 +19,6 @@ public:
     void writeLocation();
     // Reads the user's levels, local folder and mail flag again; creates the local folder.
     void reloadUser();
-    void showAccessDenied();
-    // The version viewer's command line.
-    QString versionCommand(const QString &programName) const;
 
 private:
     Databases &m_dbs;

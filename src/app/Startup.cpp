@@ -2,8 +2,8 @@
 
 #include "app/ModuleSettings.h"
 #include "app/PracticeColour.h"
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/SingleInstance.h"
 #include "app/StaffRecords.h"
 #include "app/UpdateGate.h"
@@ -11,7 +11,7 @@
 #include "common/ErrorReport.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QAction>
 #include <QCoreApplication>

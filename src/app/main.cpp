@@ -1,5 +1,5 @@
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/SingleInstance.h"
 #include "app/Startup.h"
 #include "common/Clipboard.h"
@@ -8,7 +8,7 @@
 #include "common/QtDialogs.h"
 #include "data/Databases.h"
 #include "data/Dialect.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QApplication>
 

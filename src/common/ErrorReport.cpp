@@ -1,9 +1,9 @@
 #include "common/ErrorReport.h"
 
 #include "common/Dialogs.h"
-#include "data/DbError.h"
+#include "common/NumberedError.h"
 
-void showErrorReport(Dialogs &dialogs, const DbError &error)
+void showErrorReport(Dialogs &dialogs, const NumberedError &error)
 {
     dialogs.message(QStringLiteral("Error ") + QString::number(error.code()) +
                         QStringLiteral(": ") + error.text() + QLatin1Char('\n') +

@@ -1,7 +1,7 @@
 #pragma once
 
 class Dialogs;
-class DbError;
+class NumberedError;
 
 // The suite's report of a database step that failed: the engine's number and text.
-void showErrorReport(Dialogs &dialogs, const DbError &error);
+void showErrorReport(Dialogs &dialogs, const NumberedError &error);

@@ -1,11 +1,11 @@
 #include "common/ProgramRunner.h"
+#include "common/DataFiles.h"
 
-#include "app/Session.h"
+#include "common/Session.h"
 #include "common/Clipboard.h"
 #include "common/Clock.h"
 #include "common/Dialogs.h"
 #include "common/Processes.h"
-#include "data/Databases.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -34,7 +34,7 @@ void ProgramRunner::writeAdminLog()
     const QString fileName = m_session.staffLocation == QLatin1String("Backup/Restore")
                                  ? QStringLiteral("lastbkup.dat")
                                  : QStringLiteral("admlog.ini");
-    QFile file(Databases::pathOf(fileName));
+    QFile file(DataFiles::pathOf(fileName));
     if (file.open(QIODevice::Append | QIODevice::Text)) {
         const QDateTime now = m_clock.now();
         const QLocale locale = QLocale::system();
@@ -50,7 +50,7 @@ void ProgramRunner::writeAdminLog()
 void ProgramRunner::help(const std::function<void()> &notTopmost)
 {
     const QString editorCommand = QStringLiteral("vlmedit.exe vendor1.txt");
-    if (!QFileInfo::exists(Databases::pathOf(QStringLiteral("vlmohelp.exe")))) {
+    if (!QFileInfo::exists(DataFiles::pathOf(QStringLiteral("vlmohelp.exe")))) {
         m_processes.start(editorCommand, Processes::Show::Normal);
         return;
     }
@@ -61,4 +61,11 @@ void ProgramRunner::help(const std::function<void()> &notTopmost)
                       m_helpSettleMsecs);
     if (m_clipboard.text() == QLatin1String("NOHELP"))
         m_processes.start(editorCommand, Processes::Show::Normal);
+}
+
+QString ProgramRunner::versionCommand(const QString &programName) const
+{
+    return QStringLiteral("vinfo32.exe ") + m_session.userName + QLatin1Char('@') + programName +
+           QLatin1Char(' ') + QString::fromLatin1(Session::version) +
+           QStringLiteral("     SysUser: ") + QString::number(m_session.sysUser);
 }

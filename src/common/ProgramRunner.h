@@ -27,6 +27,8 @@ public:
     // The main window's help: the manual in the help viewer, or the plain-text help in the editor.
     // notTopmost takes the main window out of the always-on-top state first.
     void help(const std::function<void()> &notTopmost);
+    // The version viewer's command line for this program.
+    QString versionCommand(const QString &programName) const;
     // How long the help viewer is given to say that it cannot show the manual.
     void setHelpSettleMsecs(int msecs) { m_helpSettleMsecs = msecs; }
 

@@ -1,14 +1,12 @@
 #include "common/Prompts.h"
 
-#include "app/Session.h"
+#include "common/Session.h"
 #include "common/Clock.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
-#include "data/Databases.h"
+#include "common/AccountLookup.h"
 
 #include <QCoreApplication>
-#include <QSqlQuery>
-#include <QSqlRecord>
 
 #include <optional>
 
@@ -56,32 +54,36 @@ void askDateRange(Dialogs &dialogs, const Clock &clock, Session &session)
     session.messageText = swap ? *to + *from : *from + *to;
 }
 
-void checkGlAccount(Databases &dbs, Dialogs &dialogs, Session &session)
+void checkGlAccount(AccountLookup &accounts, Dialogs &dialogs, Session &session)
 {
     const QString number = Numbers::plain(Numbers::leading(session.messageText.trimmed()));
-    const QString file = QStringLiteral("gl.mdb");
-    {
-        ScopedDatabase scope(dbs, file);
-        QSqlQuery q =
-            dbs.select(file, QStringLiteral("select glacctnum, glacctname,glstatementdesc, "
-                                            "glaccttype, gllevel from gl0 where glacctnum = ") +
-                                 number);
-        if (q.next()) {
-            const QSqlRecord row = q.record();
-            session.accountType = row.value(QStringLiteral("glaccttype")).toInt();
-            session.accountLevel = row.value(QStringLiteral("gllevel")).toInt();
-            session.accountName = row.value(QStringLiteral("glacctname")).toString();
-            const QVariant statement = row.value(QStringLiteral("glstatementdesc"));
-            if (!statement.isNull() && !statement.toString().trimmed().isEmpty())
-                session.accountName = statement.toString();
-        } else {
-            dialogs.message(QStringLiteral("# ") + number + QStringLiteral(" does not exist"),
-                            Dialogs::Icon::Critical, QStringLiteral("Invalid G/L Account"));
-            session.messageText = QStringLiteral("REDO");
-        }
-        q.finish();
+    if (const std::optional<GlAccount> account = accounts.glAccount(number)) {
+        session.accountType = account->type;
+        session.accountLevel = account->level;
+        session.accountName = account->name;
+        const QVariant statement = account->statementDescription;
+        if (!statement.isNull() && !statement.toString().trimmed().isEmpty())
+            session.accountName = statement.toString();
+    } else {
+        dialogs.message(QStringLiteral("# ") + number + QStringLiteral(" does not exist"),
+                        Dialogs::Icon::Critical, QStringLiteral("Invalid G/L Account"));
+        session.messageText = QStringLiteral("REDO");
     }
     QCoreApplication::processEvents();
+}
+
+void showAccessDenied(Dialogs &dialogs)
+{
+    dialogs.message(QStringLiteral("Access denied."), Dialogs::Icon::Information,
+                    QStringLiteral("Velmora Office"));
+}
+
+void showDatabaseMissing(Dialogs &dialogs, const QString &fileName)
+{
+    dialogs.message(QStringLiteral("The ") + fileName +
+                        QStringLiteral(" database is missing.\r\n") +
+                        QStringLiteral("Contact Velmora Data technical support for assistance."),
+                    Dialogs::Icon::Information, QStringLiteral("Uh-oh..."));
 }
 
 } // namespace Prompts

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QString>
+
+class AccountLookup;
 class Clock;
-class Databases;
 class Dialogs;
 struct Session;
 
@@ -17,6 +19,12 @@ void askDateRange(Dialogs &dialogs, const Clock &clock, Session &session);
 // Checks the account number in session.messageText against the chart of accounts. Keeps the
 // account's name, type and level in the session, or shows that it does not exist and leaves
 // "REDO".
-void checkGlAccount(Databases &dbs, Dialogs &dialogs, Session &session);
+void checkGlAccount(AccountLookup &accounts, Dialogs &dialogs, Session &session);
+
+// "Access denied.", for a user whose level is too low for a step.
+void showAccessDenied(Dialogs &dialogs);
+
+// The message of a database file the record helpers did not find.
+void showDatabaseMissing(Dialogs &dialogs, const QString &fileName);
 
 } // namespace Prompts

@@ -1,5 +1,7 @@
 #include "data/Databases.h"
 
+#include "common/DataFiles.h"
+
 #include "data/DbError.h"
 #include "data/Dialect.h"
 #include "data/Schema.h"
@@ -94,18 +96,6 @@ Databases::~Databases()
     closeAll();
 }
 
-QString Databases::pathOf(const QString &fileName)
-{
-    const QDir dir = QDir::current();
-    if (QFileInfo::exists(dir.absoluteFilePath(fileName)))
-        return dir.absoluteFilePath(fileName);
-    const QStringList entries = dir.entryList(QDir::Files | QDir::Hidden);
-    for (const QString &entry : entries)
-        if (entry.compare(fileName, Qt::CaseInsensitive) == 0)
-            return dir.absoluteFilePath(entry);
-    return dir.absoluteFilePath(fileName);
-}
-
 DbError Databases::errorFrom(const QSqlError &error, const QString &statement)
 {
     const QString native = error.nativeErrorCode();
@@ -134,7 +124,7 @@ QString Databases::connectionName(const QString &fileName, const QString &tag) c
 
 QSqlDatabase Databases::connect(const QString &fileName, const QString &connection)
 {
-    const QString path = pathOf(fileName);
+    const QString path = DataFiles::pathOf(fileName);
     checkEntry(path);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
     db.setDatabaseName(uriOf(path, "rw"));
@@ -187,10 +177,10 @@ QSqlDatabase Databases::connect(const QString &fileName, const QString &connecti
 void Databases::create(const QString &fileName)
 {
     const QString path = QDir::current().absoluteFilePath(fileName);
-    if (QFileInfo::exists(pathOf(fileName)))
+    if (QFileInfo::exists(DataFiles::pathOf(fileName)))
         throw DbError(DbError::Generic,
                       QStringLiteral("The file '%1' is already there; it was left as it is.")
-                          .arg(pathOf(fileName)));
+                          .arg(DataFiles::pathOf(fileName)));
     const QString connection = QStringLiteral("apdb-create:") + path;
     QString error;
     {

@@ -73,8 +73,6 @@ public:
     void rollbackWrite(const QString &fileName);
     bool isWriting(const QString &fileName) const;
 
-    // The file of that name in the data folder, matched without regard to case.
-    static QString pathOf(const QString &fileName);
     static DbError errorFrom(const QSqlError &error, const QString &statement = {});
 
 private:

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QString>
-
-#include <stdexcept>
+#include "common/NumberedError.h"
 
 // An error of the database engine, with the engine's number, so that callers can tell the cases
 // apart the way the module's messages do.
-class DbError : public std::runtime_error {
+class DbError : public NumberedError {
 public:
     enum Code : int {
         Generic = 3000,
@@ -21,19 +19,10 @@ public:
         ReadOnlyFile = 3051,  // the file or its folder cannot be written
     };
 
-    DbError(int code, const QString &text) :
-        std::runtime_error(text.toStdString()), m_code(code), m_text(text)
-    {
-    }
-    int code() const { return m_code; }
-    QString text() const { return m_text; }
+    DbError(int code, const QString &text) : NumberedError(code, text) {}
 
     static DbError noCurrentRecord()
     {
         return {NoCurrentRecord, QStringLiteral("No current record.")};
     }
-
-private:
-    int m_code;
-    QString m_text;
 };

@@ -1,7 +1,7 @@
 #include "data/RecordHelpers.h"
+#include "common/DataFiles.h"
 
-#include "app/Session.h"
-#include "common/Dialogs.h"
+#include "common/Session.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Dialect.h"
@@ -43,14 +43,9 @@ QString tableOf(const QString &query)
     return from.match(query).captured(1);
 }
 
-bool databaseThere(Dialogs &dialogs, const QString &name)
+bool databaseThere(const QString &name)
 {
-    if (QFileInfo::exists(Databases::pathOf(name)))
-        return true;
-    dialogs.message(QStringLiteral("The ") + name + QStringLiteral(" database is missing.\r\n") +
-                        QStringLiteral("Contact Velmora Data technical support for assistance."),
-                    Dialogs::Icon::Information, QStringLiteral("Uh-oh..."));
-    return false;
+    return QFileInfo::exists(DataFiles::pathOf(name));
 }
 
 } // namespace
@@ -62,11 +57,10 @@ QString withMdbExtension(const QString &fileName)
     return fileName + QStringLiteral(".MDB");
 }
 
-bool loadRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QString &fileName,
-                const QString &query)
+bool loadRecord(Databases &dbs, Session &session, const QString &fileName, const QString &query)
 {
     const QString name = withMdbExtension(fileName);
-    if (!databaseThere(dialogs, name))
+    if (!databaseThere(name))
         return false;
     ScopedDatabase scope(dbs, name);
     QSqlQuery q = dbs.select(name, query);
@@ -85,11 +79,11 @@ bool loadRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QStrin
     return true;
 }
 
-bool saveRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QString &fileName,
-                const QString &query, bool addNew)
+bool saveRecord(Databases &dbs, Session &session, const QString &fileName, const QString &query,
+                bool addNew)
 {
     const QString name = withMdbExtension(fileName);
-    if (!databaseThere(dialogs, name))
+    if (!databaseThere(name))
         return false;
     ScopedDatabase scope(dbs, name);
     QSqlDatabase db = dbs.open(name);

@@ -3,7 +3,6 @@
 #include <QString>
 
 class Databases;
-class Dialogs;
 struct Session;
 
 // Loading one record into the session's field arrays and saving it back, for the
@@ -15,12 +14,12 @@ QString withMdbExtension(const QString &fileName);
 
 // Fills session.record from the first row of the query; with no row, the names and types only
 // and "QUIT" in session.messageText. Returns false when the database file is missing (the
-// message is shown and the arrays keep what they held).
-bool loadRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QString &fileName,
-                const QString &query);
+// arrays keep what they held; the caller shows Prompts::showDatabaseMissing).
+bool loadRecord(Databases &dbs, Session &session, const QString &fileName, const QString &query);
 
-// Writes session.record into the first row of the query (or into a new row).
-bool saveRecord(Databases &dbs, Dialogs &dialogs, Session &session, const QString &fileName,
-                const QString &query, bool addNew);
+// Writes session.record into the first row of the query (or into a new row); false when the
+// database file is missing.
+bool saveRecord(Databases &dbs, Session &session, const QString &fileName, const QString &query,
+                bool addNew);
 
 } // namespace RecordHelpers

@@ -1,6 +1,6 @@
 #include "lists/InvoiceLists.h"
 
-#include "app/Services.h"
+#include "common/Services.h"
 #include "common/Clock.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
@@ -11,7 +11,7 @@
 #include "lists/ListQueries.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/RecordSourceModel.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
 #include <QGroupBox>

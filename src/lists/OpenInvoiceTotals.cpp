@@ -1,11 +1,11 @@
 #include "lists/OpenInvoiceTotals.h"
 
-#include "app/Services.h"
+#include "common/Services.h"
 #include "common/Clock.h"
 #include "common/Numbers.h"
 #include "data/Databases.h"
 #include "data/Money.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "lists/SplitDetail.h"
 
-#include "app/Services.h"
+#include "common/Services.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "data/DbError.h"
@@ -9,7 +9,7 @@
 #include "lists/ListFormats.h"
 #include "lists/ListQueries.h"
 #include "lists/RecordSourceModel.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QGroupBox>
 #include <QLineEdit>

@@ -1,10 +1,10 @@
 #include "lists/VendorNotes.h"
 
-#include "app/Services.h"
+#include "common/Services.h"
 #include "common/Colours.h"
 #include "common/Numbers.h"
 #include "data/Databases.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
 #include <QGroupBox>

@@ -1,5 +1,10 @@
 #include "app/StaffRecords.h"
-#include "app/Session.h"
+#include "common/Clipboard.h"
+#include "common/Processes.h"
+#include "common/ProgramRunner.h"
+#include "common/Prompts.h"
+#include "common/Session.h"
+#include "support/FixedClock.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "support/DataFolder.h"
@@ -138,7 +143,7 @@ TEST_F(StaffRecordsTest, ReloadOfUnknownUserSaysSoAndKeepsTheLevels)
 
 TEST_F(StaffRecordsTest, AccessDeniedNotice)
 {
-    staff.showAccessDenied();
+    Prompts::showAccessDenied(dialogs);
     EXPECT_EQ(dialogs.last()->text, "Access denied.");
     EXPECT_EQ(dialogs.last()->title, "Velmora Office");
     EXPECT_EQ(dialogs.last()->icon, Dialogs::Icon::Information);
@@ -148,7 +153,11 @@ TEST_F(StaffRecordsTest, VersionCommandCarriesUserProgramVersionAndSysuser)
 {
     session.userName = "ANNE";
     session.sysUser = 3;
-    EXPECT_EQ(staff.versionCommand("apmaster"),
+    SystemProcesses processes;
+    FixedClock clock;
+    SystemClipboard clipboard;
+    const ProgramRunner programs(processes, dialogs, clock, clipboard, session);
+    EXPECT_EQ(programs.versionCommand("apmaster"),
               "vinfo32.exe ANNE@apmaster 21.12.28a     SysUser: 3");
 }
 

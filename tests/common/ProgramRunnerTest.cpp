@@ -1,5 +1,5 @@
 #include "common/ProgramRunner.h"
-#include "app/Session.h"
+#include "common/Session.h"
 #include "common/Clipboard.h"
 #include "common/Processes.h"
 #include "support/DataFolder.h"

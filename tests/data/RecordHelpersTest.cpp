@@ -1,5 +1,6 @@
 #include "data/RecordHelpers.h"
-#include "app/Session.h"
+#include "common/Prompts.h"
+#include "common/Session.h"
 #include "data/Databases.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
@@ -29,7 +30,7 @@ TEST(MdbExtension, NameWithoutExtensionGetsMdbAppended)
 TEST_F(RecordHelpersTest, NameWithoutExtensionOpensTheMdbFile)
 {
     folder.exec("ap.mdb", "insert into miscinfo (miscid, miscdesc1) values (1, 'Insurance')");
-    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, dialogs, session, "ap", "select * from miscinfo"));
+    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, session, "ap", "select * from miscinfo"));
     ASSERT_EQ(session.record.count(), 31);
     EXPECT_EQ(session.record.fields[1].name, "miscdesc1");
     EXPECT_EQ(session.record.fields[1].value.toString(), "Insurance");
@@ -41,7 +42,7 @@ TEST_F(RecordHelpersTest, NameWithoutExtensionOpensTheMdbFile)
 
 TEST_F(RecordHelpersTest, QueryWithoutRowsGivesNamesAndTypesAndQuit)
 {
-    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, dialogs, session, "ap.mdb",
+    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, session, "ap.mdb",
                                           "select * from miscdata where acctid = 5"));
     EXPECT_EQ(session.messageText, "QUIT");
     ASSERT_EQ(session.record.count(), 31);
@@ -52,7 +53,9 @@ TEST_F(RecordHelpersTest, QueryWithoutRowsGivesNamesAndTypesAndQuit)
 TEST_F(RecordHelpersTest, MissingDatabaseSaysSoAndKeepsThePreviousArrays)
 {
     session.record.fields.push_back({"kept", 202, "value"});
-    EXPECT_FALSE(RecordHelpers::loadRecord(dbs, dialogs, session, "emp", "select * from miscinfo"));
+    EXPECT_FALSE(RecordHelpers::loadRecord(dbs, session, "emp", "select * from miscinfo"));
+    EXPECT_EQ(dialogs.count(), 0); // the data layer shows nothing; the caller does
+    Prompts::showDatabaseMissing(dialogs, RecordHelpers::withMdbExtension("emp"));
     ASSERT_EQ(dialogs.count(), 1);
     EXPECT_EQ(dialogs.last()->text, "The emp.MDB database is missing.\r\n"
                                     "Contact Velmora Data technical support for assistance.");
@@ -67,10 +70,10 @@ TEST_F(RecordHelpersTest, SaveWritesTheArraysIntoTheRowOrANewOne)
 {
     folder.exec("ap.mdb",
                 "insert into miscdata (acctid, miscvalue1) values (5, 'old'), (6, 'other')");
-    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, dialogs, session, "ap.mdb",
+    ASSERT_TRUE(RecordHelpers::loadRecord(dbs, session, "ap.mdb",
                                           "select * from miscdata where acctid = 5"));
     session.record.fields[1].value = "new";
-    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, dialogs, session, "ap.mdb",
+    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, session, "ap.mdb",
                                           "select * from miscdata where acctid = 5", false));
     EXPECT_EQ(
         folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 5").toString(),
@@ -80,19 +83,19 @@ TEST_F(RecordHelpersTest, SaveWritesTheArraysIntoTheRowOrANewOne)
         "other");
 
     session.record.fields[0].value = 9;
-    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, dialogs, session, "ap.mdb",
+    ASSERT_TRUE(RecordHelpers::saveRecord(dbs, session, "ap.mdb",
                                           "select * from miscdata where acctid = 9", true));
     EXPECT_EQ(
         folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 9").toString(),
         "new");
 }
 
-TEST_F(RecordHelpersTest, SaveToAMissingDatabaseSaysSo)
+TEST_F(RecordHelpersTest, SaveToAMissingDatabaseSaysSoAndCreatesNothing)
 {
-    EXPECT_FALSE(RecordHelpers::saveRecord(dbs, dialogs, session, "master",
+    EXPECT_FALSE(RecordHelpers::saveRecord(dbs, session, "master",
                                            "select * from miscinfo", false));
-    EXPECT_EQ(dialogs.last()->text, "The master.MDB database is missing.\r\n"
-                                    "Contact Velmora Data technical support for assistance.");
+    EXPECT_FALSE(QFile::exists(folder.file("master.MDB")));
+    EXPECT_FALSE(QFile::exists(folder.file("master.mdb")));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/Startup.h"
 #include "common/Clipboard.h"
 #include "common/Processes.h"
@@ -10,7 +10,7 @@
 #include "support/FakeDialogs.h"
 #include "support/FixedClock.h"
 #include "support/QtPrinters.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <memory>
 #include <optional>

@@ -6,8 +6,8 @@
 #include "BenchCompany.h"
 #include "ScriptedDialogs.h"
 
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/Startup.h"
 #include "common/Clipboard.h"
 #include "common/Clock.h"
@@ -16,7 +16,7 @@
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/InvoiceLists.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

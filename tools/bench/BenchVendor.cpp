@@ -4,17 +4,17 @@
 #include "BenchSupport.h"
 #include "ScriptedDialogs.h"
 
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/Startup.h"
 #include "common/Clipboard.h"
 #include "common/Clock.h"
 #include "common/Processes.h"
 #include "data/Databases.h"
 #include "data/RecordSource.h"
-#include "vendor/ScreenModes.h"
-#include "vendor/VendorSaver.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/VendorSaver.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,16 +1,16 @@
-#include "vendor/ScreenModes.h"
+#include "vendorscreen/ScreenModes.h"
 
-#include "app/Services.h"
-#include "app/Session.h"
-#include "app/StaffRecords.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
+#include "common/Prompts.h"
 #include "common/Numbers.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/InvoiceLists.h"
-#include "vendor/VendorDisplay.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorDisplay.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
 #include <QGroupBox>
@@ -81,7 +81,7 @@ bool ScreenModes::mayEdit()
     const Session &session = m_window.session();
     if (session.userLevel >= session.accessLevel[1])
         return true;
-    m_window.staff().showAccessDenied();
+    Prompts::showAccessDenied(m_window.services().dialogs);
     return false;
 }
 

@@ -1,16 +1,17 @@
-#include "vendor/FieldEntry.h"
+#include "vendorscreen/FieldEntry.h"
 
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "common/Colours.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "common/ProgramRunner.h"
 #include "common/Prompts.h"
+#include "data/ChartOfAccounts.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QEvent>
 #include <QKeyEvent>
@@ -138,7 +139,8 @@ void FieldEntry::left(int index)
             field[6]->setText(field[6]->text().toUpper());
         if (index == 12) {
             session.messageText = field[12]->text();
-            Prompts::checkGlAccount(m_window.services().databases, dialogs, session);
+            ChartOfAccounts chart(m_window.services().databases);
+            Prompts::checkGlAccount(chart, dialogs, session);
             if (session.messageText == QLatin1String("REDO"))
                 holdFocus(12);
         }

@@ -1,4 +1,4 @@
-#include "vendor/VendorDisplay.h"
+#include "vendorscreen/VendorDisplay.h"
 #include "support/VendorScreen.h"
 
 #include <QGroupBox>

@@ -1,5 +1,5 @@
-#include "vendor/ScreenModes.h"
-#include "app/Session.h"
+#include "vendorscreen/ScreenModes.h"
+#include "common/Session.h"
 #include "data/RecordSource.h"
 #include "support/VendorScreen.h"
 

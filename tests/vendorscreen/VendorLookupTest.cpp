@@ -1,4 +1,4 @@
-#include "vendor/VendorLookup.h"
+#include "vendorscreen/VendorLookup.h"
 #include "data/RecordSource.h"
 #include "support/VendorScreen.h"
 

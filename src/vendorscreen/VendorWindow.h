@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vendor/ScreenState.h"
+#include "vendorscreen/ScreenState.h"
 
 #include <QMainWindow>
 

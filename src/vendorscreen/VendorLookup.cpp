@@ -1,6 +1,6 @@
-#include "vendor/VendorLookup.h"
+#include "vendorscreen/VendorLookup.h"
 
-#include "app/Services.h"
+#include "common/Services.h"
 #include "common/Colours.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
@@ -8,10 +8,10 @@
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/InvoiceLists.h"
-#include "vendor/ScreenModes.h"
-#include "vendor/VendorDisplay.h"
-#include "vendor/VendorLayout.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/VendorDisplay.h"
+#include "vendorscreen/VendorLayout.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QAction>
 #include <QGroupBox>

@@ -1,14 +1,14 @@
-#include "vendor/VendorDisplay.h"
+#include "vendorscreen/VendorDisplay.h"
 
-#include "app/Services.h"
+#include "common/Services.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
-#include "vendor/ScreenModes.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>

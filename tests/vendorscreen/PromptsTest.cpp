@@ -1,5 +1,6 @@
 #include "common/Prompts.h"
-#include "app/Session.h"
+#include "data/ChartOfAccounts.h"
+#include "common/Session.h"
 #include "data/Databases.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
@@ -76,7 +77,8 @@ protected:
     void check(const QString &account)
     {
         session.messageText = account;
-        Prompts::checkGlAccount(dbs, dialogs, session);
+        ChartOfAccounts chart{dbs};
+        Prompts::checkGlAccount(chart, dialogs, session);
     }
 };
 

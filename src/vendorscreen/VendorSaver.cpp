@@ -1,7 +1,7 @@
-#include "vendor/VendorSaver.h"
+#include "vendorscreen/VendorSaver.h"
 
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
 #include "data/Databases.h"
@@ -9,9 +9,9 @@
 #include "data/Money.h"
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
-#include "vendor/ScreenModes.h"
-#include "vendor/VendorLayout.h"
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/VendorLayout.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include <QEventLoop>
 #include <QLabel>

@@ -1,5 +1,5 @@
-#include "vendor/FieldEntry.h"
-#include "app/Session.h"
+#include "vendorscreen/FieldEntry.h"
+#include "common/Session.h"
 #include "data/RecordSource.h"
 #include "support/VendorScreen.h"
 

@@ -1,8 +1,8 @@
-#include "vendor/VendorWindow.h"
+#include "vendorscreen/VendorWindow.h"
 
 #include "app/Closing.h"
-#include "app/Services.h"
-#include "app/Session.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "app/StaffRecords.h"
 #include "common/Colours.h"
 #include "common/ProgramRunner.h"
@@ -12,12 +12,12 @@
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
 #include "lists/VendorNotes.h"
-#include "vendor/FieldEntry.h"
-#include "vendor/ScreenModes.h"
-#include "vendor/VendorDisplay.h"
-#include "vendor/VendorLayout.h"
-#include "vendor/VendorLookup.h"
-#include "vendor/VendorSaver.h"
+#include "vendorscreen/FieldEntry.h"
+#include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/VendorDisplay.h"
+#include "vendorscreen/VendorLayout.h"
+#include "vendorscreen/VendorLookup.h"
+#include "vendorscreen/VendorSaver.h"
 
 #include <QAction>
 #include <QApplication>
@@ -388,7 +388,7 @@ void VendorWindow::help()
 
 void VendorWindow::showVersion()
 {
-    m_programs->runAndWait(m_staff->versionCommand(
+    m_programs->runAndWait(m_programs->versionCommand(
         QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()));
 }
 

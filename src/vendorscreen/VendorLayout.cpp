@@ -1,4 +1,4 @@
-#include "vendor/VendorLayout.h"
+#include "vendorscreen/VendorLayout.h"
 
 #include <QGridLayout>
 #include <QGroupBox>

@@ -1,5 +1,5 @@
-#include "vendor/VendorSaver.h"
-#include "app/Session.h"
+#include "vendorscreen/VendorSaver.h"
+#include "common/Session.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "support/VendorScreen.h"
