@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Fails when a source file includes from a folder above its own. The folders of src/ are layers,
 # bottom first; a folder may include from itself and from the folders before it, never after.
+# Usage: check-layers.sh [ROOT]   (ROOT: the checkout to check; default: this one)
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "${1:-$(dirname "$0")/..}"
 layers=(common data keysend lists reports utilities frmmisc vendorscreen app)
 rank() {
   local i

@@ -1,11 +1,10 @@
 #include "app/Closing.h"
 
+#include "app/StaffRecords.h"
 #include "common/Services.h"
 #include "common/Session.h"
-#include "app/StaffRecords.h"
 #include "data/Databases.h"
-#include "data/RecordSource.h"
-#include "vendorscreen/VendorWindow.h"
+#include "vendorscreen/StartupView.h"
 
 #include <QCoreApplication>
 
@@ -26,36 +25,26 @@ void step(int number, const char *what, const std::function<void()> &work)
     }
 }
 
-void detach(RecordSource &source)
-{
-    source.setRecordSource(QString());
-    source.setDatabaseName(QString());
-    source.refresh();
-}
 } // namespace
 
-void run(VendorWindow &window)
+void run(StartupView &view, Session &session, Services &services, StaffRecords &staff)
 {
-    if (!window.started())
+    if (!view.started())
         return;
-    step(1, "user-defined information window", [&] { window.closeUserFields(); });
+    step(1, "user-defined information window", [&] { view.closeUserFields(); });
     step(2, "staff location", [&] {
-        window.session().staffLocation = QStringLiteral("A/P Master");
-        window.staff().writeLocation();
+        session.staffLocation = QStringLiteral("A/P Master");
+        staff.writeLocation();
     });
     step(3, "release locks", [] {});
-    step(4, "detach record sources", [&] {
-        detach(window.datavendor());
-        detach(window.datachecks());
-        detach(window.datainvoice());
-    });
+    step(4, "detach record sources", [&] { view.releaseRecordSources(); });
     step(5, "events", [] { QCoreApplication::processEvents(); });
     step(6, "close databases", [&] {
-        window.closeAccountNames();
-        window.services().databases.closeAll();
+        view.closeAccountNames();
+        services.databases.closeAll();
         QCoreApplication::processEvents();
     });
-    step(7, "done", [&] { window.setStarted(false); });
+    step(7, "done", [&] { view.setStarted(false); });
 }
 
 } // namespace Closing

@@ -4,9 +4,12 @@
 
 Q_DECLARE_LOGGING_CATEGORY(lcClosing)
 
-class VendorWindow;
+class StaffRecords;
+class StartupView;
+struct Services;
+struct Session;
 
 // The steps that run when the vendor window closes; each step's errors are ignored.
 namespace Closing {
-void run(VendorWindow &window);
+void run(StartupView &view, Session &session, Services &services, StaffRecords &staff);
 }

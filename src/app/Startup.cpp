@@ -2,16 +2,16 @@
 
 #include "app/ModuleSettings.h"
 #include "app/PracticeColour.h"
-#include "common/Services.h"
-#include "common/Session.h"
 #include "app/SingleInstance.h"
 #include "app/StaffRecords.h"
 #include "app/UpdateGate.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
+#include "common/Services.h"
+#include "common/Session.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
-#include "vendorscreen/VendorWindow.h"
+#include "vendorscreen/StartupView.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -20,8 +20,10 @@
 
 Q_LOGGING_CATEGORY(lcStartup, "vendor.startup", QtWarningMsg)
 
-Startup::Startup(VendorWindow &window, const QString &lockFolder) :
-    m_window(window),
+Startup::Startup(StartupView &view, Session &session, Services &services, StaffRecords &staff,
+                 const QString &lockFolder) :
+    m_view(view),
+    m_session(session), m_services(services), m_staff(staff),
     m_instance(std::make_unique<SingleInstance>(lockFolder, QStringLiteral("VDR")))
 {
 }
@@ -35,8 +37,8 @@ void Startup::step(int number, const char *what)
 
 std::optional<int> Startup::run(const QString &argument)
 {
-    Session &session = m_window.session();
-    Services &services = m_window.services();
+    Session &session = m_session;
+    Services &services = m_services;
     Dialogs &dialogs = services.dialogs;
 
     step(1, "single instance");
@@ -46,12 +48,12 @@ std::optional<int> Startup::run(const QString &argument)
         return AlreadyRunning;
     }
     step(2, "topmost");
-    m_window.setTopmost(true);
+    m_view.setTopmost(true);
     step(3, "centre");
-    m_window.centreOnScreen();
+    m_view.centreOnScreen();
     step(4, "practice colour");
     if (const std::optional<int> colour = PracticeColour::forDataFolder())
-        m_window.setBackgroundColour(*colour);
+        m_view.setBackgroundColour(*colour);
     step(5, "update gate");
     UpdateGate::check(dialogs, session);
     if (session.messageText == QLatin1String("UPDREQ"))
@@ -69,23 +71,23 @@ std::optional<int> Startup::run(const QString &argument)
             break;
         }
         if (canadian)
-            m_window.useCanadianLabels();
+            m_view.useCanadianLabels();
     } catch (const DbError &error) {
         showErrorReport(dialogs, error);
         return DatabaseError;
     }
 
     step(7, "caption");
-    m_window.setWindowTitle(session.userName + QStringLiteral(" @ Vendors"));
+    m_view.setCaption(session.userName + QStringLiteral(" @ Vendors"));
     step(8, "grid widths");
-    m_window.rememberGridWidths();
+    m_view.rememberGridWidths();
     step(9, "menus by access level");
     applyAccessLevels();
 
     step(10, "staff location");
     session.staffLocation = QStringLiteral("Vendors");
     try {
-        m_window.staff().writeLocation();
+        m_staff.writeLocation();
     } catch (const DbError &error) {
         showErrorReport(dialogs, error);
     }
@@ -93,33 +95,33 @@ std::optional<int> Startup::run(const QString &argument)
     while (QGuiApplication::overrideCursor())
         QGuiApplication::restoreOverrideCursor();
     step(12, "show");
-    m_window.show();
+    m_view.showScreen();
 
     step(13, "open ap.mdb and gl.mdb");
     try {
         services.databases.open(QStringLiteral("ap.mdb"));
         services.databases.open(QStringLiteral("gl.mdb"));
-        m_window.openAccountNames();
+        m_view.openAccountNames();
     } catch (const DbError &error) {
         dialogs.message(error.text(), Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
-        m_window.hide();
+        m_view.hideScreen();
         leaveStaffRecord();
         return DatabaseError;
     }
     step(14, "idle");
     QCoreApplication::processEvents();
     step(15, "lookup");
-    m_window.setStarted(true);
-    m_window.openLookup();
+    m_view.setStarted(true);
+    m_view.openLookup();
     return std::nullopt;
 }
 
 // A start-up that fails after the location was written puts the user back where closing would.
 void Startup::leaveStaffRecord()
 {
-    m_window.session().staffLocation = QStringLiteral("A/P Master");
+    m_session.staffLocation = QStringLiteral("A/P Master");
     try {
-        m_window.staff().writeLocation();
+        m_staff.writeLocation();
     } catch (const DbError &error) {
         qCInfo(lcStartup).noquote() << "staff location not written back:" << error.text();
     }
@@ -127,13 +129,13 @@ void Startup::leaveStaffRecord()
 
 void Startup::applyAccessLevels()
 {
-    const Session &session = m_window.session();
+    const Session &session = m_session;
     if (session.userLevel < session.accessLevel[3])
-        m_window.action(QStringLiteral("mnurecalc"))->setEnabled(false);
+        m_view.action(QStringLiteral("mnurecalc"))->setEnabled(false);
     if (session.userLevel < session.accessLevel[1])
-        m_window.action(QStringLiteral("mnuchavennumber"))->setVisible(false);
+        m_view.action(QStringLiteral("mnuchavennumber"))->setVisible(false);
     if (session.userLevel >= session.accessLevel[3])
-        m_window.menu(QStringLiteral("eoy"))->menuAction()->setVisible(true);
+        m_view.menu(QStringLiteral("eoy"))->menuAction()->setVisible(true);
     if (session.userLevel == 99)
-        m_window.action(QStringLiteral("mnumergevendor"))->setEnabled(true);
+        m_view.action(QStringLiteral("mnumergevendor"))->setEnabled(true);
 }

@@ -9,7 +9,10 @@
 Q_DECLARE_LOGGING_CATEGORY(lcStartup)
 
 class SingleInstance;
-class VendorWindow;
+class StaffRecords;
+class StartupView;
+struct Services;
+struct Session;
 
 // The steps from loading the vendor window to showing it on the lookup panel.
 class Startup {
@@ -24,7 +27,8 @@ public:
     };
 
     // lockFolder is where the single-instance lock lives (the user's runtime folder).
-    Startup(VendorWindow &window, const QString &lockFolder);
+    Startup(StartupView &view, Session &session, Services &services, StaffRecords &staff,
+            const QString &lockFolder);
     ~Startup();
 
     // Runs the steps; returns the exit code when the program must end, nothing when it runs on.
@@ -35,6 +39,9 @@ private:
     void applyAccessLevels();
     void leaveStaffRecord();
 
-    VendorWindow &m_window;
+    StartupView &m_view;
+    Session &m_session;
+    Services &m_services;
+    StaffRecords &m_staff;
     std::unique_ptr<SingleInstance> m_instance;
 };

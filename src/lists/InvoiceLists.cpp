@@ -1,9 +1,9 @@
 #include "lists/InvoiceLists.h"
 
-#include "common/Services.h"
 #include "common/Clock.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
+#include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/EnterSwallower.h"
@@ -11,11 +11,10 @@
 #include "lists/ListQueries.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/RecordSourceModel.h"
-#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
-#include <QGroupBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -34,33 +33,26 @@ const char *const allowDelete = "allowDelete";
 const char *const allowUpdate = "allowUpdate";
 } // namespace
 
-InvoiceLists::InvoiceLists(VendorWindow &window) :
-    m_window(window), m_cursor(std::make_unique<RecordSource>(window.services().databases,
-                                                              QStringLiteral("listcursor")))
+InvoiceLists::InvoiceLists(const ListWidgets &widgets, Sources sources, OpenInvoiceTotals &totals,
+                           Databases &dbs, const Clock &clock, Dialogs &dialogs,
+                           StatusLine &status) :
+    m_w(widgets),
+    m_sources(sources), m_totals(totals), m_dialogs(dialogs), m_status(status),
+    m_cursor(std::make_unique<RecordSource>(dbs, QStringLiteral("listcursor")))
 {
-    const VendorWindow::Controls &c = window.controls();
-    auto today = [&clock = window.services().clock] { return clock.today(); };
+    auto today = [&clock] { return clock.today(); };
     m_invoiceModel =
-        new RecordSourceModel(window.datainvoice(), ListColumns::invoices(), today, c.grid1);
-    m_checkModel =
-        new RecordSourceModel(window.datachecks(), ListColumns::checks(), today, c.grid2);
-    auto *swallower = new EnterSwallower(&window);
-    for (QTableView *grid : {c.grid1, c.grid2}) {
-        grid->setModel(grid == c.grid1 ? m_invoiceModel : m_checkModel);
-        grid->installEventFilter(swallower);
+        new RecordSourceModel(sources.invoices, ListColumns::invoices(), today, m_w.grid1);
+    m_checkModel = new RecordSourceModel(sources.checks, ListColumns::checks(), today, m_w.grid2);
+    for (QTableView *grid : {m_w.grid1, m_w.grid2}) {
+        grid->setModel(grid == m_w.grid1 ? m_invoiceModel : m_checkModel);
+        grid->installEventFilter(new EnterSwallower(grid));
         grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
         grid->setWordWrap(false);
         grid->verticalHeader()->hide();
         grid->horizontalHeader()->setSectionsClickable(true);
     }
     setPermissions({});
-    // The cursor's statement must not outlive the databases the closing steps shut.
-    QObject::connect(&window, &VendorWindow::closing, &window, [this] {
-        m_cursor->setDatabaseName(QString());
-        m_cursor->setRecordSource(QString());
-        m_cursor->refresh();
-        m_cursorPending = false;
-    });
 }
 
 InvoiceLists::~InvoiceLists() = default;
@@ -72,6 +64,19 @@ RecordSource &InvoiceLists::cursor()
         m_cursor->refresh();
     }
     return *m_cursor;
+}
+
+void InvoiceLists::releaseCursor()
+{
+    m_cursor->setDatabaseName(QString());
+    m_cursor->setRecordSource(QString());
+    m_cursor->refresh();
+    m_cursorPending = false;
+}
+
+QString InvoiceLists::caption() const
+{
+    return m_w.gridcaption->text();
 }
 
 void InvoiceLists::showUnpaid()
@@ -91,14 +96,15 @@ void InvoiceLists::showChecks()
 
 void InvoiceLists::load(Kind kind)
 {
-    const VendorWindow::Controls &c = m_window.controls();
-    QPushButton *button = kind == Unpaid ? c.cmdunpaid : kind == Paid ? c.cmdpaid : c.cmdchecks;
+    QPushButton *button = kind == Unpaid ? m_w.cmdunpaid
+                          : kind == Paid ? m_w.cmdpaid
+                                         : m_w.cmdchecks;
     button->setEnabled(false);
-    if (Numbers::leading(c.Text1[0]->text()) >= 1) {
+    if (Numbers::leading(m_w.vendorNumber->text()) >= 1) {
         try {
             list(kind);
         } catch (const DbError &error) {
-            showErrorReport(m_window.services().dialogs, error);
+            showErrorReport(m_dialogs, error);
         }
     }
     button->setEnabled(true);
@@ -106,33 +112,31 @@ void InvoiceLists::load(Kind kind)
 
 void InvoiceLists::list(Kind kind)
 {
-    const VendorWindow::Controls &c = m_window.controls();
     const bool invoices = kind != Checks;
-    c.grid1->setVisible(invoices);
-    c.grid2->setVisible(!invoices);
+    m_w.grid1->setVisible(invoices);
+    m_w.grid2->setVisible(!invoices);
     if (kind == Unpaid)
         setPermissions({.addRows = false, .deleteRows = false, .editRows = true});
     else if (kind == Paid)
         setPermissions({});
-    c.notes->hide();
-    c.frasplit->hide();
-    c.cmdsplit->setText(QStringLiteral("Show Split Detail"));
+    m_w.notes->hide();
+    m_w.frasplit->hide();
+    m_w.cmdsplit->setText(QStringLiteral("Show Split Detail"));
 
-    ScreenState &state = m_window.state();
-    state.listVendor = Numbers::leadingWhole(c.Text1[0]->text());
-    state.listKind = kind;
+    m_vendor = Numbers::leadingWhole(m_w.vendorNumber->text());
+    m_kind = kind;
     if (kind == Unpaid)
-        m_window.totals().compute();
+        m_totals.compute();
 
-    const bool oldToNew = c.optsort[0]->isChecked();
-    const QString statement = kind == Unpaid ? ListQueries::unpaid(state.listVendor, oldToNew)
-                              : kind == Paid ? ListQueries::paid(state.listVendor, oldToNew)
-                                             : ListQueries::checks(state.listVendor, oldToNew);
-    requery(statement, invoices ? m_window.datainvoice() : m_window.datachecks(), true);
+    const bool oldToNew = m_w.oldToNew->isChecked();
+    const QString statement = kind == Unpaid ? ListQueries::unpaid(m_vendor, oldToNew)
+                              : kind == Paid ? ListQueries::paid(m_vendor, oldToNew)
+                                             : ListQueries::checks(m_vendor, oldToNew);
+    requery(statement, invoices ? m_sources.invoices : m_sources.checks, true);
 
-    m_window.setGridCaption(kind == Unpaid ? unpaidCaption
-                            : kind == Paid ? paidCaption
-                                           : checksCaption);
+    m_w.gridcaption->setText(kind == Unpaid ? unpaidCaption
+                             : kind == Paid ? paidCaption
+                                            : checksCaption);
     if (invoices)
         fitInvoiceColumns();
 }
@@ -150,31 +154,30 @@ void InvoiceLists::requery(const QString &statement, RecordSource &source, bool 
     if (bindFile)
         source.setDatabaseName(apFile);
     source.setRecordSource(statement);
-    m_window.state().listQuery = statement;
+    m_query = statement;
     source.refresh();
     QCoreApplication::processEvents();
 }
 
 void InvoiceLists::refreshOpenList()
 {
-    const VendorWindow::Controls &c = m_window.controls();
-    if (!c.grid1->isHidden() && m_window.gridCaption() == unpaidCaption)
+    if (!m_w.grid1->isHidden() && caption() == unpaidCaption)
         showUnpaid();
-    else if (!c.grid1->isHidden() && m_window.gridCaption() == paidCaption)
+    else if (!m_w.grid1->isHidden() && caption() == paidCaption)
         showPaid();
-    else if (!c.grid2->isHidden())
+    else if (!m_w.grid2->isHidden())
         showChecks();
 }
 
 void InvoiceLists::refreshChecksIfShown()
 {
-    if (!m_window.controls().grid2->isHidden())
+    if (!m_w.grid2->isHidden())
         showChecks();
 }
 
 QString InvoiceLists::vendorAsWritten() const
 {
-    return Numbers::plain(Numbers::leading(m_window.controls().Text1[0]->text()));
+    return Numbers::plain(Numbers::leading(m_w.vendorNumber->text()));
 }
 
 void InvoiceLists::resortInvoices(int column)
@@ -182,9 +185,9 @@ void InvoiceLists::resortInvoices(int column)
     if (column < 0)
         return;
     const QString label = m_invoiceModel->caption(column);
-    m_window.setStatus(QStringLiteral("Re-sorting by ") + label);
-    resort(label, ListQueries::invoiceResort(vendorAsWritten(), m_window.gridCaption(), column),
-           m_window.datainvoice());
+    m_status.show(QStringLiteral("Re-sorting by ") + label);
+    resort(label, ListQueries::invoiceResort(vendorAsWritten(), caption(), column),
+           m_sources.invoices);
 }
 
 void InvoiceLists::resortChecks(int column)
@@ -192,8 +195,8 @@ void InvoiceLists::resortChecks(int column)
     if (column < 0)
         return;
     const QString label = m_checkModel->caption(column);
-    m_window.setStatus(QStringLiteral("Re-sorting by ") + label);
-    resort(label, ListQueries::checkResort(vendorAsWritten(), column), m_window.datachecks());
+    m_status.show(QStringLiteral("Re-sorting by ") + label);
+    resort(label, ListQueries::checkResort(vendorAsWritten(), column), m_sources.checks);
 }
 
 void InvoiceLists::resort(const QString &label, const std::optional<QString> &statement,
@@ -201,21 +204,21 @@ void InvoiceLists::resort(const QString &label, const std::optional<QString> &st
 {
     if (!statement) {
         // A column the list cannot be sorted on: the order stays as it is.
-        m_window.setStatus(QString());
+        m_status.show(QString());
         return;
     }
     try {
         requery(*statement, source, false);
     } catch (const DbError &error) {
-        showErrorReport(m_window.services().dialogs, error);
+        showErrorReport(m_dialogs, error);
         return;
     }
-    m_window.setStatus(QStringLiteral("Sorted by ") + label);
+    m_status.show(QStringLiteral("Sorted by ") + label);
 }
 
 InvoiceLists::RowEditPermissions InvoiceLists::invoicePermissions() const
 {
-    const QTableView *grid = m_window.controls().grid1;
+    const QTableView *grid = m_w.grid1;
     return {.addRows = grid->property(allowAddNew).toBool(),
             .deleteRows = grid->property(allowDelete).toBool(),
             .editRows = grid->property(allowUpdate).toBool()};
@@ -224,7 +227,7 @@ InvoiceLists::RowEditPermissions InvoiceLists::invoicePermissions() const
 void InvoiceLists::setPermissions(const RowEditPermissions &permissions)
 {
     // Kept as the grid's options only: this screen never edits an invoice in the grid.
-    QTableView *grid = m_window.controls().grid1;
+    QTableView *grid = m_w.grid1;
     grid->setProperty(allowAddNew, permissions.addRows);
     grid->setProperty(allowDelete, permissions.deleteRows);
     grid->setProperty(allowUpdate, permissions.editRows);
@@ -233,22 +236,22 @@ void InvoiceLists::setPermissions(const RowEditPermissions &permissions)
 void InvoiceLists::fitColumns()
 {
     fitInvoiceColumns();
-    fit(m_window.controls().grid2, m_window.grid2DesignWidth(), m_window.grid2DesignColumns());
+    fit(m_w.grid2, ListColumns::checks());
 }
 
 void InvoiceLists::fitInvoiceColumns()
 {
-    fit(m_window.controls().grid1, m_window.grid1DesignWidth(), m_window.grid1DesignColumns());
+    fit(m_w.grid1, ListColumns::invoices());
 }
 
-void InvoiceLists::fit(QTableView *grid, int designWidth, std::span<const int> designColumns)
+void InvoiceLists::fit(QTableView *grid, std::span<const ListColumn> columns) const
 {
-    if (designWidth <= 0)
+    if (!m_fitting)
         return;
     // A hidden grid has not been laid out; it will take the width of the list area it sits in.
     const QWidget *area = grid->parentWidget();
     const long long width = grid->isHidden() && area ? area->width() : grid->width();
-    for (size_t i = 0; i < designColumns.size(); ++i)
-        grid->setColumnWidth(static_cast<int>(i),
-                             static_cast<int>(width * designColumns[i] / designWidth));
+    for (size_t i = 0; i < columns.size(); ++i)
+        grid->setColumnWidth(static_cast<int>(i), static_cast<int>(width * columns[i].designWidth /
+                                                                   ListColumns::designGridWidth));
 }

@@ -1,22 +1,27 @@
 #pragma once
 
+#include "lists/ListWidgets.h"
+
 #include <QString>
 
 #include <memory>
 #include <optional>
 #include <span>
 
-class QPushButton;
-class QTableView;
+class Clock;
+class Databases;
+class Dialogs;
+class OpenInvoiceTotals;
 class RecordSource;
 class RecordSourceModel;
-class VendorWindow;
+class StatusLine;
+struct ListColumn;
 
 // The unpaid-invoice, paid-invoice and check lists under the vendor, their re-sorting by a
 // heading click and the proportional column widths.
 class InvoiceLists {
 public:
-    enum Kind { Unpaid = 1, Paid = 2, Checks = 3 };
+    enum Kind { None = 0, Unpaid = 1, Paid = 2, Checks = 3 };
 
     // What the user may do to the rows of the invoice grid; each invoice list sets it.
     struct RowEditPermissions {
@@ -25,7 +30,13 @@ public:
         bool editRows = false;
     };
 
-    explicit InvoiceLists(VendorWindow &window);
+    struct Sources {
+        RecordSource &invoices; // datainvoice, shown in grid1
+        RecordSource &checks;   // datachecks, shown in grid2
+    };
+
+    InvoiceLists(const ListWidgets &widgets, Sources sources, OpenInvoiceTotals &totals,
+                 Databases &dbs, const Clock &clock, Dialogs &dialogs, StatusLine &status);
     ~InvoiceLists();
     InvoiceLists(const InvoiceLists &) = delete;
     InvoiceLists &operator=(const InvoiceLists &) = delete;
@@ -39,8 +50,17 @@ public:
     void refreshChecksIfShown();
     void resortInvoices(int column);
     void resortChecks(int column);
-    // Every column keeps its design-time share of the grid's width.
+    // From now on every column keeps its design-time share of the grid's width.
+    void rememberDesignWidths() { m_fitting = true; }
     void fitColumns();
+    // Lets go of the list cursor's statement (before the databases close).
+    void releaseCursor();
+
+    // What the screen keeps while a list is shown.
+    Kind kind() const { return m_kind; }
+    long vendor() const { return m_vendor; }
+    QString query() const { return m_query; }
+    QString caption() const;
 
     // A recordset opened with the statement of each list and re-sort; the split detail
     // searches it. The statement runs on first use after a list is loaded.
@@ -58,11 +78,19 @@ private:
     void resort(const QString &label, const std::optional<QString> &statement,
                 RecordSource &source);
     QString vendorAsWritten() const;
-    static void fit(QTableView *grid, int designWidth, std::span<const int> designColumns);
+    void fit(QTableView *grid, std::span<const ListColumn> columns) const;
 
-    VendorWindow &m_window;
+    ListWidgets m_w;
+    Sources m_sources;
+    OpenInvoiceTotals &m_totals;
+    Dialogs &m_dialogs;
+    StatusLine &m_status;
     std::unique_ptr<RecordSource> m_cursor;
     bool m_cursorPending = false;
+    bool m_fitting = false;
     RecordSourceModel *m_invoiceModel = nullptr;
     RecordSourceModel *m_checkModel = nullptr;
+    Kind m_kind = None;
+    long m_vendor = 0;
+    QString m_query;
 };

@@ -19,9 +19,12 @@ struct ListColumn {
     QString caption;
     QString field;
     Kind kind = Kind::Text;
+    int designWidth = 0; // the column's width on the grid as designed
 };
 
 namespace ListColumns {
+// The width both grids were designed at; the columns leave room for the frame and scroll bar.
+inline constexpr int designGridWidth = 950;
 // The 11 invoice columns; 0 invoice number, 1 date and 5 check number are read back by position.
 const std::vector<ListColumn> &invoices();
 // The 9 check columns.

@@ -1,17 +1,33 @@
 #pragma once
 
-class VendorWindow;
+class Clock;
+class Databases;
+class QLineEdit;
+class StatusLine;
 
-// The vendor's open-invoice total and this year's invoiced total, kept on the screen's state
-// for the display and the save.
+// The vendor's open-invoice total and this year's invoiced total, kept for the display and the
+// save. They outlive one display on purpose: the display stamps the previous vendor's totals.
 class OpenInvoiceTotals {
 public:
-    explicit OpenInvoiceTotals(VendorWindow &window) : m_window(window) {}
+    OpenInvoiceTotals(const QLineEdit *vendorNumber, Databases &dbs, const Clock &clock,
+                      StatusLine &status) :
+        m_vendorNumber(vendorNumber),
+        m_dbs(dbs), m_clock(clock), m_status(status)
+    {
+    }
 
-    // Computes both totals for the vendor number in the first vendor field. A number below 1
+    // Computes both totals for the vendor number in the vendor-number field. A number below 1
     // leaves the totals as they were (and the status line on its retrieving message).
     void compute();
 
+    double openTotal() const { return m_openTotal; }
+    double yearTotal() const { return m_yearTotal; }
+
 private:
-    VendorWindow &m_window;
+    const QLineEdit *m_vendorNumber;
+    Databases &m_dbs;
+    const Clock &m_clock;
+    StatusLine &m_status;
+    double m_openTotal = 0.0;
+    double m_yearTotal = 0.0;
 };

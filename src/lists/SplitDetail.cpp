@@ -1,6 +1,5 @@
 #include "lists/SplitDetail.h"
 
-#include "common/Services.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "data/DbError.h"
@@ -9,7 +8,6 @@
 #include "lists/ListFormats.h"
 #include "lists/ListQueries.h"
 #include "lists/RecordSourceModel.h"
-#include "vendorscreen/VendorWindow.h"
 
 #include <QGroupBox>
 #include <QLineEdit>
@@ -20,25 +18,24 @@
 
 void SplitDetail::toggle()
 {
-    const VendorWindow::Controls &c = m_window.controls();
-    c.cmdsplit->setEnabled(false);
-    if (Numbers::leading(c.Text1[0]->text()) >= 1) {
+    m_w.cmdsplit->setEnabled(false);
+    if (Numbers::leading(m_w.vendorNumber->text()) >= 1) {
         try {
             run();
         } catch (const DbError &error) {
-            showErrorReport(m_window.services().dialogs, error);
+            showErrorReport(m_dialogs, error);
         }
     }
-    c.cmdsplit->setEnabled(true);
+    m_w.cmdsplit->setEnabled(true);
 }
 
 void SplitDetail::rowActivated(int row)
 {
-    m_window.controls().grid1->selectRow(row);
+    m_w.grid1->selectRow(row);
     try {
         findSelected();
     } catch (const DbError &error) {
-        showErrorReport(m_window.services().dialogs, error);
+        showErrorReport(m_dialogs, error);
         return;
     }
     toggle();
@@ -46,21 +43,20 @@ void SplitDetail::rowActivated(int row)
 
 void SplitDetail::run()
 {
-    const VendorWindow::Controls &c = m_window.controls();
-    RecordSource &cursor = m_window.lists().cursor();
-    if (c.grid1->isHidden() || !cursor.isBound() || !cursor.hasRecords())
+    RecordSource &cursor = m_lists.cursor();
+    if (m_w.grid1->isHidden() || !cursor.isBound() || !cursor.hasRecords())
         return;
-    c.List1->clear();
-    c.List2->clear();
-    c.List3->clear();
+    m_panel.List1->clear();
+    m_panel.List2->clear();
+    m_panel.List3->clear();
     place();
-    if (!c.frasplit->isHidden()) {
-        c.frasplit->hide();
-        c.cmdsplit->setText(QStringLiteral("Show Split Detail"));
+    if (!m_panel.frasplit->isHidden()) {
+        m_panel.frasplit->hide();
+        m_w.cmdsplit->setText(QStringLiteral("Show Split Detail"));
     } else {
-        c.frasplit->show();
-        c.frasplit->raise();
-        c.cmdsplit->setText(QStringLiteral("Hide Split Detail"));
+        m_panel.frasplit->show();
+        m_panel.frasplit->raise();
+        m_w.cmdsplit->setText(QStringLiteral("Hide Split Detail"));
     }
     // When no invoice matches (the row has gone since the list was read), the panel stays
     // empty rather than showing the distribution of another invoice.
@@ -73,13 +69,14 @@ void SplitDetail::run()
 
 void SplitDetail::place()
 {
-    QGroupBox *panel = m_window.controls().frasplit;
-    panel->move((m_window.width() - panel->width()) / 2, (m_window.height() - panel->height()) / 3);
+    QGroupBox *panel = m_panel.frasplit;
+    const QWidget *screen = panel->window();
+    panel->move((screen->width() - panel->width()) / 2, (screen->height() - panel->height()) / 3);
 }
 
 bool SplitDetail::findSelected()
 {
-    RecordSource &cursor = m_window.lists().cursor();
+    RecordSource &cursor = m_lists.cursor();
     if (!cursor.isBound() || !cursor.hasRecords())
         return false;
     cursor.moveFirst();
@@ -88,7 +85,7 @@ bool SplitDetail::findSelected()
 
 QString SplitDetail::selectedCriterion() const
 {
-    const QTableView *grid = m_window.controls().grid1;
+    const QTableView *grid = m_w.grid1;
     const QAbstractItemModel *model = grid->model();
     // Before the user picks a row the grid stands on its first one.
     const int row = grid->currentIndex().isValid() ? grid->currentIndex().row() : 0;
@@ -107,14 +104,13 @@ void SplitDetail::showLine(const QSqlRecord &invoice, int line)
     const double account = invoice.value(QStringLiteral("splitgl%1").arg(line)).toDouble();
     if (account < 1.0)
         return;
-    const VendorWindow::Controls &c = m_window.controls();
-    c.List1->addItem(ListFormats::accountNumber(account));
+    m_panel.List1->addItem(ListFormats::accountNumber(account));
     // A number missing from the chart of accounts leaves the snapshot on its first record, and
     // that record's name is shown.
-    RecordSource &accounts = m_window.glaccounts();
+    RecordSource &accounts = m_accounts;
     accounts.moveFirst();
     accounts.findFirst(QStringLiteral("glacctnum = ") + Numbers::plain(account));
-    c.List3->addItem(accounts.value(QStringLiteral("glacctname")).toString());
-    c.List2->addItem(
+    m_panel.List3->addItem(accounts.value(QStringLiteral("glacctname")).toString());
+    m_panel.List2->addItem(
         ListFormats::currency(invoice.value(QStringLiteral("splitamt%1").arg(line)).toDouble()));
 }

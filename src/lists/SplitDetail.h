@@ -1,14 +1,34 @@
 #pragma once
 
+#include "lists/ListWidgets.h"
+
 #include <QString>
 
+class Dialogs;
+class InvoiceLists;
+class QGroupBox;
+class QListWidget;
 class QSqlRecord;
-class VendorWindow;
+class RecordSource;
 
 // The split distribution of the invoice in the selected row: account numbers, names, amounts.
 class SplitDetail {
 public:
-    explicit SplitDetail(VendorWindow &window) : m_window(window) {}
+    // The panel and its three lists, filled in step with one another.
+    struct Panel {
+        QGroupBox *frasplit = nullptr;
+        QListWidget *List1 = nullptr; // account numbers
+        QListWidget *List3 = nullptr; // account names
+        QListWidget *List2 = nullptr; // amounts
+    };
+
+    // accounts: the read-only snapshot of the chart of accounts (number and name).
+    SplitDetail(const ListWidgets &widgets, const Panel &panel, InvoiceLists &lists,
+                RecordSource &accounts, Dialogs &dialogs) :
+        m_w(widgets),
+        m_panel(panel), m_lists(lists), m_accounts(accounts), m_dialogs(dialogs)
+    {
+    }
 
     // The split button: opens the panel for the selected row, or closes it.
     void toggle();
@@ -23,5 +43,9 @@ private:
     QString selectedCriterion() const;
     void showLine(const QSqlRecord &invoice, int line);
 
-    VendorWindow &m_window;
+    ListWidgets m_w;
+    Panel m_panel;
+    InvoiceLists &m_lists;
+    RecordSource &m_accounts;
+    Dialogs &m_dialogs;
 };

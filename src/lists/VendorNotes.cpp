@@ -1,64 +1,109 @@
 #include "lists/VendorNotes.h"
 
-#include "common/Services.h"
 #include "common/Colours.h"
 #include "common/Numbers.h"
 #include "data/Databases.h"
-#include "vendorscreen/VendorWindow.h"
 
 #include <QCoreApplication>
-#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSqlQuery>
 #include <QTableView>
 
-void VendorNotes::show()
+VendorNotes::VendorNotes(const ListWidgets &widgets, Databases &dbs, QObject *parent) :
+    QObject(parent), m_w(widgets), m_dbs(dbs)
 {
-    const auto &c = m_window.controls();
-    c.cmdnotes->setEnabled(false);
-    const long long number = Numbers::leadingWhole(c.Text1[0]->text());
-    if (number < 1) {
-        c.cmdnotes->setEnabled(true);
-        return;
+    m_w.notes->installEventFilter(this);
+}
+
+namespace {
+// Disables a button while a handler runs and enables it again however the handler ends.
+class DisabledWhileRunning {
+public:
+    explicit DisabledWhileRunning(QPushButton *button) : m_button(button)
+    {
+        m_button->setEnabled(false);
     }
-    c.grid1->hide();
-    c.grid2->hide();
-    c.frasplit->hide();
-    c.cmdsplit->setText(QStringLiteral("Show Split Detail"));
-    c.notes->show();
-    QSqlQuery q = m_window.services().databases.select(
-        QStringLiteral("ap.mdb"),
-        QStringLiteral("select * from vendnotes where vendnumber = ") + QString::number(number));
-    ScreenState &state = m_window.state();
-    state.notesVendor = number;
-    state.notesRecalled = q.next() ? q.value(QStringLiteral("notes")) : QVariant();
+    ~DisabledWhileRunning() { m_button->setEnabled(true); }
+    DisabledWhileRunning(const DisabledWhileRunning &) = delete;
+    DisabledWhileRunning &operator=(const DisabledWhileRunning &) = delete;
+
+private:
+    QPushButton *m_button;
+};
+} // namespace
+
+void VendorNotes::show(bool editing)
+{
+    const DisabledWhileRunning running(m_w.cmdnotes);
+    const long long number = Numbers::leadingWhole(m_w.vendorNumber->text());
+    if (number < 1)
+        return;
+    m_w.grid1->hide();
+    m_w.grid2->hide();
+    m_w.frasplit->hide();
+    m_w.cmdsplit->setText(QStringLiteral("Show Split Detail"));
+    // The caption over the box names what it shows, not the list it took the place of.
+    m_w.gridcaption->setText(QStringLiteral("Notes"));
+    m_w.notes->show();
+    QSqlQuery q = m_dbs.select(QStringLiteral("ap.mdb"),
+                               QStringLiteral("select * from vendnotes where vendnumber = ") +
+                                   QString::number(number));
+    m_recalledVendor = number;
+    m_recalled = q.next() ? q.value(QStringLiteral("notes")) : QVariant();
     if (!q.isValid()) {
-        c.notes->clear();
-        if (state.modifyFlag == 1 || state.addFlag == 1) {
-            c.notes->setEnabled(true);
-            c.notes->setFocus();
+        m_w.notes->clear();
+        if (editing) {
+            m_w.notes->setEnabled(true);
+            m_w.notes->setFocus();
         }
     } else {
-        c.notes->setPlainText(state.notesRecalled.toString());
+        m_w.notes->setPlainText(m_recalled.toString());
     }
     q.finish();
     QCoreApplication::processEvents();
-    c.cmdnotes->setEnabled(true);
 }
 
 void VendorNotes::focused()
 {
-    Colours::setEntryBackground(m_window.controls().notes, Colours::yellow);
+    Colours::setEntryBackground(m_w.notes, Colours::yellow);
 }
 
 void VendorNotes::left()
 {
-    Colours::setEntryBackground(m_window.controls().notes, Colours::white);
+    Colours::setEntryBackground(m_w.notes, Colours::white);
 }
 
 void VendorNotes::keyTyped()
 {
-    m_window.state().notesChanged = 1;
+    m_changed = true;
+}
+
+QString VendorNotes::text() const
+{
+    return m_w.notes->toPlainText();
+}
+
+void VendorNotes::forget()
+{
+    m_changed = false;
+    m_recalledVendor = -1;
+    m_recalled = QVariant();
+}
+
+bool VendorNotes::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_w.notes) {
+        if (event->type() == QEvent::FocusIn)
+            focused();
+        else if (event->type() == QEvent::FocusOut)
+            left();
+        else if (event->type() == QEvent::KeyPress &&
+                 !static_cast<QKeyEvent *>(event)->text().isEmpty())
+            keyTyped();
+    }
+    return QObject::eventFilter(watched, event);
 }

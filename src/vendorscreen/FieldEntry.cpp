@@ -1,17 +1,17 @@
 #include "vendorscreen/FieldEntry.h"
 
-#include "common/Services.h"
-#include "common/Session.h"
 #include "common/Colours.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "common/ProgramRunner.h"
 #include "common/Prompts.h"
-#include "data/ChartOfAccounts.h"
+#include "common/Session.h"
+#include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
-#include "vendorscreen/VendorWindow.h"
+#include "vendorscreen/ScreenState.h"
+#include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QEvent>
 #include <QKeyEvent>
@@ -29,91 +29,79 @@ int functionKeyNumber(int key)
         return key - Qt::Key_F1 + 1;
     return 0;
 }
+
 } // namespace
 
-FieldEntry::FieldEntry(VendorWindow &window, KeySending sendKeys) :
-    QObject(&window), m_window(window), m_sendKeys(std::move(sendKeys))
+FieldEntry::FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors, ScreenState &state,
+                       Session &session, Dialogs &dialogs, AccountLookup &accounts,
+                       ProgramRunner &programs, StatusLine &status, KeySending sendKeys,
+                       QObject *parent) :
+    QObject(parent),
+    m_fields(fields), m_vendors(vendors), m_state(state), m_session(session), m_dialogs(dialogs),
+    m_accounts(accounts), m_programs(programs), m_status(status), m_sendKeys(std::move(sendKeys))
 {
-    for (QLineEdit *field : m_window.controls().Text1)
-        field->installEventFilter(this);
-}
-
-QString FieldEntry::prompt(int index)
-{
-    static const char *prompts[] = {
-        "Vendor numbers must be between 0 - 99999",
-        "Vendor name is limited to 30 characters",
-        "Address 1, Address 2 and City are limited to 30 characters each",
-        "Address 1, Address 2 and City are limited to 30 characters each",
-        "Address 1, Address 2 and City are limited to 30 characters each",
-        "Type the 2-character abbreviation for the state",
-        "Type the ZIP code in XXXXX-XXXX format",
-        "Type the telephone number in XXX-XXX-XXXX format",
-        "Type the fax telephone number in XXX-XXX-XXXX format",
-        "Type the name of the person who is your contact at this company",
-        "Type the federal tax ID#",
-        "Available types:  0=None   1=1099-MISC   2=1099-INT   3=1099-DIV   5-1099-NEC",
-        "Type the G/L account to which payments made to this company are posted",
-        "Type the year-to-date purchases you have made with this company (no dollar signs, please)",
-        "Type the current outstanding balance with this company",
-        "Type the 60-day outstanding balance with this company",
-        "Type the 90+ day outstanding balance with this company",
-        "Type the terms you have with this company",
-        "Type the account number assigned to you by this vendor",
-    };
-    return index >= 0 && index <= 18 ? QString::fromLatin1(prompts[index]) : QString();
-}
-
-void FieldEntry::focused(int index)
-{
-    const auto &field = m_window.controls().Text1;
-    Colours::setEntryBackground(field[index], Colours::yellow);
-    if (index == 0) {
-        // Rebinding to the whole table is what the duplicate-number check searches; it also
-        // puts the record source back on its first row, in every mode.
-        RecordSource &source = m_window.datavendor();
-        source.setDatabaseName(QStringLiteral("ap.mdb"));
-        source.setRecordSource(QStringLiteral("vendors"));
-        try {
-            source.refresh();
-            // In modify mode the save writes over the record the source stands on: keep it on
-            // the vendor being edited rather than on the table's first vendor.
-            const QSqlRecord &recalled = m_window.state().recalled;
-            if (m_window.state().modifyFlag == 1 && !recalled.isEmpty())
-                source.findFirst(
-                    QStringLiteral("vendnumber = ") +
-                    QString::number(recalled.value(QStringLiteral("vendnumber")).toLongLong()));
-        } catch (const DbError &error) {
-            showErrorReport(m_window.services().dialogs, error);
-        }
-        field[0]->clear();
+    for (const VendorFieldSpec &spec : VendorFields::all()) {
+        QLineEdit *box = m_fields.box(spec.field);
+        box->setProperty("index", indexOf(spec.field));
+        box->installEventFilter(this);
     }
-    if (index == 12 && m_window.state().addFlag == 1)
-        field[12]->clear();
-    const QString text = prompt(index);
-    if (!text.isEmpty())
-        m_window.setStatus(text);
 }
 
-bool FieldEntry::keyDown(int index, int key)
+// Rebinding to the whole table is what the duplicate-number check searches; it also puts the
+// record source back on its first row, in every mode.
+void FieldEntry::rebindToWholeFile()
 {
-    QLineEdit *field = m_window.controls().Text1[index];
-    if (key == Qt::Key_F5 && index == 0)
-        m_window.programs().runAndWait(QStringLiteral("venlookp.exe"));
-    if (key == Qt::Key_F5 && index == 12)
-        m_window.programs().runAndWait(QStringLiteral("gllookup.exe"));
+    m_vendors.setDatabaseName(QStringLiteral("ap.mdb"));
+    m_vendors.setRecordSource(QStringLiteral("vendors"));
+    try {
+        m_vendors.refresh();
+        // In modify mode the save writes over the record the source stands on: keep it on the
+        // vendor being edited rather than on the table's first vendor.
+        const QSqlRecord &recalled = m_state.recalled;
+        if (m_state.modifyFlag == 1 && !recalled.isEmpty())
+            m_vendors.findFirst(
+                QStringLiteral("vendnumber = ") +
+                QString::number(recalled.value(QStringLiteral("vendnumber")).toLongLong()));
+    } catch (const DbError &error) {
+        showErrorReport(m_dialogs, error);
+    }
+}
+
+void FieldEntry::focused(VendorField field)
+{
+    Colours::setEntryBackground(m_fields.box(field), Colours::yellow);
+    if (field == VendorField::Number) {
+        rebindToWholeFile();
+        m_fields.box(field)->clear();
+    }
+    if (field == VendorField::GlAccount && m_state.addFlag == 1)
+        m_fields.box(field)->clear();
+    const QString text = VendorFields::prompt(field);
+    if (!text.isEmpty())
+        m_status.show(text);
+}
+
+bool FieldEntry::keyDown(VendorField field, int key)
+{
+    QLineEdit *box = m_fields.box(field);
+    if (key == Qt::Key_F5 && field == VendorField::Number)
+        m_programs.runAndWait(QStringLiteral("venlookp.exe"));
+    if (key == Qt::Key_F5 && field == VendorField::GlAccount)
+        m_programs.runAndWait(QStringLiteral("gllookup.exe"));
     const int number = functionKeyNumber(key);
-    const QString text = number ? m_window.session().functionKeyText[number] : QString();
+    const QString text = number ? m_session.functionKeyText[number] : QString();
     if (text.isEmpty())
         return key == Qt::Key_F5;
-    if (index >= 4 && index <= 6)
-        field->setText(text);
-    else if (index == 7 || index == 8)
-        field->setText(text + field->text());
+    // City, state and ZIP take a function key's text in place of theirs; the two telephone
+    // numbers take it in front (an area code, say).
+    if (field == VendorField::City || field == VendorField::State || field == VendorField::Zip)
+        box->setText(text);
+    else if (field == VendorField::Phone || field == VendorField::Fax)
+        box->setText(text + box->text());
     return true;
 }
 
-bool FieldEntry::typed(int, QChar character)
+bool FieldEntry::typed(VendorField, QChar character)
 {
     if (character != QLatin1Char('\r'))
         return false;
@@ -121,52 +109,52 @@ bool FieldEntry::typed(int, QChar character)
     return true;
 }
 
-void FieldEntry::holdFocus(int index)
+void FieldEntry::holdFocus(VendorField field)
 {
-    QLineEdit *field = m_window.controls().Text1[index];
+    QLineEdit *box = m_fields.box(field);
     // After the event that took the focus away has finished.
-    QTimer::singleShot(0, field, [field] { field->setFocus(Qt::OtherFocusReason); });
+    QTimer::singleShot(0, box, [box] { box->setFocus(Qt::OtherFocusReason); });
 }
 
-void FieldEntry::left(int index)
+void FieldEntry::refuseNumberTaken()
 {
-    const auto &field = m_window.controls().Text1;
-    Colours::setEntryBackground(field[index], Colours::white);
-    Session &session = m_window.session();
-    Dialogs &dialogs = m_window.services().dialogs;
+    const QString number =
+        QString::number(Numbers::leadingWhole(m_fields.text(VendorField::Number)));
+    if (!m_vendors.findFirst(QStringLiteral("vendnumber = ") + number))
+        return;
+    m_dialogs.message(QStringLiteral("This vendor number belongs to \n") +
+                          m_vendors.value(QStringLiteral("vendname")).toString() +
+                          QStringLiteral("\nPlease try again."),
+                      Dialogs::Icon::Information, QStringLiteral("New Vendor Number"));
+    holdFocus(VendorField::Number);
+}
+
+void FieldEntry::left(VendorField field)
+{
+    Colours::setEntryBackground(m_fields.box(field), Colours::white);
     try {
-        if (index == 6)
-            field[6]->setText(field[6]->text().toUpper());
-        if (index == 12) {
-            session.messageText = field[12]->text();
-            ChartOfAccounts chart(m_window.services().databases);
-            Prompts::checkGlAccount(chart, dialogs, session);
-            if (session.messageText == QLatin1String("REDO"))
-                holdFocus(12);
+        if (field == VendorField::Zip)
+            m_fields.box(field)->setText(m_fields.text(field).toUpper());
+        if (field == VendorField::GlAccount) {
+            m_session.messageText = m_fields.text(field);
+            Prompts::checkGlAccount(m_accounts, m_dialogs, m_session);
+            if (m_session.messageText == QLatin1String("REDO"))
+                holdFocus(field);
         }
-        RecordSource &source = m_window.datavendor();
-        if (index == 0 && m_window.state().addFlag == 1 && source.isBound() &&
-            source.hasRecords()) {
-            const QString number = QString::number(Numbers::leadingWhole(field[0]->text()));
-            if (source.findFirst(QStringLiteral("vendnumber = ") + number)) {
-                dialogs.message(QStringLiteral("This vendor number belongs to \n") +
-                                    source.value(QStringLiteral("vendname")).toString() +
-                                    QStringLiteral("\nPlease try again."),
-                                Dialogs::Icon::Information, QStringLiteral("New Vendor Number"));
-                holdFocus(0);
-            }
-        }
+        if (field == VendorField::Number && m_state.addFlag == 1 && m_vendors.isBound() &&
+            m_vendors.hasRecords())
+            refuseNumberTaken();
     } catch (const DbError &error) {
-        showErrorReport(dialogs, error);
+        showErrorReport(m_dialogs, error);
     }
 }
 
 bool FieldEntry::eventFilter(QObject *watched, QEvent *event)
 {
-    auto *field = qobject_cast<QLineEdit *>(watched);
-    if (!field)
+    auto *box = qobject_cast<QLineEdit *>(watched);
+    if (!box)
         return false;
-    const int index = field->property("index").toInt();
+    const auto field = static_cast<VendorField>(box->property("index").toInt());
     switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::FocusOut: {
@@ -175,17 +163,17 @@ bool FieldEntry::eventFilter(QObject *watched, QEvent *event)
         if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason)
             break;
         if (event->type() == QEvent::FocusIn)
-            focused(index);
+            focused(field);
         else
-            left(index);
+            left(field);
         break;
     }
     case QEvent::KeyPress: {
         auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
-            return typed(index, QLatin1Char('\r'));
+            return typed(field, QLatin1Char('\r'));
         if (functionKeyNumber(key->key()) || key->key() == Qt::Key_F5)
-            return keyDown(index, key->key());
+            return keyDown(field, key->key());
         break;
     }
     default:

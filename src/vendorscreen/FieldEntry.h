@@ -1,11 +1,20 @@
 #pragma once
 
+#include "vendorscreen/VendorFields.h"
+
 #include <QObject>
 
 #include <functional>
 
+class AccountLookup;
+class Dialogs;
+class ProgramRunner;
 class QLineEdit;
-class VendorWindow;
+class RecordSource;
+class StatusLine;
+class VendorFieldBoxes;
+struct ScreenState;
+struct Session;
 
 // What happens as the user moves through the 24 vendor fields: the highlight, the prompt in the
 // status line, Enter moving on like Tab, function-key texts, the lookup programs, the ZIP code
@@ -16,23 +25,33 @@ class FieldEntry : public QObject {
 public:
     using KeySending = std::function<void(const QString &keys)>;
 
-    FieldEntry(VendorWindow &window, KeySending sendKeys);
+    // accounts: the chart of accounts the G/L field is checked against.
+    FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors, ScreenState &state,
+               Session &session, Dialogs &dialogs, AccountLookup &accounts, ProgramRunner &programs,
+               StatusLine &status, KeySending sendKeys, QObject *parent = nullptr);
 
-    // The status-line prompt of a field; empty for the fields that have none.
-    static QString prompt(int index);
-
-    void focused(int index);
+    void focused(VendorField field);
     // Returns true when the key was used up.
-    bool keyDown(int index, int key);
+    bool keyDown(VendorField field, int key);
     // Returns true when the character was used up.
-    bool typed(int index, QChar character);
-    void left(int index);
+    bool typed(VendorField field, QChar character);
+    void left(VendorField field);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void holdFocus(int index);
-    VendorWindow &m_window;
+    void holdFocus(VendorField field);
+    void rebindToWholeFile();
+    void refuseNumberTaken();
+
+    const VendorFieldBoxes &m_fields;
+    RecordSource &m_vendors;
+    ScreenState &m_state;
+    Session &m_session;
+    Dialogs &m_dialogs;
+    AccountLookup &m_accounts;
+    ProgramRunner &m_programs;
+    StatusLine &m_status;
     KeySending m_sendKeys;
 };

@@ -1,16 +1,18 @@
 #include "vendorscreen/ScreenModes.h"
 
-#include "common/Services.h"
-#include "common/Session.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
-#include "common/Prompts.h"
 #include "common/Numbers.h"
+#include "common/Prompts.h"
+#include "common/Session.h"
+#include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/InvoiceLists.h"
+#include "lists/VendorNotes.h"
+#include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorDisplay.h"
-#include "vendorscreen/VendorWindow.h"
+#include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QCoreApplication>
 #include <QGroupBox>
@@ -22,6 +24,15 @@
 #include <cmath>
 #include <optional>
 
+ScreenModes::ScreenModes(const Widgets &widgets, const VendorFieldBoxes &fields, Sources sources,
+                         Areas areas, ScreenState &state, Session &session, Dialogs &dialogs,
+                         StatusLine &status, QObject *parent) :
+    QObject(parent),
+    m_w(widgets), m_fields(fields), m_sources(sources), m_areas(areas), m_state(state),
+    m_session(session), m_dialogs(dialogs), m_status(status)
+{
+}
+
 void ScreenModes::whileDisabled(QPushButton *button, const std::function<void()> &work)
 {
     m_applied = false;
@@ -29,7 +40,7 @@ void ScreenModes::whileDisabled(QPushButton *button, const std::function<void()>
     try {
         work();
     } catch (const DbError &error) {
-        showErrorReport(m_window.services().dialogs, error);
+        showErrorReport(m_dialogs, error);
     }
     // A handler that changed the mode leaves the button as the mode wants it.
     if (!m_applied)
@@ -48,17 +59,16 @@ void release(RecordSource &source)
 void ScreenModes::applyButtons(Mode mode)
 {
     m_applied = true;
-    const auto &c = m_window.controls();
     using O = std::optional<bool>;
     struct Row {
         QPushButton *button;
         O lookup, browse, addVendor, modify;
     };
     const Row rows[] = {
-        {c.cmdadd, true, false, true, false},  {c.cmdlookup, true, false, {}, {}},
-        {c.cmdprevious, false, true, {}, {}},  {c.cmdnext, false, true, {}, {}},
-        {c.cmdmodify, false, true, {}, true},  {c.cmdsave, false, false, true, true},
-        {c.cmddelete, false, false, {}, true}, {c.cmdcancel, true, true, true, true},
+        {m_w.cmdadd, true, false, true, false},  {m_w.cmdlookup, true, false, {}, {}},
+        {m_w.cmdprevious, false, true, {}, {}},  {m_w.cmdnext, false, true, {}, {}},
+        {m_w.cmdmodify, false, true, {}, true},  {m_w.cmdsave, false, false, true, true},
+        {m_w.cmddelete, false, false, {}, true}, {m_w.cmdcancel, true, true, true, true},
     };
     for (const Row &row : rows) {
         const O state = mode == Mode::Lookup      ? row.lookup
@@ -69,143 +79,131 @@ void ScreenModes::applyButtons(Mode mode)
             row.button->setEnabled(*state);
     }
     if (mode == Mode::Lookup) {
-        c.notes->setEnabled(false);
-        c.notes->hide();
+        m_w.notes->setEnabled(false);
+        m_w.notes->hide();
     } else if (mode != Mode::Browse) {
-        c.notes->setEnabled(true);
+        m_w.notes->setEnabled(true);
     }
 }
 
 bool ScreenModes::mayEdit()
 {
-    const Session &session = m_window.session();
-    if (session.userLevel >= session.accessLevel[1])
+    if (m_session.userLevel >= m_session.accessLevel[1])
         return true;
-    Prompts::showAccessDenied(m_window.services().dialogs);
+    Prompts::showAccessDenied(m_dialogs);
     return false;
 }
 
 void ScreenModes::add()
 {
-    whileDisabled(m_window.controls().cmdadd, [this] {
-        const auto &c = m_window.controls();
-        Dialogs &dialogs = m_window.services().dialogs;
-        ScreenState &state = m_window.state();
+    whileDisabled(m_w.cmdadd, [this] {
         if (!mayEdit())
             return;
-        if (state.modifyFlag == 1) {
-            dialogs.message(QStringLiteral("You are currently in edit mode. You must close\n"
-                                           "the current screen before you can add a new vendor."),
-                            Dialogs::Icon::Information, QStringLiteral("Oops..."));
+        if (m_state.modifyFlag == 1) {
+            m_dialogs.message(QStringLiteral("You are currently in edit mode. You must close\n"
+                                             "the current screen before you can add a new vendor."),
+                              Dialogs::Icon::Information, QStringLiteral("Oops..."));
             return;
         }
-        m_window.closeUserFields();
-        c.fralookup->hide();
-        state.addFlag = 1;
-        c.fravendor->setEnabled(true);
-        m_window.blankFields();
-        RecordSource &source = m_window.datavendor();
+        emit userFieldsClosing();
+        m_w.fralookup->hide();
+        m_state.addFlag = 1;
+        m_fields.frame()->setEnabled(true);
+        m_fields.blank();
+        RecordSource &source = m_sources.vendor;
         source.setDatabaseName(QStringLiteral("ap.mdb"));
         source.setRecordSource(QStringLiteral("vendors"));
         source.refresh();
-        c.Text1[0]->setFocus();
+        m_fields.box(VendorField::Number)->setFocus();
         applyButtons(Mode::AddVendor);
-        for (int i = 11; i <= 16; ++i) {
-            c.Text1[i]->setEnabled(true);
-            c.Text1[i]->setText(QStringLiteral("0"));
+        for (const VendorFieldSpec &spec : VendorFields::all()) {
+            if (!spec.zeroOnAdd)
+                continue;
+            m_fields.box(spec.field)->setEnabled(true);
+            m_fields.setText(spec.field, QStringLiteral("0"));
         }
     });
 }
 
 void ScreenModes::modify()
 {
-    whileDisabled(m_window.controls().cmdmodify, [this] {
-        const auto &c = m_window.controls();
-        ScreenState &state = m_window.state();
+    whileDisabled(m_w.cmdmodify, [this] {
         if (!mayEdit())
             return;
-        if (state.addFlag == 1) {
-            m_window.services().dialogs.message(
+        if (m_state.addFlag == 1) {
+            m_dialogs.message(
                 QStringLiteral("You are currently in add vendor mode. You must close\n"
                                "the current screen before you can edit a vendor."),
                 Dialogs::Icon::Information, QStringLiteral("Oops..."));
             return;
         }
-        m_window.closeUserFields();
-        c.fravendor->setEnabled(true);
-        m_window.setStatus(QStringLiteral("Click on a field to edit"));
-        state.modifyFlag = 1;
+        emit userFieldsClosing();
+        m_fields.frame()->setEnabled(true);
+        m_status.show(QStringLiteral("Click on a field to edit"));
+        m_state.modifyFlag = 1;
         // Figures kept by the system are for senior users only.
-        const bool senior = m_window.session().userLevel > 90;
-        for (int i = 13; i <= 16; ++i)
-            c.Text1[i]->setEnabled(senior);
+        m_fields.setKeptFiguresEnabled(m_session.userLevel > 90);
         applyButtons(Mode::Modify);
     });
 }
 
 void ScreenModes::cancel()
 {
-    whileDisabled(m_window.controls().cmdcancel, [this] {
-        const auto &c = m_window.controls();
-        m_window.closeUserFields();
-        c.fralookup->hide();
-        c.frasplit->hide();
-        c.fravendor->setEnabled(false);
-        for (int i = 13; i <= 16; ++i)
-            c.Text1[i]->setEnabled(false);
-        c.grid1->hide();
+    whileDisabled(m_w.cmdcancel, [this] {
+        emit userFieldsClosing();
+        m_w.fralookup->hide();
+        m_w.frasplit->hide();
+        m_fields.frame()->setEnabled(false);
+        m_fields.setKeptFiguresEnabled(false);
+        m_w.grid1->hide();
         applyButtons(Mode::Lookup);
-        release(m_window.datavendor());
-        release(m_window.datainvoice());
-        release(m_window.datachecks());
+        release(m_sources.vendor);
+        release(m_sources.invoices);
+        release(m_sources.checks);
         QCoreApplication::processEvents();
-        m_window.blankFields();
-        m_window.state().addFlag = 0;
-        m_window.state().modifyFlag = 0;
-        m_window.state().notesChanged = 0;
-        m_window.state().notesVendor = -1;
-        m_window.state().notesRecalled = QVariant();
+        m_fields.blank();
+        m_state.addFlag = 0;
+        m_state.modifyFlag = 0;
+        m_areas.notes.forget();
     });
-    m_window.openLookup();
+    emit lookupRequested();
 }
 
 void ScreenModes::move(bool forward)
 {
-    m_window.closeUserFields();
+    emit userFieldsClosing();
     try {
         if (forward)
-            m_window.datavendor().moveNext();
+            m_sources.vendor.moveNext();
         else
-            m_window.datavendor().movePrevious();
+            m_sources.vendor.movePrevious();
     } catch (const DbError &) {
         // Already past an end: the display below reports that there is no record.
     }
-    if (!m_window.display().showCurrent())
+    if (!m_areas.display.showCurrent())
         return;
-    m_window.lists().refreshOpenList();
+    m_areas.lists.refreshOpenList();
 }
 
 void ScreenModes::next()
 {
-    whileDisabled(m_window.controls().cmdnext, [this] { move(true); });
+    whileDisabled(m_w.cmdnext, [this] { move(true); });
 }
 
 void ScreenModes::previous()
 {
-    whileDisabled(m_window.controls().cmdprevious, [this] { move(false); });
+    whileDisabled(m_w.cmdprevious, [this] { move(false); });
 }
 
 void ScreenModes::remove()
 {
-    whileDisabled(m_window.controls().cmddelete, [this] {
-        const auto &c = m_window.controls();
-        Dialogs &dialogs = m_window.services().dialogs;
+    whileDisabled(m_w.cmddelete, [this] {
         if (!mayEdit())
             return;
         // Only the YTD purchases and the current unpaid figure stand in the way.
-        for (int i : {13, 14}) {
-            if (std::fabs(Numbers::leading(c.Text1[i]->text())) >= 0.01) {
-                dialogs.message(
+        for (VendorField figure : {VendorField::YtdPurchases, VendorField::CurrentUnpaid}) {
+            if (std::fabs(Numbers::leading(m_fields.text(figure))) >= 0.01) {
+                m_dialogs.message(
                     QStringLiteral("This account has active YTD purchases and/or unpaid "
                                    "invoices and \r\ncannot be deleted until the year has "
                                    "closed and balances are zero. "),
@@ -213,12 +211,12 @@ void ScreenModes::remove()
                 return;
             }
         }
-        m_window.session().lastYesNo =
-            dialogs.yesNo(QStringLiteral("Click YES to finish the deletion, NO to cancel"),
-                          QStringLiteral("Delete Vendor?"));
-        if (m_window.session().lastYesNo == Dialogs::No)
+        m_session.lastYesNo =
+            m_dialogs.yesNo(QStringLiteral("Click YES to finish the deletion, NO to cancel"),
+                            QStringLiteral("Delete Vendor?"));
+        if (m_session.lastYesNo == Dialogs::No)
             return;
-        m_window.datavendor().deleteCurrent();
+        m_sources.vendor.deleteCurrent();
         cancel();
     });
 }

@@ -1,14 +1,14 @@
 #include "vendorscreen/VendorDisplay.h"
 
-#include "common/Services.h"
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "data/DbError.h"
+#include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
-#include "vendorscreen/ScreenModes.h"
-#include "vendorscreen/VendorWindow.h"
+#include "vendorscreen/ScreenState.h"
+#include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
@@ -45,62 +45,65 @@ bool VendorDisplay::showCurrent()
         return true;
     } catch (const DbError &error) {
         if (error.code() == DbError::NoCurrentRecord) {
-            m_window.services().dialogs.message(QStringLiteral("No record to display"),
-                                                Dialogs::Icon::Information);
-            m_window.modes().cancel();
+            m_dialogs.message(QStringLiteral("No record to display"), Dialogs::Icon::Information);
+            emit noRecord();
         } else {
-            showErrorReport(m_window.services().dialogs, error);
+            showErrorReport(m_dialogs, error);
         }
         return false;
     }
 }
 
+// The totals computed for the vendor shown before are written into this one first; the stored
+// columns lag one display behind, as they always have. They are derived totals, written again
+// by the next display or save: no need to wait for the disk.
+void VendorDisplay::stampTotals()
+{
+    RecordEdit stamp(m_vendors, RecordEdit::Start::Edit, RecordSource::Commit::Light);
+    stamp.setValue(QStringLiteral("vendbalcurrent"), m_totals.openTotal());
+    stamp.setValue(QStringLiteral("vendbal60"), m_totals.yearTotal());
+    stamp.update();
+}
+
 void VendorDisplay::fill()
 {
-    RecordSource &source = m_window.datavendor();
-    const auto &field = m_window.controls().Text1;
-    ScreenState &state = m_window.state();
-    m_window.blankFields();
-
-    // The totals computed for the vendor shown before are written into this one first; the
-    // stored columns lag one display behind, as they always have.
-    // Derived totals, written again by the next display or save: no need to wait for the disk.
-    source.edit(RecordSource::Commit::Light);
-    source.setValue(QStringLiteral("vendbalcurrent"), state.openTotal);
-    source.setValue(QStringLiteral("vendbal60"), state.yearTotal);
-    source.update();
+    m_fields.blank();
+    stampTotals();
     QCoreApplication::processEvents();
 
-    const QSqlRecord row = source.current();
-    state.recalled = row;
-    auto text = [&row](const char *column) {
-        return row.value(QString::fromLatin1(column)).toString();
-    };
-    field[0]->setText(row.value(0).toString());
-    m_window.totals().compute();
+    const QSqlRecord row = m_vendors.current();
+    m_state.recalled = row;
+    m_fields.setText(VendorField::Number, row.value(0).toString());
+    m_totals.compute();
 
-    const QVariant name = row.value(QStringLiteral("vendname"));
-    if (name.isNull())
+    if (row.value(QStringLiteral("vendname")).isNull())
         throw DbError(94, QStringLiteral("Invalid use of Null (vendname)."));
-    field[1]->setText(name.toString());
-    const char *columns[] = {"vendaddr1", "vendaddr2",    "vendcity",  "vendstate",
-                             "vendzip",   "vendphone",    "vendfax",   "vendcontact",
-                             "vendtaxid", "vend1099type", "vendglacct"};
-    for (int i = 2; i <= 12; ++i)
-        field[i]->setText(text(columns[i - 2]));
-    field[13]->setText(money(row.value(QStringLiteral("vendytd")).toDouble()));
-    field[14]->setText(money(state.openTotal));
-    field[15]->setText(money(state.yearTotal));
-    const char *later[] = {"vendbal90",  "vendterms",     "vendacct",       "email",
-                           "cell_other", "vcontact2name", "vcontact2email", "vcontact2phone"};
-    for (int i = 16; i <= 23; ++i)
-        field[i]->setText(text(later[i - 16]));
+    using S = VendorFieldSpec::Shown;
+    for (const VendorFieldSpec &spec : VendorFields::all()) {
+        const QVariant value = row.value(QString::fromLatin1(spec.column));
+        switch (spec.shown) {
+        case S::FirstColumn:
+            break; // shown before the totals were computed for it
+        case S::AsStored:
+            m_fields.setText(spec.field, value.toString());
+            break;
+        case S::AsMoney:
+            m_fields.setText(spec.field, money(value.toDouble()));
+            break;
+        case S::OpenTotal:
+            m_fields.setText(spec.field, money(m_totals.openTotal()));
+            break;
+        case S::YearTotal:
+            m_fields.setText(spec.field, money(m_totals.yearTotal()));
+            break;
+        }
+    }
 
     // A 1099 type that is not a valid code is shown, and later saved, as "0".
     static const QRegularExpression plainNumber(QStringLiteral(R"(^\s*-?\d+(\.\d+)?\s*$)"));
-    const QString type = field[11]->text();
+    const QString type = m_fields.text(VendorField::Form1099);
     if (!plainNumber.match(type).hasMatch() ||
         form1099Name(static_cast<int>(Numbers::leading(type))).isEmpty())
-        field[11]->setText(QStringLiteral("0"));
+        m_fields.setText(VendorField::Form1099, QStringLiteral("0"));
     QCoreApplication::processEvents();
 }

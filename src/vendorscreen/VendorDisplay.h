@@ -1,16 +1,28 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 
-class VendorWindow;
+class Dialogs;
+class OpenInvoiceTotals;
+class RecordSource;
+class VendorFieldBoxes;
+struct ScreenState;
 
 // Loads the vendor the record source `datavendor` stands on into the 24 fields.
-class VendorDisplay {
+class VendorDisplay : public QObject {
+    Q_OBJECT
+
 public:
-    explicit VendorDisplay(VendorWindow &window) : m_window(window) {}
+    VendorDisplay(const VendorFieldBoxes &fields, RecordSource &vendors, OpenInvoiceTotals &totals,
+                  ScreenState &state, Dialogs &dialogs, QObject *parent = nullptr) :
+        QObject(parent),
+        m_fields(fields), m_vendors(vendors), m_totals(totals), m_state(state), m_dialogs(dialogs)
+    {
+    }
 
     // Shows the current vendor. With no current record it says "No record to display" and
-    // returns the screen to the lookup; any other failure gets the shared error report.
+    // asks for the lookup again (noRecord); any other failure gets the shared error report.
     // Returns true when the vendor is on screen.
     bool showCurrent();
 
@@ -19,7 +31,17 @@ public:
     // The name of a 1099 type code; empty for a code that is not valid.
     static QString form1099Name(int code);
 
+signals:
+    // There was no vendor to show: the screen goes back to the lookup, as Cancel does.
+    void noRecord();
+
 private:
     void fill();
-    VendorWindow &m_window;
+    void stampTotals();
+
+    const VendorFieldBoxes &m_fields;
+    RecordSource &m_vendors;
+    OpenInvoiceTotals &m_totals;
+    ScreenState &m_state;
+    Dialogs &m_dialogs;
 };

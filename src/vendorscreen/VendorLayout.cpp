@@ -13,37 +13,6 @@
 
 namespace VendorLayout {
 
-QString fieldCaption(int index)
-{
-    static const char *captions[24] = {
-        "Vendor #",
-        "Name",
-        "Address 1",
-        "Address 2",
-        "City",
-        "State",
-        "Zip",
-        "Telephone",
-        "Fax",
-        "Contact-1",
-        "Tax ID",
-        "1099 Type",
-        "G/L Acct",
-        "YTD Purchases",
-        "Current unpaid $:",
-        "YTD Orders",
-        "90+ day balance",
-        "Terms",
-        "Our account #",
-        "Email-1",
-        "Cell/other-1",
-        "Contact-2",
-        "Email-2",
-        "Cell/other-2",
-    };
-    return index >= 0 && index < 24 ? QString::fromLatin1(captions[index]) : QString();
-}
-
 void arrange(QWidget *central, QWidget *buttons, QWidget *vendorFrame, QWidget *lists,
              QWidget *statusLine)
 {

@@ -14,18 +14,10 @@ class QRadioButton;
 class QListWidget;
 class QWidget;
 
-// Where the vendor screen's controls sit, and the grids' design-time column widths.
+// Where the vendor screen's controls sit.
 namespace VendorLayout {
 
 inline constexpr QSize windowSize{1024, 740};
-// The columns leave room for the grid's frame and vertical scroll bar.
-inline constexpr std::array<int, 11> grid1DesignColumns{90, 75, 150, 90, 75, 65,
-                                                        80, 95, 70,  50, 80};
-inline constexpr int grid1DesignWidth = 950;
-inline constexpr std::array<int, 9> grid2DesignColumns{70, 80, 70, 220, 160, 100, 60, 70, 80};
-inline constexpr int grid2DesignWidth = 950;
-
-QString fieldCaption(int index);
 
 void arrange(QWidget *central, QWidget *buttons, QWidget *vendorFrame, QWidget *lists,
              QWidget *statusLine);

@@ -1,23 +1,26 @@
 #include "vendorscreen/VendorLookup.h"
 
-#include "common/Services.h"
 #include "common/Colours.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "common/ProgramRunner.h"
+#include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/InvoiceLists.h"
 #include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorDisplay.h"
+#include "vendorscreen/VendorFieldBoxes.h"
 #include "vendorscreen/VendorLayout.h"
-#include "vendorscreen/VendorWindow.h"
 
 #include <QAction>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <algorithm>
 
 namespace {
 QString wholeNumber(const QString &text)
@@ -77,81 +80,123 @@ QString VendorLookup::safeStatement(int method, const QString &typed)
     return statement(method, escaped);
 }
 
+VendorLookup::VendorLookup(const Widgets &widgets, const VendorFieldBoxes &fields,
+                           RecordSource &vendors, Areas areas, ScreenState &state, Dialogs &dialogs,
+                           ProgramRunner &programs, StatusLine &status, QObject *parent) :
+    QObject(parent),
+    m_w(widgets), m_fields(fields), m_vendors(vendors), m_areas(areas), m_state(state),
+    m_dialogs(dialogs), m_programs(programs), m_status(status)
+{
+    m_w.lookupinput->installEventFilter(this);
+    for (QRadioButton *option : m_w.Option1)
+        option->installEventFilter(this);
+}
+
 int VendorLookup::chosenMethod() const
 {
-    const auto &options = m_window.controls().Option1;
-    for (int i = 0; i < static_cast<int>(options.size()); ++i)
-        if (options[i]->isChecked())
+    for (int i = 0; i < static_cast<int>(m_w.Option1.size()); ++i)
+        if (m_w.Option1[i]->isChecked())
             return i;
     return 0;
 }
 
 void VendorLookup::open()
 {
-    const auto &c = m_window.controls();
-    c.cmdlookup->setEnabled(false);
-    m_window.blankFields();
-    m_window.lists().fitColumns();
-    VendorLayout::placeLookup(c.fralookup, c.fravendor);
-    c.fralookup->show();
-    c.fralookup->raise();
-    const bool byName = m_window.action(QStringLiteral("byname"))->isChecked();
-    c.Option1[byName ? 1 : 0]->setChecked(true);
-    c.lookupinput->setFocus();
-    c.cmdlookup->setEnabled(true);
+    m_w.cmdlookup->setEnabled(false);
+    m_fields.blank();
+    m_areas.lists.fitColumns();
+    VendorLayout::placeLookup(m_w.fralookup, m_fields.frame());
+    m_w.fralookup->show();
+    m_w.fralookup->raise();
+    m_w.Option1[m_w.byname->isChecked() ? 1 : 0]->setChecked(true);
+    m_w.lookupinput->setFocus();
+    m_w.cmdlookup->setEnabled(true);
 }
 
 void VendorLookup::go()
 {
-    const auto &c = m_window.controls();
-    ScreenState &state = m_window.state();
     const int method = chosenMethod();
-    const QString typed = c.lookupinput->text();
+    const QString typed = m_w.lookupinput->text();
     if (typed.contains(QLatin1Char('\'')))
-        c.lookupinput->setText(doubleFirstApostrophe(typed));
-    state.lastLookupStatement = statement(method, c.lookupinput->text());
+        m_w.lookupinput->setText(doubleFirstApostrophe(typed));
+    m_state.lastLookupStatement = statement(method, m_w.lookupinput->text());
     if (method == 0)
-        state.lastLookupNumber = static_cast<long>(Numbers::leadingWhole(typed));
+        m_state.lastLookupNumber = static_cast<long>(Numbers::leadingWhole(typed));
 
-    RecordSource &source = m_window.datavendor();
-    source.setDatabaseName(QStringLiteral("ap.mdb"));
-    source.setRecordSource(safeStatement(method, typed));
+    m_vendors.setDatabaseName(QStringLiteral("ap.mdb"));
+    m_vendors.setRecordSource(safeStatement(method, typed));
     try {
-        source.refresh();
+        m_vendors.refresh();
     } catch (const DbError &error) {
-        showErrorReport(m_window.services().dialogs, error);
+        showErrorReport(m_dialogs, error);
         return;
     }
-    c.fralookup->hide();
-    if (!m_window.display().showCurrent())
+    m_w.fralookup->hide();
+    if (!m_areas.display.showCurrent())
         return;
-    m_window.lists().refreshChecksIfShown();
-    m_window.modes().applyButtons(ScreenModes::Mode::Browse);
-    m_window.setStatus(QStringLiteral("Select an action button along the top of the screen."));
+    m_areas.lists.refreshChecksIfShown();
+    m_areas.modes.applyButtons(ScreenModes::Mode::Browse);
+    m_status.show(QStringLiteral("Select an action button along the top of the screen."));
 }
 
 void VendorLookup::cancelLookup()
 {
-    m_window.controls().fralookup->hide();
-    m_window.controls().fravendor->setEnabled(false);
+    m_w.fralookup->hide();
+    m_fields.frame()->setEnabled(false);
 }
 
 void VendorLookup::entryFocused()
 {
-    QLineEdit *entry = m_window.controls().lookupinput;
-    entry->clear();
-    Colours::setEntryBackground(entry, Colours::yellow);
-    m_window.setStatus(
+    m_w.lookupinput->clear();
+    Colours::setEntryBackground(m_w.lookupinput, Colours::yellow);
+    m_status.show(
         QStringLiteral("Type a suitable entry for the lookup method chosen; then press ENTER."));
 }
 
 void VendorLookup::entryLeft()
 {
-    Colours::setEntryBackground(m_window.controls().lookupinput, Colours::white);
+    Colours::setEntryBackground(m_w.lookupinput, Colours::white);
 }
 
 void VendorLookup::entryKey(int key)
 {
     if (key == Qt::Key_F5)
-        m_window.programs().runAndWait(QStringLiteral("venlookp.exe"));
+        m_programs.runAndWait(QStringLiteral("venlookp.exe"));
+}
+
+bool VendorLookup::moveAmongMethods(QObject *watched, int key)
+{
+    // Shift+Tab from the entry reaches the chosen method, Tab from a method the entry, as a
+    // group of options is one stop on every desktop.
+    const bool isOption =
+        std::find(m_w.Option1.begin(), m_w.Option1.end(), watched) != m_w.Option1.end();
+    if (watched == m_w.lookupinput && key == Qt::Key_Backtab) {
+        for (QRadioButton *option : m_w.Option1)
+            if (option->isChecked())
+                option->setFocus(Qt::BacktabFocusReason);
+        return true;
+    }
+    if (isOption && key == Qt::Key_Tab) {
+        m_w.lookupinput->setFocus(Qt::TabFocusReason);
+        return true;
+    }
+    return false;
+}
+
+bool VendorLookup::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (type == QEvent::KeyPress &&
+        moveAmongMethods(watched, static_cast<QKeyEvent *>(event)->key()))
+        return true;
+    if (watched == m_w.lookupinput) {
+        if (type == QEvent::FocusIn &&
+            static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
+            entryFocused();
+        else if (type == QEvent::FocusOut)
+            entryLeft();
+        else if (type == QEvent::KeyPress)
+            entryKey(static_cast<QKeyEvent *>(event)->key());
+    }
+    return QObject::eventFilter(watched, event);
 }

@@ -1,14 +1,48 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 
-class VendorWindow;
+#include <array>
+
+class Dialogs;
+class InvoiceLists;
+class ProgramRunner;
+class QAction;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class RecordSource;
+class ScreenModes;
+class StatusLine;
+class VendorDisplay;
+class VendorFieldBoxes;
+struct ScreenState;
 
 // The lookup panel: seven ways to find a vendor, each one statement that the vendor record
 // source is bound to.
-class VendorLookup {
+class VendorLookup : public QObject {
+    Q_OBJECT
+
 public:
-    explicit VendorLookup(VendorWindow &window) : m_window(window) {}
+    struct Widgets {
+        QPushButton *cmdlookup = nullptr;
+        QGroupBox *fralookup = nullptr;
+        std::array<QRadioButton *, 7> Option1{};
+        QLineEdit *lookupinput = nullptr;
+        QAction *byname = nullptr; // checked: the panel opens on "Vendor Name"
+    };
+    // The areas a lookup reaches.
+    struct Areas {
+        VendorDisplay &display;
+        InvoiceLists &lists;
+        ScreenModes &modes;
+    };
+
+    VendorLookup(const Widgets &widgets, const VendorFieldBoxes &fields, RecordSource &vendors,
+                 Areas areas, ScreenState &state, Dialogs &dialogs, ProgramRunner &programs,
+                 StatusLine &status, QObject *parent = nullptr);
 
     // The statement a method builds; the value is the entry text after the apostrophe treatment.
     static QString statement(int method, const QString &value);
@@ -26,7 +60,20 @@ public:
     void entryLeft();
     void entryKey(int key);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     int chosenMethod() const;
-    VendorWindow &m_window;
+    // The seven methods are one stop of the Tab key: true when the key was used up.
+    bool moveAmongMethods(QObject *watched, int key);
+
+    Widgets m_w;
+    const VendorFieldBoxes &m_fields;
+    RecordSource &m_vendors;
+    Areas m_areas;
+    ScreenState &m_state;
+    Dialogs &m_dialogs;
+    ProgramRunner &m_programs;
+    StatusLine &m_status;
 };

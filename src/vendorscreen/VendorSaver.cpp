@@ -1,17 +1,19 @@
 #include "vendorscreen/VendorSaver.h"
 
-#include "common/Services.h"
-#include "common/Session.h"
 #include "common/Dialogs.h"
+#include "common/HandlerGuard.h"
 #include "common/Numbers.h"
+#include "common/Session.h"
+#include "common/StatusLine.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Money.h"
+#include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
-#include "vendorscreen/ScreenModes.h"
-#include "vendorscreen/VendorLayout.h"
-#include "vendorscreen/VendorWindow.h"
+#include "lists/VendorNotes.h"
+#include "vendorscreen/ScreenState.h"
+#include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QEventLoop>
 #include <QLabel>
@@ -23,23 +25,6 @@
 #include <QTimer>
 
 namespace {
-// The columns a save writes, by field index, and how each field's text is read.
-enum class As { Whole, Number, Money, Text };
-struct Target {
-    const char *column;
-    As as;
-};
-const Target targets[24] = {
-    {"vendnumber", As::Whole},   {"vendname", As::Text},       {"vendaddr1", As::Text},
-    {"vendaddr2", As::Text},     {"vendcity", As::Text},       {"vendstate", As::Text},
-    {"vendzip", As::Text},       {"vendphone", As::Text},      {"vendfax", As::Text},
-    {"vendcontact", As::Text},   {"vendtaxid", As::Text},      {"vend1099type", As::Whole},
-    {"vendglacct", As::Number},  {"vendytd", As::Money},       {"vendbalcurrent", As::Money},
-    {"vendbal60", As::Money},    {"vendbal90", As::Money},     {"vendterms", As::Text},
-    {"vendacct", As::Text},      {"email", As::Text},          {"cell_other", As::Text},
-    {"vcontact2name", As::Text}, {"vcontact2email", As::Text}, {"vcontact2phone", As::Text},
-};
-
 // The totals columns are rewritten by every display, so they say nothing about another user's
 // edit and are left out of the comparison. An empty text and a missing one look the same on the
 // screen, and a save writes the one for the other: that is no edit either.
@@ -74,19 +59,29 @@ QString VendorSaver::pnetFrom(const QString &phone, const QString &setting)
     return QStringLiteral("S") + digits + QStringLiteral("S");
 }
 
+VendorSaver::VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields,
+                         RecordSource &vendors, Areas areas, ScreenState &state,
+                         const Session &session, Databases &dbs, Dialogs &dialogs,
+                         StatusLine &status, QObject *parent) :
+    QObject(parent),
+    m_cmdsave(cmdsave), m_fields(fields), m_vendors(vendors), m_areas(areas), m_state(state),
+    m_session(session), m_dbs(dbs), m_dialogs(dialogs), m_status(status)
+{
+}
+
 bool VendorSaver::numbersAreNumbers()
 {
     static const QRegularExpression number(QStringLiteral(R"(^\s*[-+]?(\d+\.?\d*|\.\d+)\s*$)"));
-    const auto &field = m_window.controls().Text1;
-    for (int i = 0; i < 24; ++i) {
-        if (targets[i].as == As::Text || field[i]->text().trimmed().isEmpty())
+    for (const VendorFieldSpec &spec : VendorFields::all()) {
+        const QString text = m_fields.text(spec.field);
+        if (spec.kind == VendorFieldSpec::Kind::Text || text.trimmed().isEmpty())
             continue;
-        if (!number.match(field[i]->text()).hasMatch()) {
-            m_window.services().dialogs.message(
-                VendorLayout::fieldCaption(i) + QStringLiteral(" must be a number; \"") +
-                    field[i]->text() + QStringLiteral("\" is not one. Nothing was saved."),
-                Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
-            field[i]->setFocus();
+        if (!number.match(text).hasMatch()) {
+            m_dialogs.message(VendorFields::caption(spec.field) +
+                                  QStringLiteral(" must be a number; \"") + text +
+                                  QStringLiteral("\" is not one. Nothing was saved."),
+                              Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
+            m_fields.box(spec.field)->setFocus();
             return false;
         }
     }
@@ -95,56 +90,53 @@ bool VendorSaver::numbersAreNumbers()
 
 void VendorSaver::putFields()
 {
-    RecordSource &source = m_window.datavendor();
-    const auto &field = m_window.controls().Text1;
-    for (int i = 0; i < 24; ++i) {
-        const QString text = field[i]->text();
+    using K = VendorFieldSpec::Kind;
+    for (const VendorFieldSpec &spec : VendorFields::all()) {
+        const QString text = m_fields.text(spec.field);
         QVariant value;
-        switch (targets[i].as) {
-        case As::Whole:
+        switch (spec.kind) {
+        case K::Whole:
             value = Numbers::leadingWhole(text);
             break;
-        case As::Number:
+        case K::Number:
             value = Numbers::leading(text);
             break;
-        case As::Money:
+        case K::Money:
             value = Money::round4(Numbers::leading(text));
             break;
-        case As::Text:
+        case K::Text:
             value = text;
             break;
         }
-        source.setValue(QString::fromLatin1(targets[i].column), value);
+        m_vendors.setValue(QString::fromLatin1(spec.column), value);
     }
-    source.setValue(QStringLiteral("pnet"),
-                    pnetFrom(field[7]->text(), m_window.session().pnetYesNo));
+    m_vendors.setValue(QStringLiteral("pnet"),
+                       pnetFrom(m_fields.text(VendorField::Phone), m_session.pnetYesNo));
 }
 
 // The vendor row and its notes are one transaction: a save lands whole or not at all.
 VendorSaver::Outcome VendorSaver::writeVendor(bool withNotes, bool &notesKept)
 {
-    RecordSource &source = m_window.datavendor();
-    ScreenState &state = m_window.state();
-    const bool adding = state.addFlag == 1;
+    const bool adding = m_state.addFlag == 1;
     const int opening = adding ? StartNew : OpenForEdit;
     for (;;) {
         int step = opening;
         try {
-            WriteTransaction tx(m_window.services().databases, QStringLiteral("ap.mdb"),
-                                Databases::Commit::Durable, tryWaitMsecs);
-            if (adding) {
-                source.addNew();
-            } else {
-                source.edit();
+            WriteTransaction tx(m_dbs, QStringLiteral("ap.mdb"), Databases::Commit::Durable,
+                                tryWaitMsecs);
+            // Left by an error, the edit is cancelled and the transaction rolled back.
+            RecordEdit record(m_vendors,
+                              adding ? RecordEdit::Start::AddNew : RecordEdit::Start::Edit);
+            if (!adding) {
                 step = CheckOthers;
-                if (changedByAnother(state.recalled, source.reread()))
+                if (changedByAnother(m_state.recalled, m_vendors.reread()))
                     throw DbError(DbError::RecordChanged,
                                   QStringLiteral("The record was changed by another user."));
             }
             step = PutFields;
             putFields();
             step = WriteRecord;
-            source.update();
+            record.update();
             if (withNotes) {
                 step = Notes;
                 notesKept = writeNotes();
@@ -153,14 +145,13 @@ VendorSaver::Outcome VendorSaver::writeVendor(bool withNotes, bool &notesKept)
             tx.commit();
             return Outcome::Written;
         } catch (const DbError &error) {
-            source.cancelUpdate();
             if (step == Notes) {
                 // Nothing of the save was written; the user can try again.
                 unexpectedReport(error.code(), Notes);
                 return Outcome::Stop;
             }
-            ++state.saveRetryCount;
-            if (state.saveRetryCount >= retryBudget) {
+            ++m_state.saveRetryCount;
+            if (m_state.saveRetryCount >= retryBudget) {
                 writeReport(error.code(), step);
                 return Outcome::Stop;
             }
@@ -177,10 +168,10 @@ VendorSaver::Outcome VendorSaver::writeVendor(bool withNotes, bool &notesKept)
 void VendorSaver::waitBeforeRetry()
 {
     // The window stays painted while the save waits; what the user types waits with it.
-    m_window.setStatus(QStringLiteral("Another user is writing to the vendor file; the save "
-                                      "waits (try %1 of %2).")
-                           .arg(m_window.state().saveRetryCount)
-                           .arg(retryBudget - 1));
+    m_status.show(QStringLiteral("Another user is writing to the vendor file; the save "
+                                 "waits (try %1 of %2).")
+                      .arg(m_state.saveRetryCount)
+                      .arg(retryBudget - 1));
     QEventLoop pause;
     QTimer::singleShot(pauseMsecs, &pause, &QEventLoop::quit);
     pause.exec(QEventLoop::ExcludeUserInputEvents);
@@ -188,9 +179,8 @@ void VendorSaver::waitBeforeRetry()
 
 bool VendorSaver::writeNotes()
 {
-    const long long number = Numbers::leadingWhole(m_window.controls().Text1[0]->text());
-    const ScreenState &state = m_window.state();
-    RecordSource notes(m_window.services().databases, QStringLiteral("vendnotes"));
+    const long long number = Numbers::leadingWhole(m_fields.text(VendorField::Number));
+    RecordSource notes(m_dbs, QStringLiteral("vendnotes"));
     notes.setDatabaseName(QStringLiteral("ap.mdb"));
     notes.setRecordSource(QStringLiteral("select * from vendnotes where vendnumber = ") +
                           QString::number(number));
@@ -198,26 +188,25 @@ bool VendorSaver::writeNotes()
     notes.refresh();
     // The notes as they were when the user opened them (none when they never did), against the
     // notes as they are: another user's notes are never written over unseen.
+    const VendorNotes &shown = m_areas.notes;
     const QString recalled =
-        state.notesVendor == number ? state.notesRecalled.toString() : QString();
-    const QString now = notes.hasRecords() ? notes.value(QStringLiteral("notes")).toString()
-                                           : QString();
+        shown.recalledVendor() == number ? shown.recalled().toString() : QString();
+    const QString now =
+        notes.hasRecords() ? notes.value(QStringLiteral("notes")).toString() : QString();
     if (now != recalled)
         return false;
-    if (notes.hasRecords())
-        notes.edit();
-    else
-        notes.addNew();
-    notes.setValue(QStringLiteral("vendnumber"), number);
-    notes.setValue(QStringLiteral("notes"), m_window.controls().notes->toPlainText());
-    notes.update();
+    RecordEdit record(notes,
+                      notes.hasRecords() ? RecordEdit::Start::Edit : RecordEdit::Start::AddNew);
+    record.setValue(QStringLiteral("vendnumber"), number);
+    record.setValue(QStringLiteral("notes"), shown.text());
+    record.update();
     return true;
 }
 
 void VendorSaver::writeNotesAlone()
 {
     try {
-        WriteTransaction tx(m_window.services().databases, QStringLiteral("ap.mdb"));
+        WriteTransaction tx(m_dbs, QStringLiteral("ap.mdb"));
         const bool kept = writeNotes();
         tx.commit();
         if (!kept)
@@ -229,62 +218,57 @@ void VendorSaver::writeNotesAlone()
 
 void VendorSaver::save()
 {
-    const auto &c = m_window.controls();
-    ScreenState &state = m_window.state();
-    c.cmdsave->setEnabled(false);
-    if (c.Text1[0]->text().isEmpty() || c.Text1[1]->text().isEmpty()) {
-        m_window.services().dialogs.message(QStringLiteral("Vendor number and name are required."),
-                                            Dialogs::Icon::Information);
-        c.cmdsave->setEnabled(true);
+    m_cmdsave->setEnabled(false);
+    if (m_fields.text(VendorField::Number).isEmpty() ||
+        m_fields.text(VendorField::Name).isEmpty()) {
+        m_dialogs.message(QStringLiteral("Vendor number and name are required."),
+                          Dialogs::Icon::Information);
+        m_cmdsave->setEnabled(true);
         return;
     }
-    if (state.addFlag != 1 && state.modifyFlag != 1) {
-        c.cmdsave->setEnabled(true);
-        return;
-    }
-    if (!numbersAreNumbers()) {
-        c.cmdsave->setEnabled(true);
+    if (!m_state.editing() || !numbersAreNumbers()) {
+        m_cmdsave->setEnabled(true);
         return;
     }
     try {
-        m_window.totals().compute();
+        m_areas.totals.compute();
     } catch (const DbError &error) {
         unexpectedReport(error.code(), 0);
     }
-    if (c.Text1[17]->text().trimmed().isEmpty())
-        c.Text1[17]->setText(QStringLiteral("1"));
+    if (m_fields.text(VendorField::Terms).trimmed().isEmpty())
+        m_fields.setText(VendorField::Terms, QStringLiteral("1"));
 
-    const bool withNotes = state.addFlag == 1 || state.notesChanged == 1;
-    const QString status = m_window.status();
+    const bool withNotes = m_state.addFlag == 1 || m_areas.notes.changed();
+    const QString status = m_status.text();
     bool notesKept = true;
-    state.saving = true;
+    m_state.saving = true;
     const Outcome outcome = writeVendor(withNotes, notesKept);
-    state.saving = false;
+    m_state.saving = false;
     if (outcome == Outcome::Stop) {
-        m_window.setStatus(status);
-        c.cmdsave->setEnabled(true);
+        m_status.show(status);
+        m_cmdsave->setEnabled(true);
         return;
     }
     if (outcome == Outcome::GoOn && withNotes)
         writeNotesAlone();
     else if (!notesKept)
         notesReport();
-    m_window.modes().cancel();
+    emit finished();
 }
 
 void VendorSaver::writeReport(int code, int step)
 {
-    m_window.services().dialogs.message(
-        QStringLiteral("Having trouble writing the record...\nCode ") + QString::number(code) +
-            QLatin1Char('@') + QString::number(step) +
-            QStringLiteral("\nIf you continue getting this message, call Velmora Data.\n"
-                           "Otherwise, try to save it again."),
-        Dialogs::Icon::Information, m_window.session().userName + QStringLiteral(" @ Armaster"));
+    m_dialogs.message(QStringLiteral("Having trouble writing the record...Code ") +
+                          QString::number(code) + QLatin1Char('@') + QString::number(step) +
+                          QStringLiteral("\nIf you continue getting this message, call Velmora "
+                                         "Data.Otherwise, try to save it again."),
+                      Dialogs::Icon::Information,
+                      m_session.userName + QStringLiteral(" @ Armaster"));
 }
 
 void VendorSaver::changeReport()
 {
-    m_window.services().dialogs.message(
+    m_dialogs.message(
         QStringLiteral("Another user has modified this record while you were editing it.\n"
                        "Please reload this vendor and redo your changes."),
         Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
@@ -292,7 +276,7 @@ void VendorSaver::changeReport()
 
 void VendorSaver::notesReport()
 {
-    m_window.services().dialogs.message(
+    m_dialogs.message(
         QStringLiteral("Another user has changed this vendor's notes since you opened them, so "
                        "your notes were not saved.\nPlease reload this vendor and redo your "
                        "notes."),
@@ -301,8 +285,5 @@ void VendorSaver::notesReport()
 
 void VendorSaver::unexpectedReport(int code, int step)
 {
-    m_window.services().dialogs.message(
-        QStringLiteral("Code ") + QString::number(code) + QStringLiteral(" near ") +
-            QString::number(step) + QStringLiteral("\nUnexpected problem... Call Velmora Data."),
-        Dialogs::Icon::Information, m_window.session().userName + QStringLiteral(" @ Apmaster"));
+    HandlerGuard::unexpectedReport(m_dialogs, m_session.userName, code, step);
 }

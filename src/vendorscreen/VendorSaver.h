@@ -1,12 +1,24 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 
-class VendorWindow;
+class Databases;
+class Dialogs;
+class OpenInvoiceTotals;
+class QPushButton;
+class RecordSource;
+class StatusLine;
+class VendorFieldBoxes;
+class VendorNotes;
+struct ScreenState;
+struct Session;
 
 // The Save button: writes the vendor fields over the current vendor or as a new one, with the
 // check that nobody else changed the vendor since it was shown, and writes the notes.
-class VendorSaver {
+class VendorSaver : public QObject {
+    Q_OBJECT
+
 public:
     // The numbered steps the error reports name.
     enum Step {
@@ -23,12 +35,24 @@ public:
     static constexpr int tryWaitMsecs = 150;
     static constexpr int pauseMsecs = 100;
 
-    explicit VendorSaver(VendorWindow &window) : m_window(window) {}
+    // The areas a save reads from.
+    struct Areas {
+        OpenInvoiceTotals &totals;
+        VendorNotes &notes;
+    };
+
+    VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields, RecordSource &vendors,
+                Areas areas, ScreenState &state, const Session &session, Databases &dbs,
+                Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
 
     void save();
     // The digits-and-separators form of a telephone number kept for the suite's other modules
     // (empty unless the module's setting asks for it, which it never does here).
     static QString pnetFrom(const QString &phone, const QString &setting);
+
+signals:
+    // The save has ended as Cancel ends: the screen goes back to the lookup.
+    void finished();
 
 private:
     enum class Outcome { Written, GoOn, Stop };
@@ -44,5 +68,13 @@ private:
     void notesReport();
     void unexpectedReport(int code, int step);
 
-    VendorWindow &m_window;
+    QPushButton *m_cmdsave;
+    const VendorFieldBoxes &m_fields;
+    RecordSource &m_vendors;
+    Areas m_areas;
+    ScreenState &m_state;
+    const Session &m_session;
+    Databases &m_dbs;
+    Dialogs &m_dialogs;
+    StatusLine &m_status;
 };

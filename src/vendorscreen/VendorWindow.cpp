@@ -1,20 +1,21 @@
 #include "vendorscreen/VendorWindow.h"
 
-#include "app/Closing.h"
-#include "common/Services.h"
-#include "common/Session.h"
-#include "app/StaffRecords.h"
 #include "common/Colours.h"
 #include "common/ProgramRunner.h"
+#include "common/Services.h"
+#include "common/Session.h"
+#include "data/ChartOfAccounts.h"
 #include "data/RecordSource.h"
 #include "keysend/KeySender.h"
 #include "lists/InvoiceLists.h"
+#include "lists/ListWidgets.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
 #include "lists/VendorNotes.h"
 #include "vendorscreen/FieldEntry.h"
 #include "vendorscreen/ScreenModes.h"
 #include "vendorscreen/VendorDisplay.h"
+#include "vendorscreen/VendorFields.h"
 #include "vendorscreen/VendorLayout.h"
 #include "vendorscreen/VendorLookup.h"
 #include "vendorscreen/VendorSaver.h"
@@ -40,23 +41,21 @@
 
 #include <algorithm>
 
-VendorWindow::VendorWindow(Session &session, Services &services) :
-    m_session(session), m_services(services)
+VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &programs) :
+    m_guard(services.dialogs, [&session] { return session.userName; }), m_programs(programs)
 {
     setObjectName(QStringLiteral("vendor"));
     setWindowTitle(QStringLiteral("A/P Master"));
-    m_programs = std::make_unique<ProgramRunner>(services.processes, services.dialogs,
-                                                 services.clock, services.clipboard, session);
-    m_staff = std::make_unique<StaffRecords>(services.databases, services.dialogs, session);
-    m_datavendor = std::make_unique<RecordSource>(services.databases, QStringLiteral("datavendor"));
-    m_datavendor->setUpdateTable(QStringLiteral("vendors"), QStringLiteral("vendnumber"));
-    m_datainvoice =
-        std::make_unique<RecordSource>(services.databases, QStringLiteral("datainvoice"));
-    m_datainvoice->setUpdateTable(QStringLiteral("invoices"), QStringLiteral("vendnumber"));
-    m_datachecks = std::make_unique<RecordSource>(services.databases, QStringLiteral("datachecks"));
-    m_datachecks->setUpdateTable(QStringLiteral("checks"), QStringLiteral("chknum"));
-
-    m_glaccounts = std::make_unique<RecordSource>(services.databases, QStringLiteral("glaccounts"));
+    auto source = [&services](const char *name, const char *table, const char *key) {
+        auto made = std::make_unique<RecordSource>(services.databases, QString::fromLatin1(name));
+        if (table)
+            made->setUpdateTable(QString::fromLatin1(table), QString::fromLatin1(key));
+        return made;
+    };
+    m_datavendor = source("datavendor", "vendors", "vendnumber");
+    m_datainvoice = source("datainvoice", "invoices", "vendnumber");
+    m_datachecks = source("datachecks", "checks", "chknum");
+    m_glaccounts = source("glaccounts", nullptr, nullptr);
 
     buildMenus();
     auto *central = new QWidget(this);
@@ -66,22 +65,61 @@ VendorWindow::VendorWindow(Session &session, Services &services) :
     m_c.helpwindow->setObjectName(QStringLiteral("helpwindow"));
     m_c.helpwindow->setReadOnly(true);
     m_c.helpwindow->setFocusPolicy(Qt::NoFocus);
+    m_status = StatusLine(m_c.helpwindow);
     buildLookupPanel(central);
     buildSplitPanel(central);
     setCentralWidget(central);
     resize(VendorLayout::windowSize);
-    m_lists = std::make_unique<InvoiceLists>(*this);
-    m_split = std::make_unique<SplitDetail>(*this);
-    m_totals = std::make_unique<OpenInvoiceTotals>(*this);
-    m_modes = std::make_unique<ScreenModes>(*this);
-    m_display = std::make_unique<VendorDisplay>(*this);
-    m_lookup = std::make_unique<VendorLookup>(*this);
-    m_notes = std::make_unique<VendorNotes>(*this);
-    m_saver = std::make_unique<VendorSaver>(*this);
+    buildAreas(session, services);
+    wire();
+}
+
+void VendorWindow::buildAreas(Session &session, Services &services)
+{
+    const ListWidgets listWidgets{.vendorNumber = m_c.Text1[0],
+                                  .cmdunpaid = m_c.cmdunpaid,
+                                  .cmdpaid = m_c.cmdpaid,
+                                  .cmdchecks = m_c.cmdchecks,
+                                  .cmdnotes = m_c.cmdnotes,
+                                  .cmdsplit = m_c.cmdsplit,
+                                  .oldToNew = m_c.optsort[0],
+                                  .gridcaption = m_c.gridcaption,
+                                  .grid1 = m_c.grid1,
+                                  .grid2 = m_c.grid2,
+                                  .notes = m_c.notes,
+                                  .frasplit = m_c.frasplit};
+    Dialogs &dialogs = services.dialogs;
+    m_totals = std::make_unique<OpenInvoiceTotals>(m_c.Text1[0], services.databases, services.clock,
+                                                   m_status);
+    m_lists = std::make_unique<InvoiceLists>(
+        listWidgets, InvoiceLists::Sources{*m_datainvoice, *m_datachecks}, *m_totals,
+        services.databases, services.clock, dialogs, m_status);
+    m_split = std::make_unique<SplitDetail>(
+        listWidgets, SplitDetail::Panel{m_c.frasplit, m_c.List1, m_c.List3, m_c.List2}, *m_lists,
+        *m_glaccounts, dialogs);
+    m_notes = std::make_unique<VendorNotes>(listWidgets, services.databases);
+    m_display =
+        std::make_unique<VendorDisplay>(*m_fields, *m_datavendor, *m_totals, m_state, dialogs);
+    m_modes = std::make_unique<ScreenModes>(
+        ScreenModes::Widgets{m_c.cmdadd, m_c.cmdmodify, m_c.cmdsave, m_c.cmddelete, m_c.cmdcancel,
+                             m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext, m_c.fralookup,
+                             m_c.frasplit, m_c.grid1, m_c.notes},
+        *m_fields, ScreenModes::Sources{*m_datavendor, *m_datainvoice, *m_datachecks},
+        ScreenModes::Areas{*m_display, *m_lists, *m_notes}, m_state, session, dialogs, m_status);
+    m_lookup = std::make_unique<VendorLookup>(
+        VendorLookup::Widgets{m_c.cmdlookup, m_c.fralookup, m_c.Option1, m_c.lookupinput,
+                              action(QStringLiteral("byname"))},
+        *m_fields, *m_datavendor, VendorLookup::Areas{*m_display, *m_lists, *m_modes}, m_state,
+        dialogs, m_programs, m_status);
+    m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor,
+                                            VendorSaver::Areas{*m_totals, *m_notes}, m_state,
+                                            session, services.databases, dialogs, m_status);
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_keys = std::make_unique<KeySender>();
-    m_fieldEntry = new FieldEntry(*this, [this](const QString &keys) { m_keys->sendKeys(keys); });
-    wire();
+    m_accounts = std::make_unique<ChartOfAccounts>(services.databases);
+    m_fieldEntry = std::make_unique<FieldEntry>(
+        *m_fields, *m_datavendor, m_state, session, dialogs, *m_accounts, m_programs, m_status,
+        [this](const QString &keys) { m_keys->sendKeys(keys); });
 }
 
 VendorWindow::~VendorWindow() = default;
@@ -212,11 +250,11 @@ QWidget *VendorWindow::buildVendorFrame()
     m_c.fravendor = new QGroupBox(tr("Vendor"));
     m_c.fravendor->setObjectName(QStringLiteral("fravendor"));
     for (int i = 0; i < fieldCount; ++i) {
-        m_c.label1[i] = new QLabel(VendorLayout::fieldCaption(i), m_c.fravendor);
+        m_c.label1[i] =
+            new QLabel(VendorFields::caption(static_cast<VendorField>(i)), m_c.fravendor);
         m_c.label1[i]->setObjectName(QStringLiteral("label1_%1").arg(i));
         m_c.Text1[i] = new QLineEdit(m_c.fravendor);
         m_c.Text1[i]->setObjectName(QStringLiteral("Text1_%1").arg(i));
-        m_c.Text1[i]->setProperty("index", i);
         m_c.Text1[i]->setAutoFillBackground(true);
         m_c.label1[i]->setBuddy(m_c.Text1[i]);
     }
@@ -227,9 +265,8 @@ QWidget *VendorWindow::buildVendorFrame()
         readable.setColor(QPalette::Disabled, role, readable.color(QPalette::Active, role));
     m_c.fravendor->setPalette(readable);
     m_c.fravendor->setEnabled(false);
-    for (int i = 13; i <= 16; ++i)
-        m_c.Text1[i]->setEnabled(
-            false); // figures the system keeps; unlocked by Add or a senior Modify
+    m_fields = std::make_unique<VendorFieldBoxes>(m_c.fravendor, m_c.label1, m_c.Text1);
+    m_fields->setKeptFiguresEnabled(false); // unlocked by Add or a senior Modify
     return m_c.fravendor;
 }
 
@@ -315,39 +352,55 @@ void VendorWindow::buildSplitPanel(QWidget *parent)
     m_c.frasplit->hide();
 }
 
+template <typename Sender, typename Signal>
+void VendorWindow::onSignal(Sender *sender, Signal signal, std::function<void()> handler)
+{
+    connect(sender, signal, this, [this, handler = std::move(handler)] { m_guard.run(handler); });
+}
+
 void VendorWindow::wire()
 {
-    connect(m_c.cmdexit, &QPushButton::clicked, this, &QWidget::close);
-    connect(action(QStringLiteral("exit")), &QAction::triggered, this, &QWidget::close);
-    connect(m_c.cmdlookup, &QPushButton::clicked, this, &VendorWindow::openLookup);
-    connect(m_c.cmdadd, &QPushButton::clicked, this, [this] { m_modes->add(); });
-    connect(m_c.cmdmodify, &QPushButton::clicked, this, [this] { m_modes->modify(); });
-    connect(m_c.cmdcancel, &QPushButton::clicked, this, [this] { m_modes->cancel(); });
-    connect(m_c.cmdnext, &QPushButton::clicked, this, [this] { m_modes->next(); });
-    connect(m_c.cmdprevious, &QPushButton::clicked, this, [this] { m_modes->previous(); });
-    connect(m_c.cmddelete, &QPushButton::clicked, this, [this] { m_modes->remove(); });
-    connect(m_c.cmdsave, &QPushButton::clicked, this, [this] { m_saver->save(); });
-    connect(m_c.cmdgo, &QPushButton::clicked, this, [this] { m_lookup->go(); });
-    connect(m_c.cmdcancellookup, &QPushButton::clicked, this, [this] { m_lookup->cancelLookup(); });
+    auto click = [this](QPushButton *button, std::function<void()> handler) {
+        onSignal(button, &QPushButton::clicked, std::move(handler));
+    };
+    auto trigger = [this](const char *name, std::function<void()> handler) {
+        onSignal(action(QString::fromLatin1(name)), &QAction::triggered, std::move(handler));
+    };
+    click(m_c.cmdexit, [this] { close(); });
+    trigger("exit", [this] { close(); });
+    click(m_c.cmdlookup, [this] { openLookup(); });
+    click(m_c.cmdadd, [this] { m_modes->add(); });
+    click(m_c.cmdmodify, [this] { m_modes->modify(); });
+    click(m_c.cmdcancel, [this] { m_modes->cancel(); });
+    click(m_c.cmdnext, [this] { m_modes->next(); });
+    click(m_c.cmdprevious, [this] { m_modes->previous(); });
+    click(m_c.cmddelete, [this] { m_modes->remove(); });
+    click(m_c.cmdsave, [this] { m_saver->save(); });
+    click(m_c.cmdgo, [this] { m_lookup->go(); });
+    click(m_c.cmdcancellookup, [this] { m_lookup->cancelLookup(); });
     connect(m_c.lookupinput, &QLineEdit::returnPressed, m_c.cmdgo, &QPushButton::click);
-    connect(m_c.cmdnotes, &QPushButton::clicked, this, [this] { m_notes->show(); });
-    m_c.lookupinput->installEventFilter(this);
-    for (QRadioButton *option : m_c.Option1)
-        option->installEventFilter(this);
-    m_c.notes->installEventFilter(this);
-    connect(m_c.cmdhelp, &QPushButton::clicked, this, &VendorWindow::help);
-    connect(m_c.cmdunpaid, &QPushButton::clicked, this, [this] { m_lists->showUnpaid(); });
-    connect(m_c.cmdpaid, &QPushButton::clicked, this, [this] { m_lists->showPaid(); });
-    connect(m_c.cmdchecks, &QPushButton::clicked, this, [this] { m_lists->showChecks(); });
-    connect(m_c.grid1->horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int column) { m_lists->resortInvoices(column); });
+    click(m_c.cmdnotes, [this] { m_notes->show(m_state.editing()); });
+    click(m_c.cmdhelp, [this] { help(); });
+    click(m_c.cmdunpaid, [this] { m_lists->showUnpaid(); });
+    click(m_c.cmdpaid, [this] { m_lists->showPaid(); });
+    click(m_c.cmdchecks, [this] { m_lists->showChecks(); });
+    click(m_c.cmdsplit, [this] { m_split->toggle(); });
+    connect(m_c.grid1->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+        m_guard.run([this, column] { m_lists->resortInvoices(column); });
+    });
     connect(m_c.grid2->horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int column) { m_lists->resortChecks(column); });
-    connect(m_c.cmdsplit, &QPushButton::clicked, this, [this] { m_split->toggle(); });
-    connect(m_c.grid1, &QTableView::doubleClicked, this,
-            [this](const QModelIndex &index) { m_split->rowActivated(index.row()); });
-    connect(action(QStringLiteral("mnuversion")), &QAction::triggered, this,
-            &VendorWindow::showVersion);
+            [this](int column) { m_guard.run([this, column] { m_lists->resortChecks(column); }); });
+    connect(m_c.grid1, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
+        m_guard.run([this, row = index.row()] { m_split->rowActivated(row); });
+    });
+    trigger("mnuversion", [this] { showVersion(); });
+
+    // What the areas report, and who acts on it.
+    connect(m_modes.get(), &ScreenModes::lookupRequested, this, &VendorWindow::openLookup);
+    connect(m_modes.get(), &ScreenModes::userFieldsClosing, this, &VendorWindow::closeUserFields);
+    connect(m_display.get(), &VendorDisplay::noRecord, m_modes.get(), &ScreenModes::cancel);
+    connect(m_saver.get(), &VendorSaver::finished, m_modes.get(), &ScreenModes::cancel);
+
     QAction *bynumber = action(QStringLiteral("bynumber"));
     QAction *byname = action(QStringLiteral("byname"));
     connect(bynumber, &QAction::triggered, this, [bynumber, byname] {
@@ -374,6 +427,16 @@ void VendorWindow::closeAccountNames()
     m_glaccounts->refresh();
 }
 
+void VendorWindow::releaseRecordSources()
+{
+    for (RecordSource *source : {m_datavendor.get(), m_datachecks.get(), m_datainvoice.get()}) {
+        source->setRecordSource(QString());
+        source->setDatabaseName(QString());
+        source->refresh();
+    }
+    m_lists->releaseCursor();
+}
+
 void VendorWindow::closeUserFields()
 {
     // The user-defined information window is not part of this screen yet; nothing to unload.
@@ -382,13 +445,13 @@ void VendorWindow::closeUserFields()
 void VendorWindow::help()
 {
     m_c.cmdhelp->setEnabled(false);
-    m_programs->help([this] { setTopmost(false); });
+    m_programs.help([this] { setTopmost(false); });
     m_c.cmdhelp->setEnabled(true);
 }
 
 void VendorWindow::showVersion()
 {
-    m_programs->runAndWait(m_programs->versionCommand(
+    m_programs.runAndWait(m_programs.versionCommand(
         QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()));
 }
 
@@ -433,16 +496,13 @@ int VendorWindow::backgroundColour() const
 void VendorWindow::useCanadianLabels()
 {
     m_canadian = true;
-    m_c.label1[5]->setText(tr("Province"));
-    m_c.label1[6]->setText(tr("Code"));
+    m_fields->label(VendorField::State)->setText(tr("Province"));
+    m_fields->label(VendorField::Zip)->setText(tr("Code"));
 }
 
 void VendorWindow::rememberGridWidths()
 {
-    m_grid1Width = VendorLayout::grid1DesignWidth;
-    m_grid2Width = VendorLayout::grid2DesignWidth;
-    m_grid1Columns = VendorLayout::grid1DesignColumns;
-    m_grid2Columns = VendorLayout::grid2DesignColumns;
+    m_lists->rememberDesignWidths();
 }
 
 QString VendorWindow::gridCaption() const
@@ -450,72 +510,9 @@ QString VendorWindow::gridCaption() const
     return m_c.gridcaption->text();
 }
 
-void VendorWindow::setGridCaption(const QString &caption)
-{
-    m_c.gridcaption->setText(caption);
-}
-
-void VendorWindow::setStatus(const QString &text)
-{
-    m_c.helpwindow->setText(text);
-    m_c.helpwindow->repaint();
-}
-
-QString VendorWindow::status() const
-{
-    return m_c.helpwindow->text();
-}
-
-void VendorWindow::blankFields()
-{
-    for (QLineEdit *field : m_c.Text1)
-        field->setText(QString());
-    // One repaint of the frame shows every emptied field at once, at a twenty-fourth of the cost.
-    m_c.fravendor->repaint();
-}
-
 void VendorWindow::openLookup()
 {
     m_lookup->open();
-}
-
-bool VendorWindow::eventFilter(QObject *watched, QEvent *event)
-{
-    const QEvent::Type type = event->type();
-    // The seven methods are one stop of the Tab key, as a group of options is on every desktop:
-    // Shift+Tab from the entry reaches the chosen method, Tab from a method the entry.
-    if (type == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        const bool isOption =
-            std::find(m_c.Option1.begin(), m_c.Option1.end(), watched) != m_c.Option1.end();
-        if (watched == m_c.lookupinput && key == Qt::Key_Backtab) {
-            for (QRadioButton *option : m_c.Option1)
-                if (option->isChecked())
-                    option->setFocus(Qt::BacktabFocusReason);
-            return true;
-        }
-        if (isOption && key == Qt::Key_Tab) {
-            m_c.lookupinput->setFocus(Qt::TabFocusReason);
-            return true;
-        }
-    }
-    if (watched == m_c.lookupinput) {
-        if (type == QEvent::FocusIn &&
-            static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason)
-            m_lookup->entryFocused();
-        else if (type == QEvent::FocusOut)
-            m_lookup->entryLeft();
-        else if (type == QEvent::KeyPress)
-            m_lookup->entryKey(static_cast<QKeyEvent *>(event)->key());
-    } else if (watched == m_c.notes) {
-        if (type == QEvent::FocusIn)
-            m_notes->focused();
-        else if (type == QEvent::FocusOut)
-            m_notes->left();
-        else if (type == QEvent::KeyPress && !static_cast<QKeyEvent *>(event)->text().isEmpty())
-            m_notes->keyTyped();
-    }
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void VendorWindow::closeEvent(QCloseEvent *event)
@@ -526,6 +523,5 @@ void VendorWindow::closeEvent(QCloseEvent *event)
         return;
     }
     emit closing();
-    Closing::run(*this);
     event->accept();
 }

@@ -1,14 +1,20 @@
 #pragma once
 
+#include "common/HandlerGuard.h"
+#include "common/StatusLine.h"
 #include "vendorscreen/ScreenState.h"
+#include "vendorscreen/StartupView.h"
+#include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QMainWindow>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
 class QAction;
+class QFrame;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -18,32 +24,30 @@ class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 class QTableView;
-class QFrame;
 
+class AccountLookup;
 class FieldEntry;
 class InvoiceLists;
 class KeySender;
+class OpenInvoiceTotals;
+class ProgramRunner;
+class RecordSource;
 class ScreenModes;
+class SplitDetail;
 class VendorDisplay;
 class VendorLookup;
 class VendorNotes;
 class VendorSaver;
-class OpenInvoiceTotals;
-class RecordSource;
-class SplitDetail;
-class ProgramRunner;
-class StaffRecords;
 struct Services;
 struct Session;
 
-// The vendor screen: it owns its widgets and wires them to the behaviour of each area.
-class VendorWindow : public QMainWindow {
+// The vendor screen: it owns its widgets, hands each area the widgets, values and services it
+// uses, and wires what the areas report to what the other areas do.
+class VendorWindow : public QMainWindow, public StartupView {
     Q_OBJECT
 
 public:
-    static constexpr int fieldCount = 24;
-    static constexpr int invoiceColumns = 11;
-    static constexpr int checkColumns = 9;
+    static constexpr int fieldCount = vendorFieldCount;
 
     // The window's controls, named as the module names them.
     struct Controls {
@@ -70,15 +74,13 @@ public:
         QLineEdit *helpwindow = nullptr;
     };
 
-    VendorWindow(Session &session, Services &services);
+    VendorWindow(Session &session, Services &services, ProgramRunner &programs);
     ~VendorWindow() override;
 
     const Controls &controls() const { return m_c; }
-    // A menu entry by its name ("mnurecalc", "rpt1099"); nullptr when there is none.
-    QAction *action(const QString &name) const;
-    QMenu *menu(const QString &name) const;
+    const VendorFieldBoxes &fields() const { return *m_fields; }
 
-    Session &session() { return m_session; }
+    // The areas, for the program's assembly and for tests that drive one directly.
     ScreenState &state() { return m_state; }
     InvoiceLists &lists() { return *m_lists; }
     SplitDetail &split() { return *m_split; }
@@ -88,54 +90,44 @@ public:
     VendorLookup &lookup() { return *m_lookup; }
     VendorNotes &notes() { return *m_notes; }
     VendorSaver &saver() { return *m_saver; }
-    KeySender &keys() { return *m_keys; }
-    Services &services() { return m_services; }
-    ProgramRunner &programs() { return *m_programs; }
-    StaffRecords &staff() { return *m_staff; }
     RecordSource &datavendor() { return *m_datavendor; }
     RecordSource &datainvoice() { return *m_datainvoice; }
     RecordSource &datachecks() { return *m_datachecks; }
     // The read-only snapshot of account numbers and names opened at start-up.
     RecordSource &glaccounts() { return *m_glaccounts; }
-    void openAccountNames();
-    void closeAccountNames();
 
-    // True from the end of start-up until the closing steps have run.
-    bool started() const { return m_started; }
-    void setStarted(bool on) { m_started = on; }
-    // Unloads the user-defined information window when it is open.
-    void closeUserFields();
-
-    // Window-level values kept by start-up.
-    void setTopmost(bool on);
-    bool isTopmost() const;
-    void centreOnScreen();
-    void setBackgroundColour(int bgr);
+    // What start-up and closing do to the window.
+    void setTopmost(bool on) override;
+    bool isTopmost() const override;
+    void centreOnScreen() override;
+    void setBackgroundColour(int bgr) override;
     int backgroundColour() const;
-    void useCanadianLabels();
+    void useCanadianLabels() override;
     bool canadianAddresses() const { return m_canadian; }
-    void setCanadianAddresses(bool on) { m_canadian = on; }
-    void rememberGridWidths();
-    int grid1DesignWidth() const { return m_grid1Width; }
-    const std::array<int, invoiceColumns> &grid1DesignColumns() const { return m_grid1Columns; }
-    int grid2DesignWidth() const { return m_grid2Width; }
-    const std::array<int, checkColumns> &grid2DesignColumns() const { return m_grid2Columns; }
+    void setCaption(const QString &caption) override { setWindowTitle(caption); }
+    void rememberGridWidths() override;
+    QAction *action(const QString &name) const override;
+    QMenu *menu(const QString &name) const override;
+    void showScreen() override { show(); }
+    void hideScreen() override { hide(); }
+    void openAccountNames() override;
+    void closeAccountNames() override;
+    void releaseRecordSources() override;
+    void closeUserFields() override;
+    void openLookup() override;
+    bool started() const override { return m_started; }
+    void setStarted(bool on) override { m_started = on; }
 
     QString gridCaption() const;
-    void setGridCaption(const QString &caption);
-    void setStatus(const QString &text);
-    QString status() const;
-
-    // The actions of the buttons, as a click would run them.
-    void openLookup();
-    void blankFields();
+    void setStatus(const QString &text) { m_status.show(text); }
+    QString status() const { return m_status.text(); }
 
 signals:
+    // The window is closing: the closing steps run now, before it goes.
     void closing();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void buildMenus();
@@ -144,35 +136,37 @@ private:
     QWidget *buildListArea();
     void buildLookupPanel(QWidget *parent);
     void buildSplitPanel(QWidget *parent);
+    void buildAreas(Session &session, Services &services);
     QAction *addEntry(QMenu *menu, const QString &name, const QString &text);
     void wire();
+    // Every button and menu entry runs behind the guard: nothing it throws ends the program.
+    template <typename Sender, typename Signal>
+    void onSignal(Sender *sender, Signal signal, std::function<void()> handler);
     void help();
     void showVersion();
 
-    Session &m_session;
-    Services &m_services;
     Controls m_c;
+    StatusLine m_status{nullptr};
+    HandlerGuard m_guard;
+    ProgramRunner &m_programs;
     ScreenState m_state;
+    std::unique_ptr<VendorFieldBoxes> m_fields;
+    std::unique_ptr<RecordSource> m_datavendor, m_datainvoice, m_datachecks, m_glaccounts;
+    std::unique_ptr<AccountLookup> m_accounts;
+    std::unique_ptr<KeySender> m_keys;
+    std::unique_ptr<OpenInvoiceTotals> m_totals;
     std::unique_ptr<InvoiceLists> m_lists;
     std::unique_ptr<SplitDetail> m_split;
-    std::unique_ptr<OpenInvoiceTotals> m_totals;
-    std::unique_ptr<ScreenModes> m_modes;
-    std::unique_ptr<VendorDisplay> m_display;
-    std::unique_ptr<VendorLookup> m_lookup;
+    // Destroyed before the widgets they filter events of.
     std::unique_ptr<VendorNotes> m_notes;
+    std::unique_ptr<VendorDisplay> m_display;
+    std::unique_ptr<ScreenModes> m_modes;
+    std::unique_ptr<VendorLookup> m_lookup;
     std::unique_ptr<VendorSaver> m_saver;
-    std::unique_ptr<KeySender> m_keys;
-    FieldEntry *m_fieldEntry = nullptr;
+    std::unique_ptr<FieldEntry> m_fieldEntry;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
-    std::unique_ptr<ProgramRunner> m_programs;
-    std::unique_ptr<StaffRecords> m_staff;
-    std::unique_ptr<RecordSource> m_datavendor, m_datainvoice, m_datachecks, m_glaccounts;
     bool m_started = false;
     bool m_canadian = false;
     int m_background = -1;
-    int m_grid1Width = 0;
-    int m_grid2Width = 0;
-    std::array<int, invoiceColumns> m_grid1Columns{};
-    std::array<int, checkColumns> m_grid2Columns{};
 };

@@ -315,8 +315,9 @@ TEST_F(StartupTest, MissingColumnOfACurrentFileIsCreatedAgain)
 {
     folder.exec("ap.mdb", "alter table vendors drop column vcontact2email");
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from pragma_table_info('vendors') "
-                                      "where name = 'vcontact2email'")
+    EXPECT_EQ(folder
+                  .scalar("ap.mdb", "select count(*) from pragma_table_info('vendors') "
+                                    "where name = 'vcontact2email'")
                   .toInt(),
               1);
 }
@@ -391,14 +392,15 @@ TEST_F(StartupTest, SecondCopyShowsAlreadyRunningAndLeavesFirstCopyAndStaffAlone
 {
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
     folder.exec("user.mdb", "update staff set location = 'Checked' where username = 'ANNE'");
-    Module second(folder.path());
-    EXPECT_EQ(second.start("VDR50ANNE"), Startup::AlreadyRunning);
-    ASSERT_NE(second.dialogs.last(), nullptr);
-    EXPECT_EQ(second.dialogs.last()->text, "The module is already running.");
-    EXPECT_EQ(second.dialogs.last()->title, "Uh-oh...");
-    EXPECT_EQ(second.dialogs.last()->icon, Dialogs::Icon::Information);
-    EXPECT_EQ(second.databases.openCount(), 0);
-    second.window.reset();
+    {
+        Module second(folder.path());
+        EXPECT_EQ(second.start("VDR50ANNE"), Startup::AlreadyRunning);
+        ASSERT_NE(second.dialogs.last(), nullptr);
+        EXPECT_EQ(second.dialogs.last()->text, "The module is already running.");
+        EXPECT_EQ(second.dialogs.last()->title, "Uh-oh...");
+        EXPECT_EQ(second.dialogs.last()->icon, Dialogs::Icon::Information);
+        EXPECT_EQ(second.databases.openCount(), 0);
+    } // the refused copy goes away
     EXPECT_EQ(staffLocation(), "Checked");
     EXPECT_TRUE(module.window->isVisible());
     EXPECT_TRUE(module.databases.isOpen("ap.mdb"));

@@ -50,7 +50,7 @@ TEST_F(ResortTest, HeadingClickOnTheInvoiceGridRunsAndReportsTheResort)
     EXPECT_EQ(invoiceStatement(), "select * from invoices where vendnumber = 12 and invstatus > 0 "
                                   "and invstatus < 4 order by invamount");
     EXPECT_EQ(window().lists().cursor().recordSource(), invoiceStatement());
-    EXPECT_EQ(window().state().listQuery, invoiceStatement());
+    EXPECT_EQ(window().lists().query(), invoiceStatement());
 }
 
 TEST_F(ResortTest, ResortIsAlwaysAscendingWhateverTheOrderOption)

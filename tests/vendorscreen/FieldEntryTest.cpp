@@ -2,6 +2,7 @@
 #include "common/Session.h"
 #include "data/RecordSource.h"
 #include "support/VendorScreen.h"
+#include "vendorscreen/VendorFields.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -23,7 +24,8 @@ class FieldPrompts : public ::testing::TestWithParam<PromptCase> {};
 
 TEST_P(FieldPrompts, EachFieldHasItsPromptWordForWord)
 {
-    EXPECT_EQ(FieldEntry::prompt(GetParam().index), QString::fromLatin1(GetParam().text));
+    EXPECT_EQ(VendorFields::prompt(static_cast<VendorField>(GetParam().index)),
+              QString::fromLatin1(GetParam().text));
 }
 
 INSTANTIATE_TEST_SUITE_P(

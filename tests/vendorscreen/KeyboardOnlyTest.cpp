@@ -13,8 +13,8 @@ protected:
     void SetUp() override
     {
         VendorScreen::SetUp();
-        QApplication::setActiveWindow(module.window.get());
-        ASSERT_TRUE(QTest::qWaitForWindowActive(module.window.get()));
+        QApplication::setActiveWindow(module.window);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(module.window));
     }
     QWidget *focused() const { return QApplication::focusWidget(); }
     // Keys go in through the window, as the platform delivers them, so that shortcuts work.

@@ -1,7 +1,9 @@
 #include "lists/OpenInvoiceTotals.h"
+#include "lists/VendorNotes.h"
 #include "support/VendorScreen.h"
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QTest>
@@ -18,7 +20,7 @@ TEST_F(NotesTest, VendorWithoutNotesInViewModeShowsAnEmptyUnchangedBox)
     EXPECT_TRUE(c().notes->isVisible());
     EXPECT_EQ(c().notes->toPlainText(), "");
     EXPECT_FALSE(c().notes->isEnabled());
-    EXPECT_EQ(module.window->state().notesChanged, 0);
+    EXPECT_EQ(module.window->notes().changed(), false);
     EXPECT_FALSE(c().grid1->isVisible());
     EXPECT_FALSE(c().grid2->isVisible());
     EXPECT_EQ(c().cmdsplit->text(), "Show Split Detail");
@@ -54,6 +56,30 @@ TEST_F(NotesTest, NullNotesShowAsEmptyText)
     EXPECT_EQ(module.dialogs.count(), 0);
 }
 
+TEST_F(NotesTest, ADatabaseErrorInTheNotesButtonIsReportedAndTheProgramGoesOn)
+{
+    lookup(0, "250");
+    folder.exec("ap.mdb", "drop table vendnotes");
+    c().cmdnotes->click();
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->text,
+              "Code 3078 near 0Unexpected problem... Call Velmora Data.");
+    EXPECT_EQ(module.dialogs.last()->title, "DEMO @ Apmaster");
+    EXPECT_TRUE(c().cmdnotes->isEnabled());
+    // The screen still works: the next vendor is shown.
+    c().cmdnext->click();
+    EXPECT_EQ(field(0), "251");
+}
+
+TEST_F(NotesTest, TheCaptionOverTheBoxSaysNotesNotTheLastList)
+{
+    lookup(0, "250");
+    c().cmdunpaid->click();
+    ASSERT_EQ(c().gridcaption->text(), "Unpaid Invoices");
+    c().cmdnotes->click();
+    EXPECT_EQ(c().gridcaption->text(), "Notes");
+}
+
 TEST_F(NotesTest, StoredNotesAreShown)
 {
     folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (250, 'Call before "
@@ -69,7 +95,7 @@ TEST_F(NotesTest, TypingInTheBoxMarksTheNotesChanged)
     c().cmdmodify->click();
     c().cmdnotes->click();
     QTest::keyClicks(c().notes, "x");
-    EXPECT_EQ(module.window->state().notesChanged, 1);
+    EXPECT_EQ(module.window->notes().changed(), true);
     EXPECT_EQ(c().notes->toPlainText(), "x");
 }
 
@@ -113,20 +139,20 @@ protected:
 TEST_F(TotalsTest, VendorWithoutOpenInvoicesHasZeroNotNull)
 {
     totalsFor("250");
-    EXPECT_EQ(module.window->state().openTotal, 0.0);
-    EXPECT_EQ(module.window->state().yearTotal, 0.0);
+    EXPECT_EQ(module.window->totals().openTotal(), 0.0);
+    EXPECT_EQ(module.window->totals().yearTotal(), 0.0);
 }
 
 TEST_F(TotalsTest, OpenTotalSumsStatusOneToThree)
 {
     totalsFor("100");
-    EXPECT_DOUBLE_EQ(module.window->state().openTotal, 26.21);
+    EXPECT_DOUBLE_EQ(module.window->totals().openTotal(), 26.21);
 }
 
 TEST_F(TotalsTest, DecemberThirtyFirstCountsAndNextJanuaryFirstDoesNot)
 {
     totalsFor("100");
-    EXPECT_DOUBLE_EQ(module.window->state().yearTotal, 111.11);
+    EXPECT_DOUBLE_EQ(module.window->totals().yearTotal(), 111.11);
 }
 
 TEST_F(TotalsTest, StatusLineIsRestoredAfterwards)
@@ -142,7 +168,7 @@ TEST_F(TotalsTest, NumberBelowOneKeepsTotalsAndTheRetrievingMessage)
     module.window->setStatus("before");
     totalsFor("0");
     EXPECT_EQ(module.window->status(), "Retrieving open invoices... one moment please...");
-    EXPECT_DOUBLE_EQ(module.window->state().openTotal, 26.21);
+    EXPECT_DOUBLE_EQ(module.window->totals().openTotal(), 26.21);
 }
 
 } // namespace

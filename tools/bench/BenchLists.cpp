@@ -6,12 +6,7 @@
 #include "BenchCompany.h"
 #include "ScriptedDialogs.h"
 
-#include "common/Services.h"
-#include "common/Session.h"
-#include "app/Startup.h"
-#include "common/Clipboard.h"
-#include "common/Clock.h"
-#include "common/Processes.h"
+#include "app/ModuleAssembly.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
@@ -129,23 +124,18 @@ int main(int argc, char *argv[])
         if (parser.isSet(QStringLiteral("make")))
             BenchCompany::make(20000);
 
-        Session session;
-        SystemClock clock;
         ScriptedDialogs dialogs;
-        SystemClipboard clipboard;
-        SystemProcesses processes;
-        Databases databases;
-        Services services{dialogs, clock, clipboard, processes, databases};
-        VendorWindow window(session, services);
         const QTemporaryDir lockFolder;
-        Startup startup(window, lockFolder.path());
+        ModuleAssembly module({.dialogs = &dialogs, .lockFolder = lockFolder.path()});
+        VendorWindow &window = module.window();
+        Databases &databases = module.databases();
 
         QString user = parser.value(QStringLiteral("user"));
         if (user.isEmpty())
             user = firstUser(databases);
         QElapsedTimer started;
         started.start();
-        if (const std::optional<int> refused = startup.run(QStringLiteral("VDR99") + user)) {
+        if (const std::optional<int> refused = module.start(QStringLiteral("VDR99") + user)) {
             std::fprintf(stderr, "Start-up refused (%d).\n", *refused);
             return 1;
         }

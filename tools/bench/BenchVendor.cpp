@@ -4,12 +4,7 @@
 #include "BenchSupport.h"
 #include "ScriptedDialogs.h"
 
-#include "common/Services.h"
-#include "common/Session.h"
-#include "app/Startup.h"
-#include "common/Clipboard.h"
-#include "common/Clock.h"
-#include "common/Processes.h"
+#include "app/ModuleAssembly.h"
 #include "data/Databases.h"
 #include "data/RecordSource.h"
 #include "vendorscreen/ScreenModes.h"
@@ -28,18 +23,6 @@
 #include <memory>
 
 namespace {
-
-struct Copy {
-    Session session;
-    ScriptedDialogs dialogs;
-    SystemClock clock;
-    SystemClipboard clipboard;
-    SystemProcesses processes;
-    Databases databases;
-    Services services{dialogs, clock, clipboard, processes, databases};
-    std::unique_ptr<VendorWindow> window;
-    std::unique_ptr<Startup> startup;
-};
 
 void report(const char *what, double ms, const char *target)
 {
@@ -62,20 +45,18 @@ int main(int argc, char *argv[])
         QDir::setCurrent(QString::fromLocal8Bit(argv[1]));
     QTemporaryDir locks;
 
-    Copy copy;
+    ScriptedDialogs dialogs;
     QElapsedTimer timer;
     timer.start();
-    copy.window = std::make_unique<VendorWindow>(copy.session, copy.services);
-    copy.startup = std::make_unique<Startup>(*copy.window, locks.path());
-    if (copy.startup->run(QStringLiteral("VDR99DEMO"))) {
-        std::fprintf(stderr, "start-up refused: %s\n",
-                     qPrintable(copy.dialogs.messages.join(" | ")));
+    ModuleAssembly copy({.dialogs = &dialogs, .lockFolder = locks.path()});
+    if (copy.start(QStringLiteral("VDR99DEMO"))) {
+        std::fprintf(stderr, "start-up refused: %s\n", qPrintable(dialogs.messages.join(" | ")));
         return 1;
     }
     const double startupMs = timer.nsecsElapsed() / 1e6;
-    VendorWindow &w = *copy.window;
+    VendorWindow &w = copy.window();
     const auto &c = w.controls();
-    Databases &dbs = copy.databases;
+    Databases &dbs = copy.databases();
 
     std::printf("vendors: %s, invoices: %s\n",
                 qPrintable(firstValue(dbs, QStringLiteral("select count(*) from vendors"))),
@@ -112,7 +93,7 @@ int main(int argc, char *argv[])
         report(qPrintable(label), ms, "< 50 ms");
         if (c.Text1[0]->text().isEmpty())
             std::printf("   (no vendor shown for entry '%s': %s)\n", qPrintable(entries[method]),
-                        qPrintable(copy.dialogs.messages.join(" | ")));
+                        qPrintable(dialogs.messages.join(" | ")));
     }
 
     // Next and Previous at the start of a long result and after walking deep into it.
@@ -140,7 +121,7 @@ int main(int argc, char *argv[])
     }
     std::sort(saves.begin(), saves.end());
     report("Save (modify mode)", saves[saves.size() / 2], "< 20 ms");
-    std::printf("messages shown: %lld\n", static_cast<long long>(copy.dialogs.messages.size()));
+    std::printf("messages shown: %lld\n", static_cast<long long>(dialogs.messages.size()));
     w.close();
     return 0;
 }
