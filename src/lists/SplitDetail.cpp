@@ -69,9 +69,11 @@ void SplitDetail::run()
 
 void SplitDetail::place()
 {
+    // Centred across the list pane it opens over and a third of the way down it, so that the
+    // list buttons (the split button among them) stay uncovered.
     QGroupBox *panel = m_panel.frasplit;
-    const QWidget *screen = panel->window();
-    panel->move((screen->width() - panel->width()) / 2, (screen->height() - panel->height()) / 3);
+    const QWidget *pane = panel->parentWidget();
+    panel->move((pane->width() - panel->width()) / 2, (pane->height() - panel->height()) / 3);
 }
 
 bool SplitDetail::findSelected()

@@ -1,5 +1,6 @@
 #include "vendorscreen/VendorLayout.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -53,8 +54,7 @@ void arrangeFields(QGroupBox *frame, const std::array<QLabel *, 24> &labels,
 }
 
 void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,
-                  const std::array<QRadioButton *, 2> &sortOptions, QLabel *caption,
-                  const std::vector<QWidget *> &stacked)
+                  const std::array<QRadioButton *, 2> &sortOptions, QWidget *pane)
 {
     auto *column = new QVBoxLayout(area);
     column->setContentsMargins(0, 0, 0, 0);
@@ -66,6 +66,13 @@ void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,
         row->addWidget(r);
     row->addStretch(1);
     column->addLayout(row);
+    column->addWidget(pane, 1);
+}
+
+void arrangeListPane(QWidget *pane, QLabel *caption, const std::vector<QWidget *> &stacked)
+{
+    auto *column = new QVBoxLayout(pane);
+    column->setContentsMargins(0, 0, 0, 0);
     QFont bold = caption->font();
     bold.setBold(true);
     caption->setFont(bold);
@@ -96,18 +103,34 @@ void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &option
 
 void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names, QListWidget *amounts)
 {
-    auto *row = new QHBoxLayout(panel);
-    row->addWidget(numbers, 2);
-    row->addWidget(names, 5);
-    row->addWidget(amounts, 2);
-    panel->resize(560, 240);
+    auto *grid = new QGridLayout(panel);
+    grid->setVerticalSpacing(2);
+    const std::pair<QListWidget *, const char *> columns[] = {
+        {numbers, QT_TRANSLATE_NOOP("VendorLayout", "Account")},
+        {names, QT_TRANSLATE_NOOP("VendorLayout", "Name")},
+        {amounts, QT_TRANSLATE_NOOP("VendorLayout", "Amount")},
+    };
+    int at = 0;
+    for (const auto &[list, heading] : columns) {
+        auto *label = new QLabel(QCoreApplication::translate("VendorLayout", heading), panel);
+        label->setObjectName(list->objectName() + QStringLiteral("heading"));
+        label->setBuddy(list);
+        grid->addWidget(label, 0, at);
+        grid->addWidget(list, 1, at);
+        ++at;
+    }
+    grid->setColumnStretch(0, 2);
+    grid->setColumnStretch(1, 5);
+    grid->setColumnStretch(2, 2);
+    // Ten lines, the most an invoice is split over, without a scroll bar.
+    panel->resize(500, 250);
 }
 
-void placeLookup(QGroupBox *panel, QWidget *vendorFrame)
+// Over the list pane, level with its top and with the vendor frame's left edge.
+void placeLookup(QGroupBox *panel, QWidget *over)
 {
-    const QPoint origin = vendorFrame->mapTo(panel->parentWidget(), QPoint(0, 0));
-    panel->move(origin.x() + (vendorFrame->width() - panel->width()) / 2,
-                origin.y() + (vendorFrame->height() - panel->height()) / 2);
+    const QPoint origin = over->mapTo(panel->parentWidget(), QPoint(0, 0));
+    panel->move(origin);
 }
 
 } // namespace VendorLayout

@@ -24,13 +24,15 @@ void arrange(QWidget *central, QWidget *buttons, QWidget *vendorFrame, QWidget *
 void arrangeButtons(QWidget *strip, const std::vector<QPushButton *> &buttons);
 void arrangeFields(QGroupBox *frame, const std::array<QLabel *, 24> &labels,
                    const std::array<QLineEdit *, 24> &fields);
+// The list buttons and sort options in a row, and under them the pane the lists sit in.
 void arrangeLists(QWidget *area, const std::vector<QPushButton *> &buttons,
-                  const std::array<QRadioButton *, 2> &sortOptions, QLabel *caption,
-                  const std::vector<QWidget *> &stacked);
+                  const std::array<QRadioButton *, 2> &sortOptions, QWidget *pane);
+void arrangeListPane(QWidget *pane, QLabel *caption, const std::vector<QWidget *> &stacked);
 void arrangeLookup(QGroupBox *panel, const std::array<QRadioButton *, 7> &options, QLineEdit *input,
                    QPushButton *go, QPushButton *cancel);
 void arrangeSplit(QGroupBox *panel, QListWidget *numbers, QListWidget *names, QListWidget *amounts);
-// The lookup panel sits over the vendor fields.
-void placeLookup(QGroupBox *panel, QWidget *vendorFrame);
+// The lookup panel opens at the top left of the given widget (the list pane), so that it
+// covers no caption of the vendor fields and no button.
+void placeLookup(QGroupBox *panel, QWidget *over);
 
 } // namespace VendorLayout

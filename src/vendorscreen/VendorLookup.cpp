@@ -105,7 +105,7 @@ void VendorLookup::open()
     m_w.cmdlookup->setEnabled(false);
     m_fields.blank();
     m_areas.lists.fitColumns();
-    VendorLayout::placeLookup(m_w.fralookup, m_fields.frame());
+    VendorLayout::placeLookup(m_w.fralookup, m_w.over);
     m_w.fralookup->show();
     m_w.fralookup->raise();
     m_w.Option1[m_w.byname->isChecked() ? 1 : 0]->setChecked(true);

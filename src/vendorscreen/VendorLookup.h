@@ -9,6 +9,7 @@ class Dialogs;
 class InvoiceLists;
 class ProgramRunner;
 class QAction;
+class QWidget;
 class QGroupBox;
 class QLineEdit;
 class QPushButton;
@@ -32,6 +33,7 @@ public:
         std::array<QRadioButton *, 7> Option1{};
         QLineEdit *lookupinput = nullptr;
         QAction *byname = nullptr; // checked: the panel opens on "Vendor Name"
+        QWidget *over = nullptr;   // where the panel opens: over the lists, not the fields
     };
     // The areas a lookup reaches.
     struct Areas {

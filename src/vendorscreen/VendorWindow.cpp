@@ -67,7 +67,6 @@ VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &
     m_c.helpwindow->setFocusPolicy(Qt::NoFocus);
     m_status = StatusLine(m_c.helpwindow);
     buildLookupPanel(central);
-    buildSplitPanel(central);
     setCentralWidget(central);
     resize(VendorLayout::windowSize);
     buildAreas(session, services);
@@ -76,7 +75,7 @@ VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &
 
 void VendorWindow::buildAreas(Session &session, Services &services)
 {
-    const ListWidgets listWidgets{.vendorNumber = m_c.Text1[0],
+    const ListWidgets listWidgets{.vendorNumber = m_fields->box(VendorField::Number),
                                   .cmdunpaid = m_c.cmdunpaid,
                                   .cmdpaid = m_c.cmdpaid,
                                   .cmdchecks = m_c.cmdchecks,
@@ -89,8 +88,8 @@ void VendorWindow::buildAreas(Session &session, Services &services)
                                   .notes = m_c.notes,
                                   .frasplit = m_c.frasplit};
     Dialogs &dialogs = services.dialogs;
-    m_totals = std::make_unique<OpenInvoiceTotals>(m_c.Text1[0], services.databases, services.clock,
-                                                   m_status);
+    m_totals = std::make_unique<OpenInvoiceTotals>(m_fields->box(VendorField::Number),
+                                                   services.databases, services.clock, m_status);
     m_lists = std::make_unique<InvoiceLists>(
         listWidgets, InvoiceLists::Sources{*m_datainvoice, *m_datachecks}, *m_totals,
         services.databases, services.clock, dialogs, m_status);
@@ -108,7 +107,7 @@ void VendorWindow::buildAreas(Session &session, Services &services)
         ScreenModes::Areas{*m_display, *m_lists, *m_notes}, m_state, session, dialogs, m_status);
     m_lookup = std::make_unique<VendorLookup>(
         VendorLookup::Widgets{m_c.cmdlookup, m_c.fralookup, m_c.Option1, m_c.lookupinput,
-                              action(QStringLiteral("byname"))},
+                              action(QStringLiteral("byname")), m_c.listpane},
         *m_fields, *m_datavendor, VendorLookup::Areas{*m_display, *m_lists, *m_modes}, m_state,
         dialogs, m_programs, m_status);
     m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor,
@@ -293,11 +292,14 @@ QWidget *VendorWindow::buildListArea()
     for (int i = 0; i < 2; ++i)
         m_c.optsort[i]->setObjectName(QStringLiteral("optsort_%1").arg(i));
     m_c.optsort[1]->setChecked(true); // newest first, as a bookkeeper usually looks
-    m_c.gridcaption = new QLabel(area);
+    // The caption and what it names: a list, the notes, and the split panel over them.
+    m_c.listpane = new QWidget(area);
+    m_c.listpane->setObjectName(QStringLiteral("listpane"));
+    m_c.gridcaption = new QLabel(m_c.listpane);
     m_c.gridcaption->setObjectName(QStringLiteral("gridcaption"));
-    m_c.grid1 = new QTableView(area);
+    m_c.grid1 = new QTableView(m_c.listpane);
     m_c.grid1->setObjectName(QStringLiteral("grid1"));
-    m_c.grid2 = new QTableView(area);
+    m_c.grid2 = new QTableView(m_c.listpane);
     m_c.grid2->setObjectName(QStringLiteral("grid2"));
     for (QTableView *grid : {m_c.grid1, m_c.grid2}) {
         grid->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -305,12 +307,13 @@ QWidget *VendorWindow::buildListArea()
         grid->verticalHeader()->setDefaultSectionSize(20);
         grid->hide();
     }
-    m_c.notes = new QPlainTextEdit(area);
+    m_c.notes = new QPlainTextEdit(m_c.listpane);
     m_c.notes->setObjectName(QStringLiteral("notes"));
     m_c.notes->setEnabled(false);
     m_c.notes->hide();
-    VendorLayout::arrangeLists(area, made, m_c.optsort, m_c.gridcaption,
-                               {m_c.grid1, m_c.grid2, m_c.notes});
+    VendorLayout::arrangeListPane(m_c.listpane, m_c.gridcaption, {m_c.grid1, m_c.grid2, m_c.notes});
+    VendorLayout::arrangeLists(area, made, m_c.optsort, m_c.listpane);
+    buildSplitPanel(m_c.listpane);
     return area;
 }
 
@@ -480,12 +483,29 @@ void VendorWindow::centreOnScreen()
 void VendorWindow::setBackgroundColour(int bgr)
 {
     m_background = bgr;
-    for (QWidget *w : {static_cast<QWidget *>(this), static_cast<QWidget *>(m_c.Picture1)}) {
+    const QColor background = Colours::fromBgr(bgr);
+    // The captions keep the practice's background and take the text colour that reads on it
+    // (white on blue, black on yellow), also while the vendor frame is locked.
+    const QColor text = Colours::textOn(background);
+    for (QWidget *w : {static_cast<QWidget *>(this), static_cast<QWidget *>(m_c.Picture1),
+                       static_cast<QWidget *>(m_c.fravendor)}) {
         QPalette p = w->palette();
-        p.setColor(QPalette::Window, Colours::fromBgr(bgr));
+        if (w != m_c.fravendor) {
+            p.setColor(QPalette::Window, background);
+            w->setAutoFillBackground(true);
+        }
+        for (QPalette::ColorGroup group :
+             {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+            p.setColor(group, QPalette::WindowText, text);
         w->setPalette(p);
-        w->setAutoFillBackground(true);
     }
+    // The menu bar's entries sit on the same background.
+    QPalette bar = menuBar()->palette();
+    for (QPalette::ColorRole role : {QPalette::Window, QPalette::Button})
+        bar.setColor(role, background);
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::ButtonText})
+        bar.setColor(role, text);
+    menuBar()->setPalette(bar);
 }
 
 int VendorWindow::backgroundColour() const

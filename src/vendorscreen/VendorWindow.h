@@ -66,6 +66,7 @@ public:
         QPushButton *cmdunpaid = nullptr, *cmdpaid = nullptr, *cmdchecks = nullptr,
                     *cmdnotes = nullptr, *cmdsplit = nullptr;
         std::array<QRadioButton *, 2> optsort{};
+        QWidget *listpane = nullptr; // under the list buttons: the caption and the lists
         QLabel *gridcaption = nullptr;
         QTableView *grid1 = nullptr, *grid2 = nullptr;
         QPlainTextEdit *notes = nullptr;

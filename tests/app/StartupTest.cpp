@@ -1,4 +1,5 @@
 #include "app/PracticeColour.h"
+#include "common/Colours.h"
 #include "data/RecordSource.h"
 #include "support/DataFolder.h"
 #include "support/LogCapture.h"
@@ -386,6 +387,50 @@ TEST_F(StartupTest, WithoutPracticeFileTheDesignedColourStays)
     const QColor designed = module.window->palette().color(QPalette::Window);
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
     EXPECT_EQ(module.window->palette().color(QPalette::Window), designed);
+}
+
+// Every caption of the screen in the text colour it is drawn with, against the window's
+// background: the vendor frame's (locked and unlocked), the lookup panel's, the list options'.
+class PracticeContrastTest : public ::testing::TestWithParam<const char *> {
+protected:
+    DataFolder folder;
+    Module module{folder.path()};
+};
+
+TEST_P(PracticeContrastTest, CaptionsAreReadableOnThePracticeColour)
+{
+    folder.writeFile("practice.dat", GetParam());
+    ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
+    const auto &c = module.window->controls();
+    const QColor background = module.window->palette().color(QPalette::Window);
+    std::vector<QWidget *> captions(c.label1.begin(), c.label1.end());
+    captions.insert(captions.end(), c.Option1.begin(), c.Option1.end());
+    captions.insert(captions.end(), c.optsort.begin(), c.optsort.end());
+    for (bool locked : {true, false}) {
+        c.fravendor->setEnabled(!locked);
+        for (QWidget *caption : captions) {
+            const QPalette::ColorGroup group =
+                caption->isEnabled() ? QPalette::Active : QPalette::Disabled;
+            const QColor text = caption->palette().color(group, QPalette::WindowText);
+            EXPECT_GE(Colours::contrast(text, background), 4.5)
+                << GetParam() << " " << caption->objectName().toStdString()
+                << (locked ? " locked" : "");
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Colours, PracticeContrastTest,
+                         ::testing::Values("Blue", "black", "magenta", "red", "green", "yellow",
+                                           "cyan", "white", "&H00800000&"));
+
+TEST(ColourContrast, WhiteOnBlueAndBlackOnYellow)
+{
+    EXPECT_EQ(Colours::textOn(QColor(0, 0, 255)), QColor(Qt::white));
+    EXPECT_EQ(Colours::textOn(QColor(255, 255, 0)), QColor(Qt::black));
+    // Pure red reads slightly better in black (5.3) than in white (4.0).
+    EXPECT_EQ(Colours::textOn(QColor(255, 0, 0)), QColor(Qt::black));
+    EXPECT_NEAR(Colours::contrast(Qt::black, Qt::white), 21.0, 0.01);
+    EXPECT_NEAR(Colours::contrast(Qt::white, QColor(0, 0, 255)), 8.59, 0.01);
 }
 
 TEST_F(StartupTest, SecondCopyShowsAlreadyRunningAndLeavesFirstCopyAndStaffAlone)

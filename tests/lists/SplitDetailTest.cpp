@@ -159,15 +159,19 @@ TEST_F(SplitDetailTest, SplitButtonTogglesThePanelAndItsCaption)
     EXPECT_TRUE(controls().cmdsplit->isEnabled());
 }
 
-TEST_F(SplitDetailTest, PanelIsCentredAcrossAndAThirdDownTheWindow)
+TEST_F(SplitDetailTest, PanelIsCentredAcrossAndAThirdDownTheListPane)
 {
     addInvoice({.number = "S1", .status = 1});
     click(controls().cmdunpaid);
     window().resize(1000, 700);
+    controls().listpane->resize(900, 390); // as if laid out at that size
     pressSplit();
     const QGroupBox *panel = controls().frasplit;
-    EXPECT_EQ(panel->x(), (window().width() - panel->width()) / 2);
-    EXPECT_EQ(panel->y(), (window().height() - panel->height()) / 3);
+    ASSERT_EQ(panel->parentWidget(), controls().listpane);
+    ASSERT_EQ(panel->width(), 500);
+    ASSERT_EQ(panel->height(), 250);
+    EXPECT_EQ(panel->x(), 200); // (900 - 500) / 2
+    EXPECT_EQ(panel->y(), 46);  // (390 - 250) / 3
 }
 
 TEST_F(SplitDetailTest, LoadingAListHidesThePanelAndResetsTheCaption)
