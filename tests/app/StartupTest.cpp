@@ -4,6 +4,7 @@
 #include "support/DataFolder.h"
 #include "support/LogCapture.h"
 #include "support/Module.h"
+#include "support/SharedTestData.h"
 
 #include <QAction>
 #include <QApplication>
@@ -325,9 +326,8 @@ TEST_F(StartupTest, MissingColumnOfACurrentFileIsCreatedAgain)
 
 TEST_F(StartupTest, AccessFileInPlaceOfGlIsNamedAndLeftAlone)
 {
-    const QString sample = QStringLiteral(APMASTER_SHARED_TESTDATA "/access/DateTestDatabase.mdb");
-    if (!QFile::exists(sample))
-        GTEST_SKIP() << "no Access sample file beside the project";
+    const QString sample = SharedTestData::find("access/DateTestDatabase.mdb");
+    SKIP_WITHOUT_SHARED_FILE(sample, "access/DateTestDatabase.mdb");
     QFile::remove(folder.file("gl.mdb"));
     ASSERT_TRUE(QFile::copy(sample, folder.file("gl.mdb")));
     const QByteArray before = folder.readFile("gl.mdb").toLatin1();

@@ -2,6 +2,7 @@
 #include "data/DbError.h"
 #include "data/Schema.h"
 #include "support/DataFolder.h"
+#include "support/SharedTestData.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,9 +39,9 @@ TEST(Databases, OpeningAMissingFileFailsAndCreatesNothing)
 TEST(Databases, AnAccessFileIsNamedInTheMessageAndLeftUntouched)
 {
     for (const char *sample : {"nwind.mdb", "DateTestDatabase.mdb"}) {
-        const QString path = QStringLiteral(APMASTER_SHARED_TESTDATA "/access/") + sample;
-        if (!QFile::exists(path))
-            GTEST_SKIP() << "no Access sample file beside the project";
+        const QString relative = QStringLiteral("access/") + QLatin1String(sample);
+        const QString path = SharedTestData::find(relative);
+        SKIP_WITHOUT_SHARED_FILE(path, relative);
         DataFolder folder;
         QFile::remove(folder.file("ap.mdb"));
         ASSERT_TRUE(QFile::copy(path, folder.file("ap.mdb")));

@@ -3,6 +3,7 @@
 #include "keysend/KeyNames.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -336,15 +337,32 @@ TEST_F(KeySenderTest, KeysStillWaitingWhenTheSenderGoesAreDropped)
     EXPECT_EQ(first->text(), QString());
 }
 
-TEST_F(KeySenderTest, JunkKeyStringsDoNotFail)
+TEST_F(KeySenderTest, JunkKeyStringsLeaveNoKeyHeldAndTheSenderWorking)
 {
     KeySender sender(&locks);
+    KeyRecorder recorder;
     for (const char16_t *keys : {u"{", u"}", u"((((", u"))))", u"+^%", u"{TAB", u"{}}}}",
                                  u"%({NUMPAD9}{NUMPAD9}{NUMPAD9}{NUMPAD9}", u""}) {
         sender.sendKeys(QString::fromUtf16(keys));
+        letKeysArrive();
     }
+    // Every key that went down came up again: no Shift, Ctrl or Alt is left held.
+    QHash<int, int> down;
+    for (const KeyRecorder::Key &key : recorder.keys)
+        down[key.key] += key.press ? 1 : -1;
+    for (auto it = down.cbegin(); it != down.cend(); ++it)
+        EXPECT_EQ(it.value(), 0) << "key " << it.key();
+    EXPECT_FALSE(locks.isOn(KeyNames::CapsLock));
+    EXPECT_FALSE(locks.isOn(KeyNames::NumLock));
+    // And the next key string types as it should.
+    first->setFocus();
+    first->clear();
+    recorder.keys.clear();
+    sender.sendKeys(QStringLiteral("x"));
     letKeysArrive();
-    SUCCEED();
+    EXPECT_EQ(first->text(), QStringLiteral("x"));
+    ASSERT_FALSE(recorder.keys.isEmpty());
+    EXPECT_EQ(recorder.keys.first().modifiers, Qt::NoModifier);
 }
 
 } // namespace

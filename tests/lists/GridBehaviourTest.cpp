@@ -121,11 +121,12 @@ TEST_F(LargeVendorTest, ScrollingDownFetchesTheNextRows)
     click(controls().cmdunpaid);
     QTableView *grid = controls().grid1;
     const int before = grid->model()->rowCount();
-    grid->scrollToBottom();
-    QTest::qWait(20);
-    grid->scrollToBottom();
-    QTest::qWait(20);
-    EXPECT_GT(grid->model()->rowCount(), before);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            grid->scrollToBottom();
+            return grid->model()->rowCount() > before;
+        },
+        2000));
     EXPECT_LT(grid->model()->rowCount(), 20000);
 }
 

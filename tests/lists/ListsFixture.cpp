@@ -15,11 +15,10 @@ QString sqlValue(const QVariant &value)
 }
 } // namespace
 
-void ListsFixture::SetUp()
+void ListsFixture::addVendors()
 {
     folder.addVendor(12, QStringLiteral("Paper Co"));
     folder.addVendor(13, QStringLiteral("Hall Rentals"));
-    ASSERT_EQ(module.start(QStringLiteral("VDR99DEMO")), std::nullopt);
 }
 
 void ListsFixture::setVendor(const QString &text)

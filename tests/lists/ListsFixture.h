@@ -1,7 +1,6 @@
 #pragma once
 
-#include "support/DataFolder.h"
-#include "support/Module.h"
+#include "support/VendorScreen.h"
 
 #include <QStringList>
 #include <QVariant>
@@ -26,14 +25,11 @@ struct InvoiceRow {
     QVariant due = 20260131;
 };
 
-// The module started on a data folder with vendor 12 on file, ending on the lookup panel; the
+// The vendor screen's fixture with vendors 12 and 13 on file, ending on the lookup panel; the
 // vendor number is typed into the first vendor field directly.
-class ListsFixture : public ::testing::Test {
+class ListsFixture : public VendorScreen {
 protected:
-    DataFolder folder;
-    Module module{folder.path()};
-
-    void SetUp() override;
+    void addVendors() override;
 
     VendorWindow &window() { return *module.window; }
     const VendorWindow::Controls &controls() { return module.window->controls(); }

@@ -261,8 +261,7 @@ TEST_F(FieldEntryTest, EnterInAnyFieldMovesToTheNextAndNeverReachesTheField)
         focus(i);
         const QString before = field(i);
         QTest::keyClick(c().Text1[i], Qt::Key_Return);
-        QTest::qWait(20);
-        EXPECT_TRUE(c().Text1[i + 1]->hasFocus()) << i;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return c().Text1[i + 1]->hasFocus(); }, 2000)) << i;
         EXPECT_EQ(field(i), before) << i;
     }
 }

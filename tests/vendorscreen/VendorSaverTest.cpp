@@ -12,8 +12,6 @@
 #include <QTimer>
 
 #include <chrono>
-#include <future>
-#include <thread>
 
 namespace {
 
@@ -301,26 +299,28 @@ TEST_F(TwoUsers, LockReleasedDuringTheRetriesLetsTheSaveThrough)
     lookup(0, "100");
     c().cmdmodify->click();
     c().Text1[7]->setText("333-333-3333");
-    // Another workstation holds the write lock for half a second, then lets go.
-    std::promise<void> locked;
-    std::thread holder([&] {
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "holder3");
-            db.setDatabaseName(folder.file("ap.mdb"));
-            db.open();
-            QSqlQuery lock(db);
-            lock.exec("begin immediate");
-            locked.set_value();
-            std::this_thread::sleep_for(std::chrono::milliseconds(500));
-            lock.exec("rollback");
-            lock.finish();
-            db.close();
-        }
-        QSqlDatabase::removeDatabase("holder3");
-    });
-    locked.get_future().wait();
-    c().cmdsave->click();
-    holder.join();
+    // Another workstation holds the write lock until the save has met it twice, then lets go;
+    // the save waits with the event loop running, so the release happens meanwhile.
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "holder3");
+        db.setDatabaseName(folder.file("ap.mdb"));
+        ASSERT_TRUE(db.open());
+        QSqlQuery lock(db);
+        ASSERT_TRUE(lock.exec("begin immediate"));
+        QTimer release;
+        QObject::connect(&release, &QTimer::timeout, [&] {
+            if (module.window->state().saveRetryCount >= 2) {
+                lock.exec("rollback");
+                release.stop();
+            }
+        });
+        release.start(5);
+        c().cmdsave->click();
+        EXPECT_FALSE(release.isActive());
+        lock.finish();
+        db.close();
+    }
+    QSqlDatabase::removeDatabase("holder3");
     EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "333-333-3333");
     EXPECT_GT(module.window->state().saveRetryCount, 0);
     EXPECT_LT(module.window->state().saveRetryCount, 21);
