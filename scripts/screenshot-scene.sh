@@ -26,6 +26,10 @@ if [ "$scene" != lookup ]; then
   xdotool key --window "$win" Return
   sleep 0.6
 fi
+if [ "$scene" = notes ]; then
+  xdotool key --window "$win" alt+o   # notes
+  sleep 0.6
+fi
 if [ "$scene" = split ]; then
   xdotool key --window "$win" alt+i   # unpaid invoices
   sleep 0.6

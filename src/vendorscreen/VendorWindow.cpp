@@ -310,6 +310,11 @@ QWidget *VendorWindow::buildListArea()
     m_c.notes = new QPlainTextEdit(m_c.listpane);
     m_c.notes->setObjectName(QStringLiteral("notes"));
     m_c.notes->setEnabled(false);
+    // Notes that cannot be edited in this mode are still read: as dark as editable ones.
+    QPalette readable = m_c.notes->palette();
+    readable.setColor(QPalette::Disabled, QPalette::Text,
+                      readable.color(QPalette::Active, QPalette::Text));
+    m_c.notes->setPalette(readable);
     m_c.notes->hide();
     VendorLayout::arrangeListPane(m_c.listpane, m_c.gridcaption, {m_c.grid1, m_c.grid2, m_c.notes});
     VendorLayout::arrangeLists(area, made, m_c.optsort, m_c.listpane);

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTableView>
 #include <QTest>
 
@@ -99,6 +100,21 @@ TEST_F(ScreenLayoutTest, ALongTextShowsItsStartAfterARecall)
     c().cmdprevious->click();
     ASSERT_EQ(c().Text1[19]->text(), email);
     EXPECT_EQ(c().Text1[19]->cursorPosition(), 0);
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(ScreenLayoutTest, NotesThatCannotBeEditedAreAsDarkAsEditableOnes)
+{
+    folder.exec("ap.mdb", "insert into vendnotes (vendnumber, notes) values (100, 'Gate code 42')");
+    lookup(0, "100");
+    c().cmdnotes->click();
+    ASSERT_FALSE(c().notes->isEnabled());
+    const QPalette p = c().notes->palette();
+    EXPECT_EQ(p.color(QPalette::Disabled, QPalette::Text),
+              p.color(QPalette::Active, QPalette::Text));
 }
 
 } // namespace
