@@ -6,7 +6,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql qt6-qpa-plugins
   libgl-dev
   googletest libgtest-dev libgmock-dev
-  xvfb xauth x11-apps xdotool imagemagick poppler-utils sqlite3 fonts-dejavu-core
+  xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils sqlite3 fonts-dejavu-core
 )
 missing=()
 for p in "${packages[@]}"; do

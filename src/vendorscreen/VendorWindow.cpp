@@ -12,6 +12,8 @@
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/SplitDetail.h"
 #include "lists/VendorNotes.h"
+#include "reports/PrinterFormPrinter.h"
+#include "reports/ReportMenu.h"
 #include "vendorscreen/FieldEntry.h"
 #include "vendorscreen/ScreenModes.h"
 #include "vendorscreen/VendorDisplay.h"
@@ -116,6 +118,11 @@ void VendorWindow::buildAreas(Session &session, Services &services)
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_keys = std::make_unique<KeySender>();
     m_accounts = std::make_unique<ChartOfAccounts>(services.databases);
+    m_reports = std::make_unique<ReportMenu>(
+        ReportMenu::Services{dialogs, services.clock, services.clipboard, services.processes,
+                             m_programs, services.databases, session, m_status},
+        m_fields->box(VendorField::Number), [this] { setTopmost(false); },
+        [](const QString &job) { return std::make_unique<PrinterFormPrinter>(job); });
     m_fieldEntry = std::make_unique<FieldEntry>(
         *m_fields, *m_datavendor, m_state, session, dialogs, *m_accounts, m_programs, m_status,
         [this](const QString &keys) { m_keys->sendKeys(keys); });
@@ -402,6 +409,8 @@ void VendorWindow::wire()
         m_guard.run([this, row = index.row()] { m_split->rowActivated(row); });
     });
     trigger("mnuversion", [this] { showVersion(); });
+    for (const QString &entry : ReportMenu::entries())
+        trigger(qPrintable(entry), [this, entry] { m_reports->run(entry); });
 
     // What the areas report, and who acts on it.
     connect(m_modes.get(), &ScreenModes::lookupRequested, this, &VendorWindow::openLookup);

@@ -32,6 +32,7 @@ class KeySender;
 class OpenInvoiceTotals;
 class ProgramRunner;
 class RecordSource;
+class ReportMenu;
 class ScreenModes;
 class SplitDetail;
 class VendorDisplay;
@@ -91,6 +92,7 @@ public:
     VendorLookup &lookup() { return *m_lookup; }
     VendorNotes &notes() { return *m_notes; }
     VendorSaver &saver() { return *m_saver; }
+    ReportMenu &reports() { return *m_reports; }
     RecordSource &datavendor() { return *m_datavendor; }
     RecordSource &datainvoice() { return *m_datainvoice; }
     RecordSource &datachecks() { return *m_datachecks; }
@@ -165,6 +167,7 @@ private:
     std::unique_ptr<VendorLookup> m_lookup;
     std::unique_ptr<VendorSaver> m_saver;
     std::unique_ptr<FieldEntry> m_fieldEntry;
+    std::unique_ptr<ReportMenu> m_reports;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     bool m_started = false;

@@ -11,7 +11,9 @@ ModuleCopy::ModuleCopy(const QString &dataFolder, const QString &lockFolder,
                        const QStringList &wrapper)
 {
     QProcessEnvironment env = environment;
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    // Offscreen unless the caller asks for a real display (a copy under xvfb-run, say).
+    if (env.value(QStringLiteral("QT_QPA_PLATFORM")) != QLatin1String("xcb"))
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QStringList arguments = wrapper;

@@ -6,13 +6,17 @@
 //
 // Commands: "show N" (look up vendor number N), "modify", "set I TEXT" (field I), "notes TEXT"
 // (opens the notes and types TEXT over them), "save", "cancel", "unpaid" (the unpaid list; prints
-// its row count), "get I", "quit". Every command's answer ends with the line "done"; a dialog
-// prints "dialog|TITLE|TEXT" (line feeds as "\n"). The copy prints "started" or "refused CODE".
+// its row count), "get I", "menu NAME" (runs the menu entry NAME), "wait FILE" (keeps the window
+// and the clipboard answering until FILE is in the data folder, for up to 30 s), "quit". Every
+// command's answer ends with the line "done"; a dialog prints "dialog|TITLE|TEXT" (line feeds as
+// "\n"). The copy prints "started" or "refused CODE".
 #include "app/SingleInstance.h"
 #include "support/Module.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -65,6 +69,14 @@ public:
                                          : QStringLiteral("mode edit"));
         } else if (command == QLatin1String("cancel")) {
             c.cmdcancel->click();
+        } else if (command == QLatin1String("menu")) {
+            if (QAction *entry = m.window->action(rest))
+                entry->trigger();
+            else
+                say(QStringLiteral("no menu entry ") + rest);
+        } else if (command == QLatin1String("wait")) {
+            const bool there = QTest::qWaitFor([&] { return QFile::exists(rest); }, 30000);
+            say(there ? QStringLiteral("found") : QStringLiteral("not found"));
         } else if (command == QLatin1String("unpaid")) {
             c.cmdunpaid->click();
             m.window->lists().invoiceModel().fetchMore({});

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+// The pending report request the report commands fill and the report runner hands over: one
+// report definition, its selection and sort, as the suite's report runner reads them.
+struct ReportRequest {
+    QString reportFileName; // "rap001.rpt", relative to the data folder
+    QString windowTitle;    // the runner's preview caption; the vendor commands leave it empty
+    QString selectionFormula;
+    std::array<QString, 5> dataFiles;
+    std::array<QString, 4> sortFields; // "+{vendors.vendnumber}"
+    // Output settings other callers may give; the vendor screen never does (preview applies).
+    QString destination;
+    QString printFileName;
+    QString printFileType;
+    int reportTaskId = 0;
+
+    // The request as the runner reads it from the clipboard: "Crystal~", then one "Key=value~"
+    // line per key in a fixed order, single line feeds between lines and none after the last.
+    QString text(int marginTop, int marginLeft) const;
+    // Empties what one request fills; the report file name stays.
+    void clear();
+};
