@@ -12,3 +12,8 @@ QString StatusLine::text() const
 {
     return m_line->text();
 }
+
+void StatusLine::set(const QString &text)
+{
+    m_line->setText(text);
+}

@@ -12,6 +12,8 @@ public:
 
     // Shows the text and repaints at once: it is often followed by a long step.
     void show(const QString &text);
+    // Sets the text; it is painted with the next round of events (for texts that change often).
+    void set(const QString &text);
     QString text() const;
 
 private:
