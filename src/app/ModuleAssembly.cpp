@@ -42,6 +42,7 @@ ModuleAssembly::ModuleAssembly(const Options &options)
     m_window = std::make_unique<VendorWindow>(m_session, *m_services, *m_programs);
     if (desktopDialogs)
         desktopDialogs->setParent(m_window.get());
+    m_window->setStaffReload([this] { m_staff->reloadUser(); });
     QObject::connect(m_window.get(), &VendorWindow::closing, m_window.get(),
                      [this] { Closing::run(*m_window, m_session, *m_services, *m_staff); });
     const QString lockFolder =

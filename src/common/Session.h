@@ -41,6 +41,9 @@ struct Session {
     int memoMail = 0;
     int staffFlag = 0; // tested against 99 by the staff routines; never set here
 
+    // The job handed to the vendor-number utility ("CVN05JSMITH").
+    QString jobArgument;
+
     // The one text through which common steps take input and give their answer.
     QString messageText;
     QString promptTitle;

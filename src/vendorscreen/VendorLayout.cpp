@@ -26,6 +26,15 @@ void arrange(QWidget *central, QWidget *buttons, QWidget *vendorFrame, QWidget *
     column->addWidget(statusLine);
 }
 
+void arrangeStatusRow(QWidget *row, QWidget *statusLine, QWidget *progress)
+{
+    auto *line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(statusLine, 1);
+    progress->setFixedWidth(220);
+    line->addWidget(progress);
+}
+
 void arrangeButtons(QWidget *strip, const std::vector<QPushButton *> &buttons)
 {
     auto *row = new QHBoxLayout(strip);

@@ -21,6 +21,8 @@ inline constexpr QSize windowSize{1024, 740};
 
 void arrange(QWidget *central, QWidget *buttons, QWidget *vendorFrame, QWidget *lists,
              QWidget *statusLine);
+// The status line and, at its right end, the progress bar of a long pass.
+void arrangeStatusRow(QWidget *row, QWidget *statusLine, QWidget *progress);
 void arrangeButtons(QWidget *strip, const std::vector<QPushButton *> &buttons);
 void arrangeFields(QGroupBox *frame, const std::array<QLabel *, 24> &labels,
                    const std::array<QLineEdit *, 24> &fields);

@@ -14,7 +14,11 @@
 #include "lists/VendorNotes.h"
 #include "reports/PrinterFormPrinter.h"
 #include "reports/ReportMenu.h"
+#include "utilities/BalanceRecalculation.h"
+#include "utilities/VendorNumberUtility.h"
+#include "utilities/YearEndZero.h"
 #include "vendorscreen/FieldEntry.h"
+#include "vendorscreen/PassIndicator.h"
 #include "vendorscreen/ScreenModes.h"
 #include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFields.h"
@@ -36,6 +40,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
@@ -63,7 +68,7 @@ VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &
     auto *central = new QWidget(this);
     central->setObjectName(QStringLiteral("central"));
     VendorLayout::arrange(central, buildButtonStrip(), buildVendorFrame(), buildListArea(),
-                          m_c.helpwindow = new QLineEdit(central));
+                          buildStatusRow());
     m_c.helpwindow->setObjectName(QStringLiteral("helpwindow"));
     m_c.helpwindow->setReadOnly(true);
     m_c.helpwindow->setFocusPolicy(Qt::NoFocus);
@@ -118,6 +123,17 @@ void VendorWindow::buildAreas(Session &session, Services &services)
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_keys = std::make_unique<KeySender>();
     m_accounts = std::make_unique<ChartOfAccounts>(services.databases);
+    m_yearEndZero = std::make_unique<YearEndZero>(
+        YearEndZero::Services{dialogs, services.databases, session, m_status, *m_pass});
+    m_recalculation = std::make_unique<BalanceRecalculation>(BalanceRecalculation::Services{
+        dialogs, services.clock, services.databases, session, m_status, *m_pass});
+    m_numberUtility = std::make_unique<VendorNumberUtility>(
+        VendorNumberUtility::Services{services.clipboard, services.processes, session},
+        [this] { m_modes->cancel(); },
+        [this] {
+            if (m_reloadStaff)
+                m_reloadStaff();
+        });
     m_reports = std::make_unique<ReportMenu>(
         ReportMenu::Services{dialogs, services.clock, services.clipboard, services.processes,
                              m_programs, services.databases, session, m_status},
@@ -329,6 +345,17 @@ QWidget *VendorWindow::buildListArea()
     return area;
 }
 
+QWidget *VendorWindow::buildStatusRow()
+{
+    auto *row = new QWidget;
+    m_c.helpwindow = new QLineEdit(row);
+    m_c.passprogress = new QProgressBar(row);
+    m_c.passprogress->setObjectName(QStringLiteral("passprogress"));
+    VendorLayout::arrangeStatusRow(row, m_c.helpwindow, m_c.passprogress);
+    m_pass = std::make_unique<PassIndicator>(this, m_c.passprogress);
+    return row;
+}
+
 void VendorWindow::buildLookupPanel(QWidget *parent)
 {
     m_c.fralookup = new QGroupBox(tr("Lookup by..."), parent);
@@ -409,6 +436,10 @@ void VendorWindow::wire()
         m_guard.run([this, row = index.row()] { m_split->rowActivated(row); });
     });
     trigger("mnuversion", [this] { showVersion(); });
+    trigger("eoyzero", [this] { m_yearEndZero->run(); });
+    trigger("mnurecalc", [this] { m_recalculation->run(); });
+    trigger("mnuchavennumber", [this] { m_numberUtility->changeNumber(); });
+    trigger("mnumergevendor", [this] { m_numberUtility->merge(); });
     for (const QString &entry : ReportMenu::entries())
         trigger(qPrintable(entry), [this, entry] { m_reports->run(entry); });
 
@@ -551,8 +582,9 @@ void VendorWindow::openLookup()
 
 void VendorWindow::closeEvent(QCloseEvent *event)
 {
-    // A save that waits for another user keeps the window until it is done.
-    if (m_state.saving) {
+    // A save that waits for another user, and a pass over the vendor file, keep the window until
+    // they are done.
+    if (m_state.saving || m_pass->running()) {
         event->ignore();
         return;
     }

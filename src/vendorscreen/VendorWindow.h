@@ -21,6 +21,7 @@ class QLineEdit;
 class QListWidget;
 class QMenu;
 class QPlainTextEdit;
+class QProgressBar;
 class QPushButton;
 class QRadioButton;
 class QTableView;
@@ -30,7 +31,11 @@ class FieldEntry;
 class InvoiceLists;
 class KeySender;
 class OpenInvoiceTotals;
+class BalanceRecalculation;
+class PassIndicator;
 class ProgramRunner;
+class VendorNumberUtility;
+class YearEndZero;
 class RecordSource;
 class ReportMenu;
 class ScreenModes;
@@ -74,6 +79,7 @@ public:
         QGroupBox *frasplit = nullptr;
         QListWidget *List1 = nullptr, *List2 = nullptr, *List3 = nullptr;
         QLineEdit *helpwindow = nullptr;
+        QProgressBar *passprogress = nullptr; // shown while a pass goes over the vendor file
     };
 
     VendorWindow(Session &session, Services &services, ProgramRunner &programs);
@@ -121,6 +127,10 @@ public:
     bool started() const override { return m_started; }
     void setStarted(bool on) override { m_started = on; }
 
+    // Reads the user's staff record again (the vendor-number utility hands on the level).
+    void setStaffReload(std::function<void()> reload) { m_reloadStaff = std::move(reload); }
+    PassIndicator &pass() { return *m_pass; }
+
     QString gridCaption() const;
     void setStatus(const QString &text) { m_status.show(text); }
     QString status() const { return m_status.text(); }
@@ -137,6 +147,7 @@ private:
     QWidget *buildButtonStrip();
     QWidget *buildVendorFrame();
     QWidget *buildListArea();
+    QWidget *buildStatusRow();
     void buildLookupPanel(QWidget *parent);
     void buildSplitPanel(QWidget *parent);
     void buildAreas(Session &session, Services &services);
@@ -168,6 +179,11 @@ private:
     std::unique_ptr<VendorSaver> m_saver;
     std::unique_ptr<FieldEntry> m_fieldEntry;
     std::unique_ptr<ReportMenu> m_reports;
+    std::unique_ptr<PassIndicator> m_pass;
+    std::unique_ptr<YearEndZero> m_yearEndZero;
+    std::unique_ptr<BalanceRecalculation> m_recalculation;
+    std::unique_ptr<VendorNumberUtility> m_numberUtility;
+    std::function<void()> m_reloadStaff;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     bool m_started = false;

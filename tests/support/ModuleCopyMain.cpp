@@ -7,7 +7,9 @@
 // Commands: "show N" (look up vendor number N), "modify", "set I TEXT" (field I), "notes TEXT"
 // (opens the notes and types TEXT over them), "save", "cancel", "unpaid" (the unpaid list; prints
 // its row count), "get I", "menu NAME" (runs the menu entry NAME), "wait FILE" (keeps the window
-// and the clipboard answering until FILE is in the data folder, for up to 30 s), "quit". Every
+// and the clipboard answering until FILE is in the data folder, for up to 30 s), "yes" and "no"
+// (the answer to the next Yes/No question), "input TEXT" (the answer to the next input box),
+// "quit". Every
 // command's answer ends with the line "done"; a dialog prints "dialog|TITLE|TEXT" (line feeds as
 // "\n"). The copy prints "started" or "refused CODE".
 #include "app/SingleInstance.h"
@@ -74,6 +76,11 @@ public:
                 entry->trigger();
             else
                 say(QStringLiteral("no menu entry ") + rest);
+        } else if (command == QLatin1String("yes") || command == QLatin1String("no")) {
+            m.dialogs.yesNoAnswers.push_back(command == QLatin1String("yes") ? Dialogs::Yes
+                                                                             : Dialogs::No);
+        } else if (command == QLatin1String("input")) {
+            m.dialogs.inputAnswers.push_back(rest);
         } else if (command == QLatin1String("wait")) {
             const bool there = QTest::qWaitFor([&] { return QFile::exists(rest); }, 30000);
             say(there ? QStringLiteral("found") : QStringLiteral("not found"));

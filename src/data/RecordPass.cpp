@@ -1,0 +1,88 @@
+#include "data/RecordPass.h"
+
+#include "data/Databases.h"
+#include "data/DbError.h"
+
+#include <QSqlError>
+
+#include <limits>
+
+RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_fileName(fileName)
+{
+    QSqlDatabase db = m_dbs.open(fileName);
+    QSqlQuery(db).exec(QStringLiteral("pragma synchronous=NORMAL"));
+    m_begin = prepare(QStringLiteral("begin immediate"));
+    m_commit = prepare(QStringLiteral("commit"));
+    m_rollback = prepare(QStringLiteral("rollback"));
+}
+
+RecordPass::~RecordPass()
+{
+    // Everything written in the pass reaches the disk now.
+    QSqlQuery q(m_dbs.open(m_fileName));
+    q.exec(QStringLiteral("pragma synchronous=FULL"));
+    q.exec(QStringLiteral("pragma wal_checkpoint(FULL)"));
+}
+
+QSqlQuery RecordPass::prepare(const QString &statement)
+{
+    QSqlQuery q(m_dbs.open(m_fileName));
+    if (!q.prepare(statement))
+        throw Databases::errorFrom(q.lastError(), statement);
+    return q;
+}
+
+void RecordPass::exec(QSqlQuery &query, const std::vector<QVariant> &values)
+{
+    for (size_t i = 0; i < values.size(); ++i)
+        query.bindValue(static_cast<int>(i), values[i]);
+    if (!query.exec())
+        throw Databases::errorFrom(query.lastError(), query.lastQuery());
+}
+
+void RecordPass::writeRecord(QSqlQuery &write, const std::vector<QVariant> &values)
+{
+    exec(m_begin, {});
+    try {
+        exec(write, values);
+        exec(m_commit, {});
+    } catch (const DbError &) {
+        m_rollback.exec(); // lets go of the write lock whatever happened
+        throw;
+    }
+}
+
+QVariant RecordPass::scalar(QSqlQuery &read, const std::vector<QVariant> &values)
+{
+    exec(read, values);
+    const QVariant value = read.next() ? read.value(0) : QVariant();
+    read.finish();
+    return value;
+}
+
+std::vector<qlonglong> RecordPass::keysAfter(const QString &table, const QString &key,
+                                             qlonglong after, int count)
+{
+    QSqlQuery q = prepare(
+        QStringLiteral("select %1 from %2 where %1 > ? order by %1 limit ?").arg(key, table));
+    exec(q, {after, count});
+    std::vector<qlonglong> keys;
+    while (q.next())
+        keys.push_back(q.value(0).toLongLong());
+    q.finish();
+    return keys;
+}
+
+void RecordPass::forEachKey(const QString &table, const QString &key,
+                            const std::function<void(qlonglong)> &work)
+{
+    qlonglong after = std::numeric_limits<qlonglong>::min();
+    for (;;) {
+        const std::vector<qlonglong> keys = keysAfter(table, key, after, 1000);
+        if (keys.empty())
+            return;
+        for (const qlonglong k : keys)
+            work(k);
+        after = keys.back();
+    }
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <vector>
+
+class Databases;
+
+// A pass over every record of a table that writes one record per transaction, so that another
+// user waits for one record at most. Each record's transaction commits without waiting for the
+// disk (a power cut can lose the last records written, never half of one, and never harms the
+// file); the end of the pass makes everything written durable.
+class RecordPass {
+public:
+    RecordPass(Databases &dbs, const QString &fileName);
+    ~RecordPass();
+    RecordPass(const RecordPass &) = delete;
+    RecordPass &operator=(const RecordPass &) = delete;
+
+    // A statement prepared once for the pass, its values bound by position on each use.
+    QSqlQuery prepare(const QString &statement);
+    // Runs a prepared write with these values as one record's own transaction.
+    void writeRecord(QSqlQuery &write, const std::vector<QVariant> &values);
+    // The first column of a prepared read with these values (null when there is no row).
+    QVariant scalar(QSqlQuery &read, const std::vector<QVariant> &values);
+    // The keys of a table in order, a batch at a time (the read ends before the records are
+    // written): the keys after `after`, at most `count` of them.
+    std::vector<qlonglong> keysAfter(const QString &table, const QString &key, qlonglong after,
+                                     int count);
+    // Every key in order, handing each to `work`; a batch is read, then written, then the next.
+    void forEachKey(const QString &table, const QString &key,
+                    const std::function<void(qlonglong)> &work);
+
+private:
+    void exec(QSqlQuery &query, const std::vector<QVariant> &values);
+
+    Databases &m_dbs;
+    QString m_fileName;
+    QSqlQuery m_begin;
+    QSqlQuery m_commit;
+    QSqlQuery m_rollback;
+};

@@ -1,0 +1,65 @@
+#include "utilities/BalanceRecalculation.h"
+
+#include "common/Numbers.h"
+#include "common/PassProgress.h"
+#include "common/Prompts.h"
+#include "common/Session.h"
+#include "common/StatusLine.h"
+#include "data/Databases.h"
+#include "data/Money.h"
+#include "data/RecordPass.h"
+
+void BalanceRecalculation::run()
+{
+    m_s.session.messageText = QStringLiteral("Invoices");
+    Prompts::askDateRange(m_s.dialogs, m_s.clock, m_s.session);
+    const QString answer = m_s.session.messageText;
+    // A cancelled prompt reads as 0 and ends the run without a word, as any date before 1999 does.
+    const long from = static_cast<long>(Numbers::leadingWhole(answer.left(8)));
+    const long to = static_cast<long>(Numbers::leadingWhole(answer.right(8)));
+    if (from < firstDate || to < firstDate)
+        return;
+    recalculate(from, to);
+}
+
+void BalanceRecalculation::recalculate(long from, long to)
+{
+    const QString ap = QStringLiteral("ap.mdb");
+    const int vendors =
+        m_s.databases.scalar(ap, QStringLiteral("select count(*) from vendors")).toInt();
+    if (vendors > 0) {
+        PassScope pass(m_s.progress, 2 * vendors);
+        RecordPass records(m_s.databases, ap);
+        int done = 0;
+        // First pass: whatever the totals held is discarded.
+        QSqlQuery zero = records.prepare(QStringLiteral(
+            "update vendors set vendbalcurrent = 0, vendytd = 0 where vendnumber = ?"));
+        records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
+                           [&](qlonglong vendor) {
+                               records.writeRecord(zero, {vendor});
+                               m_s.progress.advance(++done);
+                           });
+        // Second pass: each vendor's totals from its invoices in the range, both ends included.
+        const QString range = QStringLiteral(" between ") + QString::number(from) +
+                              QStringLiteral(" and ") + QString::number(to);
+        QSqlQuery paid = records.prepare(
+            QStringLiteral("select sum(invcheckamount) from invoices where vendnumber = ? and "
+                           "invcheckdate") +
+            range);
+        QSqlQuery invoiced = records.prepare(
+            QStringLiteral("select sum(invamount) from invoices where vendnumber = ? and invdate") +
+            range);
+        QSqlQuery write = records.prepare(QStringLiteral(
+            "update vendors set vendbalcurrent = ?, vendytd = ? where vendnumber = ?"));
+        records.forEachKey(
+            QStringLiteral("vendors"), QStringLiteral("vendnumber"), [&](qlonglong vendor) {
+                m_s.status.set(QStringLiteral("Recalculating vendor # ") + QString::number(vendor));
+                const double ytd = Money::fromSum(records.scalar(paid, {vendor}));
+                const double balance = Money::fromSum(records.scalar(invoiced, {vendor}));
+                records.writeRecord(write, {balance, ytd, vendor});
+                m_s.progress.advance(++done);
+            });
+    }
+    m_s.status.show(QStringLiteral("Vendor balances recalculated between ") +
+                    QString::number(from) + QStringLiteral(" and ") + QString::number(to));
+}

@@ -1,0 +1,36 @@
+#include "utilities/YearEndZero.h"
+
+#include "common/Dialogs.h"
+#include "common/PassProgress.h"
+#include "common/Session.h"
+#include "common/StatusLine.h"
+#include "data/Databases.h"
+#include "data/RecordPass.h"
+
+void YearEndZero::run()
+{
+    m_s.session.lastYesNo = m_s.dialogs.yesNo(
+        QStringLiteral("This function zeros the YTD totals for all vendors.\nClick YES to "
+                       "continue and zero the totals; click\nNO to cancel. Note: This process "
+                       "is irreversible."),
+        QStringLiteral("EOY Zero"));
+    if (m_s.session.lastYesNo == Dialogs::No)
+        return;
+    m_s.status.show(QStringLiteral("Zeroing YTD totals..."));
+    const QString ap = QStringLiteral("ap.mdb");
+    const int total =
+        m_s.databases.scalar(ap, QStringLiteral("select count(*) from vendors")).toInt();
+    if (total < 1)
+        return; // the status line keeps its text
+    PassScope pass(m_s.progress, total);
+    RecordPass records(m_s.databases, ap);
+    QSqlQuery zero =
+        records.prepare(QStringLiteral("update vendors set vendytd = 0 where vendnumber = ?"));
+    int done = 0;
+    records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
+                       [&](qlonglong vendor) {
+                           records.writeRecord(zero, {vendor});
+                           m_s.progress.advance(++done);
+                       });
+    m_s.status.show(QStringLiteral("Vendor YTD totals zeroed."));
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+class Databases;
+class Dialogs;
+class PassProgress;
+class StatusLine;
+struct Session;
+
+// The year-end zero of every vendor's YTD purchases, after a confirmation; one vendor per
+// transaction, so that other users wait for one record at most.
+class YearEndZero {
+public:
+    struct Services {
+        Dialogs &dialogs;
+        Databases &databases;
+        Session &session;
+        StatusLine &status;
+        PassProgress &progress;
+    };
+    explicit YearEndZero(Services services) : m_s(services) {}
+
+    void run();
+
+private:
+    Services m_s;
+};

@@ -1,0 +1,161 @@
+#include "utilities/BalanceRecalculation.h"
+#include "common/StatusLine.h"
+#include "utilities/UtilitiesFixture.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace {
+
+class BalanceRecalculationTest : public UtilitiesFixture {
+protected:
+    void SetUp() override
+    {
+        UtilitiesFixture::SetUp();
+        folder.exec("ap.mdb", "update vendors set vendbalcurrent = 999, vendytd = 888");
+        // Vendor 100: invoices in and out of 2025, some paid by checks in and out of it.
+        invoice(100, 10.25, 20250101, 10.25, 20250110);
+        invoice(100, 20, 20251231, 20, 20260105);
+        invoice(100, 40, 20241231, 40, 20250101);
+        invoice(100, 80, 20260101);
+        invoice(250, 5, 20250615, 5, 20251231);
+    }
+    void recalculate(const QString &from, const QString &to)
+    {
+        module.dialogs.inputAnswers = {from, to};
+        menu("mnurecalc");
+    }
+};
+
+TEST_F(BalanceRecalculationTest, TheDatesAreAskedForInvoices)
+{
+    recalculate("", "");
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->title, "FROM Date - Invoices");
+}
+
+TEST_F(BalanceRecalculationTest, BalanceAddsInvoiceAmountsAndYtdAddsChecksEachByItsOwnDate)
+{
+    recalculate("20250101", "20251231");
+    // Invoices dated in 2025 (paid or not): 10.25 + 20; checks dated in 2025: 10.25 + 40.
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 30.25);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 50.25);
+    EXPECT_DOUBLE_EQ(column(250, "vendbalcurrent"), 5);
+    EXPECT_DOUBLE_EQ(column(250, "vendytd"), 5);
+    EXPECT_EQ(module.window->status(),
+              "Vendor balances recalculated between 20250101 and 20251231");
+    EXPECT_EQ(module.dialogs.count(), 0);
+}
+
+TEST_F(BalanceRecalculationTest, AVendorWithoutInvoicesInTheRangeEndsWithZeros)
+{
+    recalculate("20250101", "20251231");
+    EXPECT_DOUBLE_EQ(column(300, "vendbalcurrent"), 0);
+    EXPECT_DOUBLE_EQ(column(300, "vendytd"), 0);
+    EXPECT_TRUE(vendorColumn(300, "vendytd").isValid());
+    EXPECT_FALSE(vendorColumn(300, "vendytd").isNull());
+}
+
+TEST_F(BalanceRecalculationTest, TheRangeIncludesBothEnds)
+{
+    recalculate("20251231", "20260101");
+    // Invoices of 20251231 and 20260101; the checks of 20251231 (vendor 250) and none else.
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 100);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 0);
+    EXPECT_DOUBLE_EQ(column(250, "vendytd"), 5);
+}
+
+TEST_F(BalanceRecalculationTest, AFromDateOf19990100IsAccepted)
+{
+    recalculate("19990100", "20251231");
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 70.25);
+    EXPECT_DOUBLE_EQ(column(300, "vendytd"), 0);
+}
+
+TEST_F(BalanceRecalculationTest, ADateJustBelow19990100InEitherPlaceEndsTheRunSilently)
+{
+    for (const auto &[from, to] :
+         {std::pair{"19990099", "20251231"}, std::pair{"19981231", "19990099"}}) {
+        module.dialogs.shown.clear();
+        module.window->setStatus("as it was");
+        recalculate(from, to);
+        EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 999) << from;
+        EXPECT_DOUBLE_EQ(column(300, "vendytd"), 888) << from;
+        EXPECT_EQ(module.dialogs.count(), 0) << from;
+        EXPECT_EQ(module.window->status(), "as it was");
+    }
+}
+
+TEST_F(BalanceRecalculationTest, CancellingTheDatesChangesNothing)
+{
+    recalculate("", "");
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 888);
+    EXPECT_EQ(module.dialogs.count(), 0);
+}
+
+TEST_F(BalanceRecalculationTest, AFromDateAfterTheToDateIsTakenTheOtherWayRound)
+{
+    recalculate("20251231", "20250101");
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 30.25);
+    EXPECT_EQ(module.window->status(),
+              "Vendor balances recalculated between 20250101 and 20251231");
+}
+
+TEST_F(BalanceRecalculationTest, AnswersThatAreNoDatesAreAskedAgainOrCompleted)
+{
+    // "abc" is asked again; "2025" is completed with this year (2026) into 20262025.
+    module.dialogs.inputAnswers = {"abc", "20250101", "2025"};
+    menu("mnurecalc");
+    EXPECT_EQ(module.dialogs.count("input"), 3);
+    EXPECT_EQ(module.window->status(),
+              "Vendor balances recalculated between 20250101 and 20262025");
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 110.25);
+}
+
+TEST_F(BalanceRecalculationTest, EachVendorIsShownInTheStatusLineAsItIsRecalculated)
+{
+    RecordingProgress progress;
+    QLineEdit line;
+    StatusLine status(&line);
+    QStringList seen;
+    progress.at = 5; // the first vendor of the second pass (after four zeroed)
+    progress.work = [&] { seen << line.text(); };
+    BalanceRecalculation(
+        {module.dialogs, module.clock, module.databases, module.session, status, progress})
+        .recalculate(20250101, 20251231);
+    EXPECT_EQ(seen, QStringList{"Recalculating vendor # 100"});
+    EXPECT_EQ(progress.total, 8);
+    EXPECT_EQ(progress.last, 8);
+}
+
+TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoRecordsOfEitherPass)
+{
+    for (int at : {2, 6}) {
+        RecordingProgress progress;
+        QString otherError = "not run";
+        progress.at = at;
+        progress.work = [&] {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "other");
+            db.setDatabaseName(folder.file("ap.mdb"));
+            db.setConnectOptions("QSQLITE_BUSY_TIMEOUT=0");
+            db.open();
+            {
+                QSqlQuery q(db);
+                otherError = q.exec("update vendors set vendfax = 'x' where vendnumber = 300")
+                                 ? QString()
+                                 : q.lastError().text();
+            }
+            db.close();
+        };
+        QLineEdit line;
+        StatusLine status(&line);
+        BalanceRecalculation(
+            {module.dialogs, module.clock, module.databases, module.session, status, progress})
+            .recalculate(20250101, 20251231);
+        QSqlDatabase::removeDatabase("other");
+        EXPECT_EQ(otherError, "") << "at record " << at;
+    }
+}
+
+} // namespace
