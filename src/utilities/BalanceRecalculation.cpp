@@ -6,7 +6,6 @@
 #include "common/Session.h"
 #include "common/StatusLine.h"
 #include "data/Databases.h"
-#include "data/Money.h"
 #include "data/RecordPass.h"
 
 void BalanceRecalculation::run()
@@ -39,26 +38,28 @@ void BalanceRecalculation::recalculate(long from, long to)
                                records.writeRecord(zero, {vendor});
                                m_s.progress.advance(++done);
                            });
-        // Second pass: each vendor's totals from its invoices in the range, both ends included.
+        // Second pass: each vendor's totals from its invoices in the range, both ends included,
+        // summed, rounded to four decimals and written in the vendor's own transaction.
         const QString range = QStringLiteral(" between ") + QString::number(from) +
                               QStringLiteral(" and ") + QString::number(to);
-        QSqlQuery paid = records.prepare(
-            QStringLiteral("select sum(invcheckamount) from invoices where vendnumber = ? and "
-                           "invcheckdate") +
-            range);
-        QSqlQuery invoiced = records.prepare(
-            QStringLiteral("select sum(invamount) from invoices where vendnumber = ? and invdate") +
-            range);
-        QSqlQuery write = records.prepare(QStringLiteral(
-            "update vendors set vendbalcurrent = ?, vendytd = ? where vendnumber = ?"));
-        records.forEachKey(
-            QStringLiteral("vendors"), QStringLiteral("vendnumber"), [&](qlonglong vendor) {
-                m_s.status.set(QStringLiteral("Recalculating vendor # ") + QString::number(vendor));
-                const double ytd = Money::fromSum(records.scalar(paid, {vendor}));
-                const double balance = Money::fromSum(records.scalar(invoiced, {vendor}));
-                records.writeRecord(write, {balance, ytd, vendor});
-                m_s.progress.advance(++done);
-            });
+        QSqlQuery write = records.prepare(
+            QStringLiteral("update vendors set vendbalcurrent = round(coalesce((select "
+                           "sum(invamount) from invoices where vendnumber = ? and invdate") +
+            range +
+            QStringLiteral("), 0), 4), vendytd = round(coalesce((select sum(invcheckamount) from "
+                           "invoices where vendnumber = ? and invcheckdate") +
+            range + QStringLiteral("), 0), 4) where vendnumber = ?"));
+        int recalculated = 0;
+        records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
+                           [&](qlonglong vendor) {
+                               // The window is painted a few times a second; the vendor shown then
+                               // is current.
+                               if (recalculated++ % 64 == 0 || recalculated == vendors)
+                                   m_s.status.set(QStringLiteral("Recalculating vendor # ") +
+                                                  QString::number(vendor));
+                               records.writeRecord(write, {vendor, vendor, vendor});
+                               m_s.progress.advance(++done);
+                           });
     }
     m_s.status.show(QStringLiteral("Vendor balances recalculated between ") +
                     QString::number(from) + QStringLiteral(" and ") + QString::number(to));
