@@ -52,12 +52,17 @@ QString ModuleCopy::readLine()
 
 QStringList ModuleCopy::send(const QString &command)
 {
-    QStringList lines;
     post(command);
+    return answer();
+}
+
+QStringList ModuleCopy::answer()
+{
+    QStringList lines;
     for (;;) {
         const QString line = readLine();
         if (line.isNull()) {
-            ADD_FAILURE() << "apmaster-copy ended during: " << command.toStdString();
+            ADD_FAILURE() << "apmaster-copy ended before it answered";
             break;
         }
         if (line == QLatin1String("done"))

@@ -25,6 +25,8 @@ public:
     QStringList send(const QString &command);
     // Sends a command without waiting for its answer.
     void post(const QString &command);
+    // The answer of a command posted earlier: the lines it printed before "done".
+    QStringList answer();
     // Ends the copy at once, as a power cut or a killed process would.
     void kill();
     // The dialogs among lines ("dialog|title|text" becomes "title|text").

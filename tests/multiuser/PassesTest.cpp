@@ -1,0 +1,155 @@
+// The passes over the vendor file while other users work: real module copies, each a process of
+// its own, on one data folder.
+#include "support/DataFolder.h"
+#include "support/ModuleCopy.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int vendorCount = 30000;
+
+QString sqlite(const DataFolder &folder, const QString &statement)
+{
+    QProcess program;
+    program.start(QStringLiteral("sqlite3"), {folder.file(QStringLiteral("ap.mdb")), statement});
+    EXPECT_TRUE(program.waitForFinished(60000));
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+    return QString::fromUtf8(program.readAllStandardOutput()).trimmed();
+}
+
+class Passes : public ::testing::Test {
+protected:
+    DataFolder folder;
+    QTemporaryDir locks;
+
+    void SetUp() override
+    {
+        // Every vendor with old totals of 7 and 8, and two invoices: one of 2025 paid in 2025,
+        // one of 2024 paid in 2025.
+        sqlite(folder, QStringLiteral(
+                           "pragma journal_mode=wal; with recursive n(x) as (select 1 union all "
+                           "select x + 1 from n where x < %1) "
+                           "insert into vendors (vendnumber, vendname, vendphone, vendytd, "
+                           "vendbalcurrent, vendbal60, vendbal90) select x, 'Vendor ' || x, "
+                           "'555-0000', 7, 8, 0, 0 from n; "
+                           "with recursive n(x) as (select 1 union all select x + 1 from n where "
+                           "x < %1) insert into invoices (vendnumber, invnumber, invdate, "
+                           "invamount, invcheckamount, invcheckdate, invstatus) select x, 'A', "
+                           "20250300 + x % 28 + 1, x % 97 + 1, x % 97 + 1, 20250700, 4 from n "
+                           "union all select x, 'B', 20241231, 1000, 3, 20250101, 4 from n;")
+                           .arg(vendorCount));
+        folder.exec("user.mdb", "insert into staff (username, location, sysuser, aplevel) values "
+                                "('BETTY', 'Main menu', 4, 99)");
+    }
+    QString lockFolder(const QString &user) const { return locks.filePath(user); }
+    // Vendors whose totals are those of 2025 (balance: the A invoice; YTD: both checks).
+    int recalculated()
+    {
+        return sqlite(folder, "select count(*) from vendors v where vendbalcurrent = "
+                              "(vendnumber % 97 + 1) and vendytd = (vendnumber % 97 + 1) + 3")
+            .toInt();
+    }
+    QString integrity() { return sqlite(folder, "pragma integrity_check"); }
+};
+
+TEST_F(Passes, ARecalculationBesideAnotherUsersSavesLosesNothingAndKeepsThemWaitingLittle)
+{
+    ModuleCopy anne(folder.path(), lockFolder("ANNE"), "VDR99DEMO");
+    ModuleCopy betty(folder.path(), lockFolder("BETTY"), "VDR99BETTY");
+    ASSERT_TRUE(anne.started());
+    ASSERT_TRUE(betty.started());
+    anne.send("input 20250101");
+    anne.send("input 20251231");
+    anne.post("menu mnurecalc");
+    int kept = 0, reported = 0, other = 0;
+    QStringList savedPhones;
+    // Betty browses and saves while the pass runs: until it has run for a while at least.
+    for (int round = 0; round < 40; ++round) {
+        const int vendor = 1 + (round * 733) % vendorCount;
+        const QString phone = QStringLiteral("555-%1").arg(round, 4, 10, QLatin1Char('0'));
+        betty.send(QStringLiteral("show %1").arg(vendor));
+        betty.send("modify");
+        betty.send(QStringLiteral("set 7 %1").arg(phone));
+        const QStringList lines = betty.send("save");
+        const QStringList shown = ModuleCopy::dialogs(lines);
+        if (shown.isEmpty() && lines.contains("mode lookup")) {
+            ++kept;
+            EXPECT_EQ(sqlite(folder, QStringLiteral("select vendphone from vendors where "
+                                                    "vendnumber = %1")
+                                         .arg(vendor)),
+                      phone);
+        } else if (shown.size() == 1 && shown[0].contains("Another user has modified")) {
+            ++reported;
+            betty.send("cancel");
+        } else {
+            ++other;
+            ADD_FAILURE() << lines.join(" | ").toStdString();
+            betty.send("cancel");
+        }
+    }
+    const QStringList recalc = anne.answer();
+    std::printf("40 saves beside the recalculation: %d kept, %d reported as changed by another "
+                "user, %d other\n",
+                kept, reported, other);
+    // The two date prompts and nothing else: no report of a failed write.
+    const QStringList shown = ModuleCopy::dialogs(recalc);
+    ASSERT_EQ(shown.size(), 2) << recalc.join(" | ").toStdString();
+    EXPECT_TRUE(shown[0].startsWith("FROM Date - Invoices|"));
+    EXPECT_TRUE(shown[1].startsWith("TO Date - Invoices|"));
+    EXPECT_EQ(other, 0);
+    EXPECT_EQ(kept + reported, 40);
+    EXPECT_EQ(recalculated(), vendorCount);
+    EXPECT_EQ(integrity(), "ok");
+    EXPECT_EQ(anne.quit(), 0);
+    EXPECT_EQ(betty.quit(), 0);
+}
+
+TEST_F(Passes, ARecalculationKilledPartWayLeavesEachVendorDoneOrAtZero)
+{
+    ModuleCopy anne(folder.path(), lockFolder("ANNE"), "VDR99DEMO");
+    ASSERT_TRUE(anne.started());
+    anne.send("input 20250101");
+    anne.send("input 20251231");
+    anne.post("menu mnurecalc");
+    // Killed in the second pass, once some vendors are done and most are not.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return recalculated() > 500; }, 60000));
+    anne.kill();
+    const int done = recalculated();
+    const int zero =
+        sqlite(folder, "select count(*) from vendors where vendbalcurrent = 0 and vendytd = 0")
+            .toInt();
+    std::printf("killed part-way: %d vendors recalculated, %d at zero\n", done, zero);
+    EXPECT_LT(done, vendorCount);
+    EXPECT_EQ(done + zero, vendorCount);
+    EXPECT_EQ(integrity(), "ok");
+}
+
+TEST_F(Passes, AYearEndZeroKilledPartWayLeavesEachVendorZeroedOrAsItWas)
+{
+    ModuleCopy anne(folder.path(), lockFolder("ANNE"), "VDR99DEMO");
+    ASSERT_TRUE(anne.started());
+    anne.send("yes");
+    anne.post("menu eoyzero");
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            return sqlite(folder, "select count(*) from vendors where vendytd = 0").toInt() > 500;
+        },
+        60000));
+    anne.kill();
+    const int zeroed = sqlite(folder, "select count(*) from vendors where vendytd = 0").toInt();
+    const int untouched = sqlite(folder, "select count(*) from vendors where vendytd = 7").toInt();
+    std::printf("killed part-way: %d vendors zeroed, %d as they were\n", zeroed, untouched);
+    EXPECT_LT(zeroed, vendorCount);
+    EXPECT_EQ(zeroed + untouched, vendorCount);
+    EXPECT_EQ(sqlite(folder, "select count(*) from vendors where vendbalcurrent <> 8").toInt(), 0);
+    EXPECT_EQ(integrity(), "ok");
+}
+
+} // namespace
