@@ -33,10 +33,11 @@ void PassIndicator::begin(int total)
 
 void PassIndicator::advance(int done)
 {
-    m_bar->setValue(done);
+    // The bar repaints itself at once whenever its text changes: only now and then, then.
     if (m_painted.elapsed() < paintEveryMsecs)
         return;
     m_painted.restart();
+    m_bar->setValue(done);
     QCoreApplication::processEvents();
 }
 
