@@ -56,6 +56,9 @@ void StepTimer::step(const char *name, const std::function<void()> &prepare,
     else
         std::printf("%-44s %9.2f ms %9.2f ms %6.1fx   %.2f to %.2f, %zu statements%s\n", name,
                     median, bare, median / bare, msecs.front(), msecs.back(), ran.size(), slow);
+    if (qEnvironmentVariableIsSet("BENCH_STATEMENTS"))
+        for (const RanStatement &statement : ran)
+            std::printf("    [%d rows] %s\n", statement.rows, qPrintable(statement.sql));
 }
 
 void StepTimer::single(const char *name, double ms, const QString &note)

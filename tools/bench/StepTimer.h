@@ -9,7 +9,8 @@ class QWidget;
 
 // Times the steps of a benchmark and prints one line for each as it ends: the median time, the
 // time of the same statements run bare on the same files, and their ratio. Output is line
-// buffered, so a long run shows its figures as they come.
+// buffered, so a long run shows its figures as they come. With BENCH_STATEMENTS set in the
+// environment, each step's statements are listed under it.
 class StepTimer {
 public:
     // A step slower than one frame is marked.
