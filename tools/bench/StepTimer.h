@@ -19,7 +19,8 @@ public:
     explicit StepTimer(int runs);
 
     // Runs `prepare` (not timed), then times `work` up to the moment `painted` is painted again,
-    // `runs` times; then once more with the statements it runs recorded, and those bare.
+    // `runs` times; before that, once to warm up and once with the statements it runs recorded,
+    // and those are timed bare.
     void step(const char *name, const std::function<void()> &prepare,
               const std::function<void()> &work, QWidget *painted = nullptr);
     // A figure timed by the caller, without a bare time.
