@@ -4,11 +4,15 @@
 #include "data/DbError.h"
 #include "data/Dialect.h"
 #include "data/Money.h"
+#include "data/PagedStatement.h"
 #include "data/Schema.h"
 
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlField>
+#include <QSqlQuery>
+
+#include <algorithm>
 
 RecordSource::RecordSource(Databases &dbs, const QString &name) : m_dbs(dbs), m_name(name) {}
 
@@ -47,11 +51,10 @@ QString RecordSource::fullStatement() const
 
 void RecordSource::detach()
 {
-    m_query.finish();
-    m_query = QSqlQuery();
-    m_rows.clear();
-    m_exhausted = true;
+    m_window = {};
+    m_previous = {};
     m_pos = 0;
+    m_size = -1;
     m_onFound = false;
     if (m_mode != Mode::None)
         cancelUpdate();
@@ -94,74 +97,112 @@ void RecordSource::refresh()
     detach();
     // The reader's connection is kept from one refresh to the next on the same file: making one
     // costs more than the statement.
-    if (m_bound && (m_boundFile.compare(m_fileName, Qt::CaseInsensitive) != 0 ||
-                    m_statement.isEmpty()))
+    if (m_bound &&
+        (m_boundFile.compare(m_fileName, Qt::CaseInsensitive) != 0 || m_statement.isEmpty()))
         letGo();
     if (m_fileName.isEmpty() || m_statement.isEmpty())
         return;
-    QSqlDatabase db = m_dbs.openReader(m_fileName, m_name);
+    m_dbs.openReader(m_fileName, m_name);
     m_bound = true;
     m_boundFile = m_fileName;
-    m_query = QSqlQuery(db);
-    m_query.setForwardOnly(true);
-    if (!m_query.exec(m_dbs.dialect().map(fullStatement()))) {
-        const DbError error = Databases::errorFrom(m_query.lastError(), m_statement);
+    try {
+        // The first row alone: a lookup shows one row, and a list reads its own pages.
+        m_window.rows = readRows(0, 1);
+    } catch (const DbError &) {
         detach();
         letGo();
-        throw error;
+        throw;
     }
-    m_exhausted = false;
-    fetchOne();
+    if (m_window.rows.empty())
+        m_size = 0;
 }
 
-bool RecordSource::fetchOne()
+std::vector<QSqlRecord> RecordSource::readRows(long long first, int count)
 {
-    if (m_exhausted)
+    std::vector<QSqlRecord> rows;
+    if (!m_bound || count <= 0)
+        return rows;
+    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+    q.setForwardOnly(true);
+    const QString sql = PagedStatement::rows(m_dbs.dialect().map(fullStatement()), first, count);
+    if (!q.exec(sql))
+        throw Databases::errorFrom(q.lastError(), m_statement);
+    rows.reserve(static_cast<size_t>(count));
+    while (q.next())
+        rows.push_back(q.record());
+    // Ended at once: no read is left open until the next step.
+    q.finish();
+    return rows;
+}
+
+long long RecordSource::rowCount()
+{
+    if (!m_bound)
+        return 0;
+    if (m_size < 0) {
+        QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+        q.setForwardOnly(true);
+        const QString sql = PagedStatement::count(m_dbs.dialect().map(fullStatement()));
+        if (!q.exec(sql) || !q.next())
+            throw Databases::errorFrom(q.lastError(), m_statement);
+        m_size = q.value(0).toLongLong();
+        q.finish();
+    }
+    return m_size;
+}
+
+bool RecordSource::hold(long long pos, bool forward)
+{
+    if (pos < 0 || (m_size >= 0 && pos >= m_size))
         return false;
-    if (m_query.next()) {
-        m_rows.push_back(m_query.record());
+    if (m_window.holds(pos))
+        return true;
+    if (m_previous.holds(pos)) {
+        std::swap(m_window, m_previous);
         return true;
     }
-    // The whole result has been read: end the statement so that no read is left open.
-    m_exhausted = true;
-    m_query.finish();
-    return false;
+    Window read;
+    read.first = forward ? pos : std::max(0LL, pos - windowRows + 1);
+    const int wanted = forward ? windowRows : static_cast<int>(pos - read.first + 1);
+    read.rows = readRows(read.first, wanted);
+    if (forward && static_cast<int>(read.rows.size()) < wanted)
+        m_size = read.end();
+    m_previous = std::move(m_window);
+    m_window = std::move(read);
+    return m_window.holds(pos);
 }
 
-int RecordSource::fetchMore(int count)
+int RecordSource::fetchedCount() const
 {
-    int fetched = 0;
-    while (fetched < count && fetchOne())
-        ++fetched;
-    return fetched;
+    return static_cast<int>(m_window.rows.size() + m_previous.rows.size());
 }
 
-const QSqlRecord &RecordSource::rowAt(int index) const
+bool RecordSource::allFetched() const
 {
-    if (index < 0 || index >= fetchedCount())
-        throw DbError::noCurrentRecord();
-    return m_rows[static_cast<size_t>(index)];
+    return !m_bound || (m_size >= 0 && std::max(m_window.end(), m_previous.end()) >= m_size);
 }
 
 bool RecordSource::hasRecords() const
 {
-    return !m_rows.empty();
+    return m_bound && m_size != 0;
 }
 
 bool RecordSource::bof() const
 {
-    return m_rows.empty() || m_pos < 0;
+    return !hasRecords() || m_pos < 0;
 }
 
 bool RecordSource::eof() const
 {
-    return m_rows.empty() || m_pos >= static_cast<long>(m_rows.size());
+    return !hasRecords() || (m_size >= 0 && m_pos >= m_size);
 }
 
 void RecordSource::moveFirst()
 {
     m_onFound = false;
     m_pos = 0;
+    if (hasRecords())
+        hold(0, true);
 }
 
 void RecordSource::moveNext()
@@ -170,8 +211,8 @@ void RecordSource::moveNext()
     if (eof())
         throw DbError::noCurrentRecord();
     ++m_pos;
-    if (m_pos == static_cast<long>(m_rows.size()))
-        fetchOne();
+    if (!hold(m_pos, true) && m_size < 0)
+        m_size = m_pos;
 }
 
 void RecordSource::movePrevious()
@@ -180,15 +221,20 @@ void RecordSource::movePrevious()
     if (bof())
         throw DbError::noCurrentRecord();
     --m_pos;
+    if (m_pos >= 0 && !hold(m_pos, false)) {
+        // Rows went away under the cursor (another user deleted them): it stands on the
+        // nearest row read, or before the first.
+        m_pos = m_window.rows.empty() ? -1 : m_window.end() - 1;
+    }
 }
 
 const QSqlRecord &RecordSource::current() const
 {
     if (m_onFound)
         return m_found;
-    if (bof() || eof())
+    if (bof() || eof() || !m_window.holds(m_pos))
         throw DbError::noCurrentRecord();
-    return m_rows[static_cast<size_t>(m_pos)];
+    return m_window.rows[static_cast<size_t>(m_pos - m_window.first)];
 }
 
 QSqlRecord &RecordSource::currentRow()
@@ -361,9 +407,15 @@ void RecordSource::deleteCurrent()
         return;
     }
     const ResetNotice notice(m_observer);
-    m_rows.erase(m_rows.begin() + m_pos);
-    if (m_pos == static_cast<long>(m_rows.size()))
-        fetchOne();
+    // The rows after the deleted one have moved up by one; the window left last is read again
+    // when it is needed.
+    m_previous = {};
+    if (m_window.holds(m_pos))
+        m_window.rows.erase(m_window.rows.begin() + (m_pos - m_window.first));
+    if (m_size > 0)
+        --m_size;
+    if (!hold(m_pos, true) && m_size < 0)
+        m_size = m_pos;
 }
 
 QSqlRecord RecordSource::reread() const
