@@ -43,6 +43,8 @@ void StepTimer::step(const char *name, const std::function<void()> &prepare,
     m_log.start();
     work();
     QCoreApplication::processEvents();
+    if (painted)
+        painted->repaint();
     const std::vector<RanStatement> ran = m_log.stop();
     const double bare = m_bare.medianMs(ran, m_runs);
 
