@@ -67,7 +67,7 @@ Table vendors()
              "ix_vendors_contact(vendcontact)", "ix_vendors_glacct(vendglacct, vendname)"}};
 }
 
-// An index of only the rows a re-sorted unpaid or paid list shows: its condition, word for word.
+// An index of only the rows a re-sorted unpaid or paid list shows, with its condition.
 QString unpaid(const char *index)
 {
     return QString::fromLatin1(index) + QLatin1String(" where invstatus > 0 and invstatus < 4");
@@ -93,13 +93,19 @@ Table invoices()
              QStringLiteral("ix_invoices_number(invnumber)"),
              QStringLiteral("ix_invoices_check(invchecknumber)"),
              QStringLiteral("ix_invoices_product(invproduct)"),
-             // A vendor's lists in date order and this year's total, read from the index alone.
+             // This year's total, read from the index alone, and the re-sorts by date.
              QStringLiteral("ix_invoices_vendor_date_amount(vendnumber, invdate, invstatus, "
-                            "invchecknumber, invamount)"),
-             // Each re-sort of a vendor's unpaid or paid list comes in the order of an index of
-             // just those rows, with the list's own condition (the engine uses such an index
-             // only for a statement with that very condition, so the lists themselves keep the
-             // date index). The unpaid amounts also give the open-invoice total.
+                            "invamount)"),
+             // The unpaid and paid lists and their re-sorts each come in the order of an index
+             // of just the rows they show, made with the statement's own condition word for
+             // word: the engine uses such an index only for a statement with that condition,
+             // so no index with the condition's column in front can tempt it to sort a list.
+             // The condition's column is in the index, so that a list is counted from the
+             // index alone. The unpaid amounts also give the open-invoice total.
+             QStringLiteral("ix_invoices_unpaid_list(vendnumber, invdate, invstatus) where "
+                            "invstatus > 0 and invstatus <= 3"),
+             QStringLiteral("ix_invoices_paid_list(vendnumber, invdate, invchecknumber) where "
+                            "invchecknumber > 0"),
              unpaid("ix_invoices_unpaid_amount(vendnumber, invamount, invstatus)"),
              unpaid("ix_invoices_unpaid_number(vendnumber, invnumber, invdate)"),
              unpaid("ix_invoices_unpaid_product(vendnumber, invproduct)"),
