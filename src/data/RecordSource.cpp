@@ -13,6 +13,7 @@
 #include <QSqlQuery>
 
 #include <algorithm>
+#include <cstdlib>
 
 RecordSource::RecordSource(Databases &dbs, const QString &name) : m_dbs(dbs), m_name(name) {}
 
@@ -53,6 +54,7 @@ void RecordSource::detach()
 {
     m_window = {};
     m_previous = {};
+    m_walk = 0;
     m_pos = 0;
     m_size = -1;
     m_onFound = false;
@@ -161,9 +163,14 @@ bool RecordSource::hold(long long pos, bool forward)
         std::swap(m_window, m_previous);
         return true;
     }
+    // A window next to the last one read continues the walk; any other starts it again.
+    const bool onward = forward ? pos == m_window.end() : pos == m_window.first - 1;
+    m_walk = !onward || (forward ? m_walk < 0 : m_walk > 0) ? 0 : m_walk;
+    m_walk += forward ? 1 : -1;
+    const int rows = std::min(windowRows << std::min(std::abs(m_walk) - 1, 3), largestWindowRows);
     Window read;
-    read.first = forward ? pos : std::max(0LL, pos - windowRows + 1);
-    const int wanted = forward ? windowRows : static_cast<int>(pos - read.first + 1);
+    read.first = forward ? pos : std::max(0LL, pos - rows + 1);
+    const int wanted = forward ? rows : static_cast<int>(pos - read.first + 1);
     read.rows = readRows(read.first, wanted);
     if (forward && static_cast<int>(read.rows.size()) < wanted)
         m_size = read.end();

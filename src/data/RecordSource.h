@@ -29,8 +29,11 @@ public:
 // by its key.
 class RecordSource {
 public:
-    // Rows read at a time as the cursor moves; a refresh reads only the first row.
+    // Rows read at a time as the cursor moves; a refresh reads only the first row. A long walk
+    // in one direction reads ever larger windows, up to the largest: each read skips the rows
+    // before it, so fewer reads cost less on a long result.
     static constexpr int windowRows = 64;
+    static constexpr int largestWindowRows = 512;
 
     RecordSource(Databases &dbs, const QString &name);
     ~RecordSource();
@@ -62,7 +65,7 @@ public:
     // The current row; throws DbError 3021 when there is none.
     const QSqlRecord &current() const;
     QVariant value(const QString &column) const;
-    // The number of rows the source holds now: never more than two windows.
+    // The number of rows the source holds now: never more than two of the largest windows.
     int fetchedCount() const;
     // True when nothing is bound or the rows held reach the end of the result.
     bool allFetched() const;
@@ -124,6 +127,7 @@ private:
 
     Window m_window;       // the rows around the cursor
     Window m_previous;     // the window the cursor left last, for a step back across the edge
+    int m_walk = 0;        // windows read one after another in one direction: + on, - back
     long long m_pos = 0;   // -1 before the first row; m_size (when known) after the last
     long long m_size = -1; // the number of rows once known (counted, or the end was read)
     bool m_onFound = false;
