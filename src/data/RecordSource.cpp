@@ -217,9 +217,12 @@ void RecordSource::moveNext()
     m_onFound = false;
     if (eof())
         throw DbError::noCurrentRecord();
-    ++m_pos;
-    if (!hold(m_pos, true) && m_size < 0)
-        m_size = m_pos;
+    // A read that fails leaves the cursor where it was.
+    const long long next = m_pos + 1;
+    const bool held = hold(next, true);
+    m_pos = next;
+    if (!held && m_size < 0)
+        m_size = next;
 }
 
 void RecordSource::movePrevious()
@@ -227,12 +230,14 @@ void RecordSource::movePrevious()
     m_onFound = false;
     if (bof())
         throw DbError::noCurrentRecord();
-    --m_pos;
-    if (m_pos >= 0 && !hold(m_pos, false)) {
+    const long long before = m_pos - 1;
+    if (before >= 0 && !hold(before, false)) {
         // Rows went away under the cursor (another user deleted them): it stands on the
         // nearest row read, or before the first.
         m_pos = m_window.rows.empty() ? -1 : m_window.end() - 1;
+        return;
     }
+    m_pos = before;
 }
 
 const QSqlRecord &RecordSource::current() const

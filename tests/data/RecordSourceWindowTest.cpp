@@ -227,6 +227,15 @@ TEST_F(RecordSourceWindowTest, FindFirstWorksWhereverTheCursorStands)
     EXPECT_FALSE(source.findFirst("vendnumber = 99999"));
 }
 
+TEST_F(RecordSourceWindowTest, AFailedReadLeavesTheCursorWhereItWas)
+{
+    bind("select * from vendors order by vendnumber");
+    folder.exec("ap.mdb", "alter table vendors rename to vendors_gone");
+    EXPECT_THROW(source.moveNext(), DbError);
+    EXPECT_EQ(number(), 1);
+    EXPECT_FALSE(source.bof());
+}
+
 TEST_F(RecordSourceWindowTest, ObserverIsToldAroundEveryRefreshAlsoAFailedOne)
 {
     CountingObserver observer;
