@@ -5,7 +5,6 @@
 
 #include <QAbstractTableModel>
 #include <QDate>
-
 #include <QSqlRecord>
 
 #include <functional>
