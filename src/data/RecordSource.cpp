@@ -3,7 +3,9 @@
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Dialect.h"
+#include "data/KeyedStatement.h"
 #include "data/Money.h"
+#include "data/OrderKey.h"
 #include "data/PagedStatement.h"
 #include "data/Schema.h"
 
@@ -55,6 +57,8 @@ void RecordSource::detach()
     m_window = {};
     m_previous = {};
     m_walk = 0;
+    m_keyed = Keyed::Unknown;
+    m_orderKey.reset();
     m_pos = 0;
     m_size = -1;
     m_onFound = false;
@@ -171,12 +175,108 @@ bool RecordSource::hold(long long pos, bool forward)
     Window read;
     read.first = forward ? pos : std::max(0LL, pos - rows + 1);
     const int wanted = forward ? rows : static_cast<int>(pos - read.first + 1);
-    read.rows = readRows(read.first, wanted);
+    std::optional<std::vector<QSqlRecord>> byKey;
+    if (onward)
+        byKey = readOnByKey(forward, wanted);
+    if (byKey) {
+        read.rows = std::move(*byKey);
+        // Fewer rows before the window than its position says: other users deleted some, and
+        // the rows read stand just before the window all the same.
+        if (!forward)
+            read.first = pos - static_cast<long long>(read.rows.size()) + 1;
+    } else {
+        read.rows = readRows(read.first, wanted);
+    }
     if (forward && static_cast<int>(read.rows.size()) < wanted)
         m_size = read.end();
     m_previous = std::move(m_window);
     m_window = std::move(read);
     return m_window.holds(pos);
+}
+
+const OrderKey *RecordSource::orderKey()
+{
+    if (m_keyed == Keyed::Unknown) {
+        m_keyed = Keyed::No;
+        if (!m_window.rows.empty()) {
+            std::optional<OrderKey> key =
+                OrderKey::of(m_dbs.openReader(m_fileName, m_name),
+                             m_dbs.dialect().map(fullStatement()), m_window.rows.front());
+            if (key) {
+                m_orderKey = std::make_unique<OrderKey>(std::move(*key));
+                m_keyed = Keyed::Yes;
+            }
+        }
+    }
+    return m_orderKey.get();
+}
+
+std::optional<int> RecordSource::tiesAtEdge(const OrderKey &key, bool forward) const
+{
+    // The window and, when it lies right next to it on the far side, the window before.
+    std::vector<const QSqlRecord *> rows;
+    const auto take = [&rows, forward](const Window &w) {
+        if (forward)
+            for (auto it = w.rows.rbegin(); it != w.rows.rend(); ++it)
+                rows.push_back(&*it);
+        else
+            for (const QSqlRecord &row : w.rows)
+                rows.push_back(&row);
+    };
+    take(m_window);
+    const bool adjacent = forward ? m_previous.end() == m_window.first && !m_previous.rows.empty()
+                                  : m_previous.first == m_window.end() && !m_previous.rows.empty();
+    if (adjacent)
+        take(m_previous);
+    const QSqlRecord &edge = *rows.front();
+    if (!key.complete(edge))
+        return std::nullopt;
+    int ties = 0;
+    for (const QSqlRecord *row : rows) {
+        const OrderKey::Same same = key.same(*row, edge);
+        if (same == OrderKey::Same::Unknown)
+            return std::nullopt;
+        if (same == OrderKey::Same::No)
+            return ties;
+        ++ties;
+    }
+    // Every row held ties: more may lie beyond them, unless they reach the result's end.
+    const long long start = adjacent ? std::min(m_window.first, m_previous.first) : m_window.first;
+    const long long end = adjacent ? std::max(m_window.end(), m_previous.end()) : m_window.end();
+    const bool whole = forward ? start == 0 : m_size >= 0 && end >= m_size;
+    return whole ? std::optional<int>(ties) : std::nullopt;
+}
+
+std::optional<std::vector<QSqlRecord>> RecordSource::readOnByKey(bool forward, int count)
+{
+    if (m_window.rows.empty())
+        return std::nullopt;
+    const OrderKey *key = orderKey();
+    if (!key)
+        return std::nullopt;
+    const std::optional<int> ties = tiesAtEdge(*key, forward);
+    if (!ties)
+        return std::nullopt;
+    const QSqlRecord &edge = forward ? m_window.rows.back() : m_window.rows.front();
+    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+    q.setForwardOnly(true);
+    // The rows with the edge's values that are held already are skipped.
+    const QString sql =
+        KeyedStatement::from(m_dbs.dialect().map(fullStatement()), key->order(), forward) +
+        QStringLiteral(" limit %1 offset %2").arg(count).arg(*ties);
+    if (!q.prepare(sql))
+        throw Databases::errorFrom(q.lastError(), m_statement);
+    key->bind(q, edge);
+    if (!q.exec())
+        throw Databases::errorFrom(q.lastError(), m_statement);
+    std::vector<QSqlRecord> rows;
+    rows.reserve(static_cast<size_t>(count));
+    while (q.next())
+        rows.push_back(q.record());
+    q.finish();
+    if (!forward)
+        std::reverse(rows.begin(), rows.end());
+    return rows;
 }
 
 int RecordSource::fetchedCount() const

@@ -5,9 +5,12 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 class Databases;
+class OrderKey;
 
 // Told before and after a record source replaces its rows (a refresh, a delete), so that a view
 // showing them can start again.
@@ -22,11 +25,12 @@ public:
 
 // A bound record source: a database file and a statement set at run time, and a cursor over
 // the statement's rows in its order. The source holds only a window of rows around the cursor
-// (and the window it left last), read by position when the cursor reaches them; each read ends
-// its statement, so no read stays open between the user's steps (an open read would keep the
-// engine from starting its write-ahead log again, and the log would grow with every write).
-// Through a connection of the source's own. The current record can be edited and written back
-// by its key.
+// (and the window it left last), read when the cursor reaches them: on from the rows held by
+// their order values where the engine serves the order from an index, otherwise by position.
+// Each read ends its statement, so no read stays open between the user's steps (an open read
+// would keep the engine from starting its write-ahead log again, and the log would grow with
+// every write). Through a connection of the source's own. The current record can be edited and
+// written back by its key.
 class RecordSource {
 public:
     // Rows read at a time as the cursor moves; a refresh reads only the first row. A long walk
@@ -108,6 +112,13 @@ private:
     // Makes the row at `pos` held, reading a window that starts there (forward) or ends there;
     // false when the result has no such row.
     bool hold(long long pos, bool forward);
+    // The `count` rows next to the window (after it, or before it), read on by their order
+    // values; none when the statement or the rows held do not allow it.
+    std::optional<std::vector<QSqlRecord>> readOnByKey(bool forward, int count);
+    // How many rows held, counted from the window's last row back (forward) or from its first
+    // on, have that row's order values; none when the rows held do not tell.
+    std::optional<int> tiesAtEdge(const OrderKey &key, bool forward) const;
+    const OrderKey *orderKey();
     void beginWrite(Commit commit);
     void endWrite(bool commit);
     QString fullStatement() const;
@@ -125,9 +136,14 @@ private:
     bool m_bound = false;
     QString m_boundFile;
 
-    Window m_window;       // the rows around the cursor
-    Window m_previous;     // the window the cursor left last, for a step back across the edge
-    int m_walk = 0;        // windows read one after another in one direction: + on, - back
+    Window m_window;   // the rows around the cursor
+    Window m_previous; // the window the cursor left last, for a step back across the edge
+    int m_walk = 0;
+    // The statement's order key, found on the first read by key after a refresh.
+    enum class Keyed { Unknown, Yes, No };
+    Keyed m_keyed = Keyed::Unknown;
+    std::unique_ptr<OrderKey>
+        m_orderKey;        // windows read one after another in one direction: + on, - back
     long long m_pos = 0;   // -1 before the first row; m_size (when known) after the last
     long long m_size = -1; // the number of rows once known (counted, or the end was read)
     bool m_onFound = false;

@@ -405,6 +405,16 @@ Kind columnKind(const QString &table, const QString &column)
     return K::Text;
 }
 
+std::optional<Kind> layoutKind(const QString &column)
+{
+    for (const auto &tables : allFiles())
+        for (const Table &t : tables)
+            for (const Column &c : t.columns)
+                if (c.name.compare(column, Qt::CaseInsensitive) == 0)
+                    return c.kind;
+    return std::nullopt;
+}
+
 bool isMoney(const QString &table, const QString &column)
 {
     return columnKind(table, column) == K::Currency;

@@ -3,7 +3,9 @@
 #include "data/RecordSource.h"
 #include "support/DataFolder.h"
 
+#include <QSqlQuery>
 #include <QSqlRecord>
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
@@ -225,6 +227,82 @@ TEST_F(RecordSourceWindowTest, FindFirstWorksWhereverTheCursorStands)
     ASSERT_TRUE(source.findFirst("vendnumber = 1003"));
     EXPECT_EQ(number(), 1003);
     EXPECT_FALSE(source.findFirst("vendnumber = 99999"));
+}
+
+// Walks a statement's whole result with the source both ways and compares with one read of it.
+class RecordSourceTiesTest : public RecordSourceWindowTest {
+protected:
+    QStringList oneRead(const QString &sql, const QString &column)
+    {
+        QStringList values;
+        QSqlQuery q = dbs.select("ap.mdb", sql);
+        while (q.next())
+            values << q.value(column).toString() + "/" + q.value("rowid").toString();
+        return values;
+    }
+    void expectWalksBothWays(const QString &sql, const QString &column)
+    {
+        const QStringList expected =
+            oneRead(QString(sql).replace("select * from", "select *, rowid as rowid from"), column);
+        bind(QString(sql).replace("select * from", "select *, rowid as rowid from"));
+        QStringList forward;
+        while (!source.eof()) {
+            forward << source.value(column).toString() + "/" + source.value("rowid").toString();
+            source.moveNext();
+        }
+        EXPECT_EQ(forward, expected) << sql.toStdString();
+        QStringList back;
+        source.movePrevious();
+        while (!source.bof()) {
+            back.prepend(source.value(column).toString() + "/" + source.value("rowid").toString());
+            source.movePrevious();
+        }
+        EXPECT_EQ(back, expected) << sql.toStdString();
+    }
+    // 3,000 vendors whose names repeat in runs longer than a window, in three spellings.
+    void addRepeatedNames()
+    {
+        folder.exec("ap.mdb",
+                    "with recursive n(i) as (select 1 union all select i + 1 from n where i < "
+                    "3000) insert into vendors (vendnumber, vendname, vendglacct) select 1000 + i, "
+                    "case i % 3 when 0 then 'Same Name' when 1 then 'SAME NAME' else 'same name' "
+                    "end || case when i < 1500 then '' else ' ' || (i / 100) end, 5000 + i % 2 "
+                    "from n");
+    }
+};
+
+TEST_F(RecordSourceTiesTest, NameRunsLongerThanAWindowWalkInOrderBothWays)
+{
+    addRepeatedNames();
+    expectWalksBothWays("select * from vendors where vendname >= 'a' order by vendname",
+                        "vendname");
+    expectWalksBothWays("select * from vendors where vendname >= 'a' order by vendname desc",
+                        "vendname");
+}
+
+TEST_F(RecordSourceTiesTest, AnOrderWithinAnotherColumnsValueWalksInOrderBothWays)
+{
+    addRepeatedNames();
+    expectWalksBothWays("select * from vendors where vendglacct = 5001 order by vendname",
+                        "vendname");
+}
+
+TEST_F(RecordSourceTiesTest, ATwoColumnOrderWalksInOrderBothWays)
+{
+    folder.exec("ap.mdb",
+                "with recursive n(i) as (select 1 union all select i + 1 from n where i < 2500) "
+                "insert into invoices (vendnumber, invnumber, invdate, invstatus) select 7, "
+                "'N' || (i % 40), 20260000 + i % 3, 1 + i % 3 from n");
+    expectWalksBothWays("select * from invoices where vendnumber = 7 and invstatus > 0 and "
+                        "invstatus < 4 order by invnumber, invdate",
+                        "invnumber");
+}
+
+TEST_F(RecordSourceTiesTest, AnOrderNoIndexServesWalksInOrderBothWays)
+{
+    addRepeatedNames();
+    expectWalksBothWays("select * from vendors where vendnumber > 0 order by vendcity, vendname",
+                        "vendname");
 }
 
 TEST_F(RecordSourceWindowTest, AFailedReadLeavesTheCursorWhereItWas)

@@ -29,6 +29,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -160,12 +161,17 @@ int main(int argc, char *argv[])
         QElapsedTimer walk;
         walk.start();
         long long walked = 0;
+        double slowest = 0;
         while (!source.eof()) {
+            QElapsedTimer one;
+            one.start();
             source.moveNext();
+            slowest = std::max(slowest, msSince(one));
             ++walked;
         }
         StepTimer::single("walk the whole vendor file with Next", msSince(walk),
                           QStringLiteral("(%1 vendors)").arg(walked));
+        StepTimer::single("  its slowest Next (the record source alone)", slowest);
         StepTimer::memory("after walking the vendor file with Next");
         source.movePrevious();
         w.display().showCurrent();
@@ -173,12 +179,17 @@ int main(int argc, char *argv[])
         timer.step("Next at the end of the file", nothing, next, c.fravendor);
         walk.restart();
         walked = 0;
+        slowest = 0;
         while (!source.bof()) {
+            QElapsedTimer one;
+            one.start();
             source.movePrevious();
+            slowest = std::max(slowest, msSince(one));
             ++walked;
         }
         StepTimer::single("walk back to the start with Previous", msSince(walk),
                           QStringLiteral("(%1 vendors)").arg(walked));
+        StepTimer::single("  its slowest Previous (the record source alone)", slowest);
         StepTimer::memory("after walking back");
 
         int edits = 0;
