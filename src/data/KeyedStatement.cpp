@@ -54,9 +54,11 @@ QString from(const QString &statement, const Order &order, bool onward)
     const bool larger = onward != order.descending;
     const QString key =
         columns + (larger ? QStringLiteral(" >= ") : QStringLiteral(" <= ")) + values;
+    // The key comes first: of two bounds on one column the engine seeks by the first, and a
+    // bound of the statement's own would have it skip every row from the result's start.
     if (at.where >= 0)
-        head = head.left(at.where) + QStringLiteral("where (") + head.mid(at.where + 5).trimmed() +
-               QStringLiteral(") and ") + key;
+        head = head.left(at.where) + QStringLiteral("where ") + key + QStringLiteral(" and (") +
+               head.mid(at.where + 5).trimmed() + QLatin1Char(')');
     else
         head += QStringLiteral(" where ") + key;
     const QString direction = larger ? QString() : QStringLiteral(" desc");

@@ -15,7 +15,6 @@
 #include <QSqlQuery>
 
 #include <algorithm>
-#include <cstdlib>
 
 RecordSource::RecordSource(Databases &dbs, const QString &name) : m_dbs(dbs), m_name(name) {}
 
@@ -56,7 +55,6 @@ void RecordSource::detach()
 {
     m_window = {};
     m_previous = {};
-    m_walk = 0;
     m_keyed = Keyed::Unknown;
     m_orderKey.reset();
     m_pos = 0;
@@ -167,14 +165,11 @@ bool RecordSource::hold(long long pos, bool forward)
         std::swap(m_window, m_previous);
         return true;
     }
-    // A window next to the last one read continues the walk; any other starts it again.
+    // A window right next to the one held is read on from it by key where the order allows.
     const bool onward = forward ? pos == m_window.end() : pos == m_window.first - 1;
-    m_walk = !onward || (forward ? m_walk < 0 : m_walk > 0) ? 0 : m_walk;
-    m_walk += forward ? 1 : -1;
-    const int rows = std::min(windowRows << std::min(std::abs(m_walk) - 1, 3), largestWindowRows);
     Window read;
-    read.first = forward ? pos : std::max(0LL, pos - rows + 1);
-    const int wanted = forward ? rows : static_cast<int>(pos - read.first + 1);
+    read.first = forward ? pos : std::max(0LL, pos - windowRows + 1);
+    const int wanted = forward ? windowRows : static_cast<int>(pos - read.first + 1);
     std::optional<std::vector<QSqlRecord>> byKey;
     if (onward)
         byKey = readOnByKey(forward, wanted);

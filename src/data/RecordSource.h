@@ -33,11 +33,9 @@ public:
 // written back by its key.
 class RecordSource {
 public:
-    // Rows read at a time as the cursor moves; a refresh reads only the first row. A long walk
-    // in one direction reads ever larger windows, up to the largest: each read skips the rows
-    // before it, so fewer reads cost less on a long result.
+    // Rows read at a time as the cursor moves; a refresh reads only the first row. Making the
+    // records of a read costs more than the engine's part of it, so the windows stay small.
     static constexpr int windowRows = 64;
-    static constexpr int largestWindowRows = 512;
 
     RecordSource(Databases &dbs, const QString &name);
     ~RecordSource();
@@ -69,7 +67,7 @@ public:
     // The current row; throws DbError 3021 when there is none.
     const QSqlRecord &current() const;
     QVariant value(const QString &column) const;
-    // The number of rows the source holds now: never more than two of the largest windows.
+    // The number of rows the source holds now: never more than two windows.
     int fetchedCount() const;
     // True when nothing is bound or the rows held reach the end of the result.
     bool allFetched() const;
@@ -138,7 +136,6 @@ private:
 
     Window m_window;   // the rows around the cursor
     Window m_previous; // the window the cursor left last, for a step back across the edge
-    int m_walk = 0;
     // The statement's order key, found on the first read by key after a refresh.
     enum class Keyed { Unknown, Yes, No };
     Keyed m_keyed = Keyed::Unknown;

@@ -29,9 +29,9 @@ TEST(KeyedStatementTest, OnwardTheConditionJoinsTheStatementsOwn)
     const auto order = KeyedStatement::orderOf(sql);
     ASSERT_TRUE(order);
     EXPECT_EQ(KeyedStatement::from(sql, *order, true),
-              "select * from vendors where (vendname >= 'M') and vendname >= ? order by vendname");
+              "select * from vendors where vendname >= ? and (vendname >= 'M') order by vendname");
     EXPECT_EQ(KeyedStatement::from(sql, *order, false),
-              "select * from vendors where (vendname >= 'M') and vendname <= ? order by vendname "
+              "select * from vendors where vendname <= ? and (vendname >= 'M') order by vendname "
               "desc");
 }
 
