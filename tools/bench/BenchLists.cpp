@@ -175,7 +175,9 @@ int main(int argc, char *argv[])
         const long long unpaidRows = count("invstatus > 0 and invstatus <= 3");
         const long long paidRows = count("invchecknumber > 0");
         const bool paidLonger = paidRows > unpaidRows;
+        // From the top: a list shown again keeps its place, and would read its last rows there.
         const auto showLongList = [&] {
+            grid->scrollToTop();
             if (paidLonger)
                 lists.showPaid();
             else
