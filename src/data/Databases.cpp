@@ -157,8 +157,9 @@ QSqlDatabase Databases::connect(const QString &fileName, const QString &connecti
                                                  "can read; the file was left as it is.")
                                       .arg(path));
         DbError error = errorFrom(refused);
-        throw DbError(error.code(), QStringLiteral("The file '%1' could not be opened: %2")
-                                        .arg(path, error.text()));
+        throw DbError(
+            error.code(),
+            QStringLiteral("The file '%1' could not be opened: %2").arg(path, error.text()));
     }
     // Tables, columns and indexes are checked once per file, on its first connection.
     if (first) {
@@ -385,7 +386,8 @@ ScopedDatabase::~ScopedDatabase()
 
 WriteTransaction::WriteTransaction(Databases &dbs, const QString &fileName,
                                    Databases::Commit commit, int waitMsecs) :
-    m_dbs(dbs), m_fileName(fileName)
+    m_dbs(dbs),
+    m_fileName(fileName)
 {
     m_dbs.beginWrite(m_fileName, commit, waitMsecs);
 }

@@ -4,6 +4,7 @@
 #include "data/DbError.h"
 
 #include <QSqlError>
+#include <QThread>
 
 #include <limits>
 
@@ -18,6 +19,7 @@ RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_
     m_begin = prepare(QStringLiteral("begin immediate"));
     m_commit = prepare(QStringLiteral("commit"));
     m_rollback = prepare(QStringLiteral("rollback"));
+    m_sinceRest.start();
 }
 
 RecordPass::~RecordPass()
@@ -47,6 +49,10 @@ void RecordPass::exec(QSqlQuery &query, const std::vector<QVariant> &values)
 
 void RecordPass::writeRecord(QSqlQuery &write, const std::vector<QVariant> &values)
 {
+    if (m_sinceRest.elapsed() >= 8) {
+        QThread::msleep(2);
+        m_sinceRest.restart();
+    }
     exec(m_begin, {});
     try {
         exec(write, values);

@@ -3,12 +3,18 @@
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Dialect.h"
+#include "data/KeyedStatement.h"
 #include "data/Money.h"
+#include "data/OrderKey.h"
+#include "data/PagedStatement.h"
 #include "data/Schema.h"
 
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlField>
+#include <QSqlQuery>
+
+#include <algorithm>
 
 RecordSource::RecordSource(Databases &dbs, const QString &name) : m_dbs(dbs), m_name(name) {}
 
@@ -47,11 +53,12 @@ QString RecordSource::fullStatement() const
 
 void RecordSource::detach()
 {
-    m_query.finish();
-    m_query = QSqlQuery();
-    m_rows.clear();
-    m_exhausted = true;
+    m_window = {};
+    m_previous = {};
+    m_keyed = Keyed::Unknown;
+    m_orderKey.reset();
     m_pos = 0;
+    m_size = -1;
     m_onFound = false;
     if (m_mode != Mode::None)
         cancelUpdate();
@@ -94,74 +101,210 @@ void RecordSource::refresh()
     detach();
     // The reader's connection is kept from one refresh to the next on the same file: making one
     // costs more than the statement.
-    if (m_bound && (m_boundFile.compare(m_fileName, Qt::CaseInsensitive) != 0 ||
-                    m_statement.isEmpty()))
+    if (m_bound &&
+        (m_boundFile.compare(m_fileName, Qt::CaseInsensitive) != 0 || m_statement.isEmpty()))
         letGo();
     if (m_fileName.isEmpty() || m_statement.isEmpty())
         return;
-    QSqlDatabase db = m_dbs.openReader(m_fileName, m_name);
+    m_dbs.openReader(m_fileName, m_name);
     m_bound = true;
     m_boundFile = m_fileName;
-    m_query = QSqlQuery(db);
-    m_query.setForwardOnly(true);
-    if (!m_query.exec(m_dbs.dialect().map(fullStatement()))) {
-        const DbError error = Databases::errorFrom(m_query.lastError(), m_statement);
+    try {
+        // The first row alone: a lookup shows one row, and a list reads its own pages.
+        m_window.rows = readRows(0, 1);
+    } catch (const DbError &) {
         detach();
         letGo();
-        throw error;
+        throw;
     }
-    m_exhausted = false;
-    fetchOne();
+    if (m_window.rows.empty())
+        m_size = 0;
 }
 
-bool RecordSource::fetchOne()
+std::vector<QSqlRecord> RecordSource::readRows(long long first, int count)
 {
-    if (m_exhausted)
+    std::vector<QSqlRecord> rows;
+    if (!m_bound || count <= 0)
+        return rows;
+    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+    q.setForwardOnly(true);
+    const QString sql = PagedStatement::rows(m_dbs.dialect().map(fullStatement()), first, count);
+    if (!q.exec(sql))
+        throw Databases::errorFrom(q.lastError(), m_statement);
+    rows.reserve(static_cast<size_t>(count));
+    while (q.next())
+        rows.push_back(q.record());
+    // Ended at once: no read is left open until the next step.
+    q.finish();
+    return rows;
+}
+
+long long RecordSource::rowCount()
+{
+    if (!m_bound)
+        return 0;
+    if (m_size < 0) {
+        QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+        q.setForwardOnly(true);
+        const QString sql = PagedStatement::count(m_dbs.dialect().map(fullStatement()));
+        if (!q.exec(sql) || !q.next())
+            throw Databases::errorFrom(q.lastError(), m_statement);
+        m_size = q.value(0).toLongLong();
+        q.finish();
+    }
+    return m_size;
+}
+
+bool RecordSource::hold(long long pos, bool forward)
+{
+    if (pos < 0 || (m_size >= 0 && pos >= m_size))
         return false;
-    if (m_query.next()) {
-        m_rows.push_back(m_query.record());
+    if (m_window.holds(pos))
+        return true;
+    if (m_previous.holds(pos)) {
+        std::swap(m_window, m_previous);
         return true;
     }
-    // The whole result has been read: end the statement so that no read is left open.
-    m_exhausted = true;
-    m_query.finish();
-    return false;
+    // A window right next to the one held is read on from it by key where the order allows.
+    const bool onward = forward ? pos == m_window.end() : pos == m_window.first - 1;
+    Window read;
+    read.first = forward ? pos : std::max(0LL, pos - windowRows + 1);
+    const int wanted = forward ? windowRows : static_cast<int>(pos - read.first + 1);
+    std::optional<std::vector<QSqlRecord>> byKey;
+    if (onward)
+        byKey = readOnByKey(forward, wanted);
+    if (byKey) {
+        read.rows = std::move(*byKey);
+        // Fewer rows before the window than its position says: other users deleted some, and
+        // the rows read stand just before the window all the same.
+        if (!forward)
+            read.first = pos - static_cast<long long>(read.rows.size()) + 1;
+    } else {
+        read.rows = readRows(read.first, wanted);
+    }
+    if (forward && static_cast<int>(read.rows.size()) < wanted)
+        m_size = read.end();
+    m_previous = std::move(m_window);
+    m_window = std::move(read);
+    return m_window.holds(pos);
 }
 
-int RecordSource::fetchMore(int count)
+const OrderKey *RecordSource::orderKey()
 {
-    int fetched = 0;
-    while (fetched < count && fetchOne())
-        ++fetched;
-    return fetched;
+    if (m_keyed == Keyed::Unknown) {
+        m_keyed = Keyed::No;
+        if (!m_window.rows.empty()) {
+            std::optional<OrderKey> key =
+                OrderKey::of(m_dbs.openReader(m_fileName, m_name),
+                             m_dbs.dialect().map(fullStatement()), m_window.rows.front());
+            if (key) {
+                m_orderKey = std::make_unique<OrderKey>(std::move(*key));
+                m_keyed = Keyed::Yes;
+            }
+        }
+    }
+    return m_orderKey.get();
 }
 
-const QSqlRecord &RecordSource::rowAt(int index) const
+std::optional<int> RecordSource::tiesAtEdge(const OrderKey &key, bool forward) const
 {
-    if (index < 0 || index >= fetchedCount())
-        throw DbError::noCurrentRecord();
-    return m_rows[static_cast<size_t>(index)];
+    // The window and, when it lies right next to it on the far side, the window before.
+    std::vector<const QSqlRecord *> rows;
+    const auto take = [&rows, forward](const Window &w) {
+        if (forward)
+            for (auto it = w.rows.rbegin(); it != w.rows.rend(); ++it)
+                rows.push_back(&*it);
+        else
+            for (const QSqlRecord &row : w.rows)
+                rows.push_back(&row);
+    };
+    take(m_window);
+    const bool adjacent = forward ? m_previous.end() == m_window.first && !m_previous.rows.empty()
+                                  : m_previous.first == m_window.end() && !m_previous.rows.empty();
+    if (adjacent)
+        take(m_previous);
+    const QSqlRecord &edge = *rows.front();
+    if (!key.complete(edge))
+        return std::nullopt;
+    int ties = 0;
+    for (const QSqlRecord *row : rows) {
+        const OrderKey::Same same = key.same(*row, edge);
+        if (same == OrderKey::Same::Unknown)
+            return std::nullopt;
+        if (same == OrderKey::Same::No)
+            return ties;
+        ++ties;
+    }
+    // Every row held ties: more may lie beyond them, unless they reach the result's end.
+    const long long start = adjacent ? std::min(m_window.first, m_previous.first) : m_window.first;
+    const long long end = adjacent ? std::max(m_window.end(), m_previous.end()) : m_window.end();
+    const bool whole = forward ? start == 0 : m_size >= 0 && end >= m_size;
+    return whole ? std::optional<int>(ties) : std::nullopt;
+}
+
+std::optional<std::vector<QSqlRecord>> RecordSource::readOnByKey(bool forward, int count)
+{
+    if (m_window.rows.empty())
+        return std::nullopt;
+    const OrderKey *key = orderKey();
+    if (!key)
+        return std::nullopt;
+    const std::optional<int> ties = tiesAtEdge(*key, forward);
+    if (!ties)
+        return std::nullopt;
+    const QSqlRecord &edge = forward ? m_window.rows.back() : m_window.rows.front();
+    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
+    q.setForwardOnly(true);
+    // The rows with the edge's values that are held already are skipped.
+    const QString sql =
+        KeyedStatement::from(m_dbs.dialect().map(fullStatement()), key->order(), forward) +
+        QStringLiteral(" limit %1 offset %2").arg(count).arg(*ties);
+    if (!q.prepare(sql))
+        throw Databases::errorFrom(q.lastError(), m_statement);
+    key->bind(q, edge);
+    if (!q.exec())
+        throw Databases::errorFrom(q.lastError(), m_statement);
+    std::vector<QSqlRecord> rows;
+    rows.reserve(static_cast<size_t>(count));
+    while (q.next())
+        rows.push_back(q.record());
+    q.finish();
+    if (!forward)
+        std::reverse(rows.begin(), rows.end());
+    return rows;
+}
+
+int RecordSource::fetchedCount() const
+{
+    return static_cast<int>(m_window.rows.size() + m_previous.rows.size());
+}
+
+bool RecordSource::allFetched() const
+{
+    return !m_bound || (m_size >= 0 && std::max(m_window.end(), m_previous.end()) >= m_size);
 }
 
 bool RecordSource::hasRecords() const
 {
-    return !m_rows.empty();
+    return m_bound && m_size != 0;
 }
 
 bool RecordSource::bof() const
 {
-    return m_rows.empty() || m_pos < 0;
+    return !hasRecords() || m_pos < 0;
 }
 
 bool RecordSource::eof() const
 {
-    return m_rows.empty() || m_pos >= static_cast<long>(m_rows.size());
+    return !hasRecords() || (m_size >= 0 && m_pos >= m_size);
 }
 
 void RecordSource::moveFirst()
 {
     m_onFound = false;
     m_pos = 0;
+    if (hasRecords())
+        hold(0, true);
 }
 
 void RecordSource::moveNext()
@@ -169,9 +312,12 @@ void RecordSource::moveNext()
     m_onFound = false;
     if (eof())
         throw DbError::noCurrentRecord();
-    ++m_pos;
-    if (m_pos == static_cast<long>(m_rows.size()))
-        fetchOne();
+    // A read that fails leaves the cursor where it was.
+    const long long next = m_pos + 1;
+    const bool held = hold(next, true);
+    m_pos = next;
+    if (!held && m_size < 0)
+        m_size = next;
 }
 
 void RecordSource::movePrevious()
@@ -179,16 +325,23 @@ void RecordSource::movePrevious()
     m_onFound = false;
     if (bof())
         throw DbError::noCurrentRecord();
-    --m_pos;
+    const long long before = m_pos - 1;
+    if (before >= 0 && !hold(before, false)) {
+        // Rows went away under the cursor (another user deleted them): it stands on the
+        // nearest row read, or before the first.
+        m_pos = m_window.rows.empty() ? -1 : m_window.end() - 1;
+        return;
+    }
+    m_pos = before;
 }
 
 const QSqlRecord &RecordSource::current() const
 {
     if (m_onFound)
         return m_found;
-    if (bof() || eof())
+    if (bof() || eof() || !m_window.holds(m_pos))
         throw DbError::noCurrentRecord();
-    return m_rows[static_cast<size_t>(m_pos)];
+    return m_window.rows[static_cast<size_t>(m_pos - m_window.first)];
 }
 
 QSqlRecord &RecordSource::currentRow()
@@ -361,9 +514,15 @@ void RecordSource::deleteCurrent()
         return;
     }
     const ResetNotice notice(m_observer);
-    m_rows.erase(m_rows.begin() + m_pos);
-    if (m_pos == static_cast<long>(m_rows.size()))
-        fetchOne();
+    // The rows after the deleted one have moved up by one; the window left last is read again
+    // when it is needed.
+    m_previous = {};
+    if (m_window.holds(m_pos))
+        m_window.rows.erase(m_window.rows.begin() + (m_pos - m_window.first));
+    if (m_size > 0)
+        --m_size;
+    if (!hold(m_pos, true) && m_size < 0)
+        m_size = m_pos;
 }
 
 QSqlRecord RecordSource::reread() const

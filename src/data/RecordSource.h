@@ -1,14 +1,16 @@
 #pragma once
 
 #include <QSet>
-#include <QSqlQuery>
 #include <QSqlRecord>
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 class Databases;
+class OrderKey;
 
 // Told before and after a record source replaces its rows (a refresh, a delete), so that a view
 // showing them can start again.
@@ -22,11 +24,19 @@ public:
 };
 
 // A bound record source: a database file and a statement set at run time, and a cursor over
-// the statement's rows in its order. Rows are fetched one at a time as the cursor reaches them
-// (through a connection of the source's own), so a statement over a large table shows its first
-// row without reading the rest. The current record can be edited and written back by its key.
+// the statement's rows in its order. The source holds only a window of rows around the cursor
+// (and the window it left last), read when the cursor reaches them: on from the rows held by
+// their order values where the engine serves the order from an index, otherwise by position.
+// Each read ends its statement, so no read stays open between the user's steps (an open read
+// would keep the engine from starting its write-ahead log again, and the log would grow with
+// every write). Through a connection of the source's own. The current record can be edited and
+// written back by its key.
 class RecordSource {
 public:
+    // Rows read at a time as the cursor moves; a refresh reads only the first row. Making the
+    // records of a read costs more than the engine's part of it, so the windows stay small.
+    static constexpr int windowRows = 64;
+
     RecordSource(Databases &dbs, const QString &name);
     ~RecordSource();
     RecordSource(const RecordSource &) = delete;
@@ -57,15 +67,16 @@ public:
     // The current row; throws DbError 3021 when there is none.
     const QSqlRecord &current() const;
     QVariant value(const QString &column) const;
-    // The number of rows fetched so far (never more than the cursor has reached, plus one,
-    // unless fetchMore() read ahead).
-    int fetchedCount() const { return static_cast<int>(m_rows.size()); }
-    // Reads up to `count` further rows without moving the cursor; returns how many came.
-    int fetchMore(int count);
-    // True once the statement has no rows left to read (or nothing is bound).
-    bool allFetched() const { return m_exhausted; }
-    // A fetched row by its position (0 to fetchedCount() - 1), without moving the cursor.
-    const QSqlRecord &rowAt(int index) const;
+    // The number of rows the source holds now: never more than two windows.
+    int fetchedCount() const;
+    // True when nothing is bound or the rows held reach the end of the result.
+    bool allFetched() const;
+
+    // The number of rows of the result, counted once per refresh (0 when nothing is bound).
+    long long rowCount();
+    // Rows `first` to `first + count - 1` of the result (fewer at its end), read without moving
+    // the cursor and without keeping them.
+    std::vector<QSqlRecord> readRows(long long first, int count);
     // One observer at most; nullptr removes it.
     void setObserver(RecordSourceObserver *observer) { m_observer = observer; }
 
@@ -89,11 +100,27 @@ public:
 
 private:
     enum class Mode { None, Edit, Add };
-    bool fetchOne();
+    // Rows by position: `first` is the position of rows[0].
+    struct Window {
+        long long first = 0;
+        std::vector<QSqlRecord> rows;
+        long long end() const { return first + static_cast<long long>(rows.size()); }
+        bool holds(long long pos) const { return pos >= first && pos < end(); }
+    };
+    // Makes the row at `pos` held, reading a window that starts there (forward) or ends there;
+    // false when the result has no such row.
+    bool hold(long long pos, bool forward);
+    // The `count` rows next to the window (after it, or before it), read on by their order
+    // values; none when the statement or the rows held do not allow it.
+    std::optional<std::vector<QSqlRecord>> readOnByKey(bool forward, int count);
+    // How many rows held, counted from the window's last row back (forward) or from its first
+    // on, have that row's order values; none when the rows held do not tell.
+    std::optional<int> tiesAtEdge(const OrderKey &key, bool forward) const;
+    const OrderKey *orderKey();
     void beginWrite(Commit commit);
     void endWrite(bool commit);
     QString fullStatement() const;
-    // Ends the statement and forgets the rows; letGo() also closes the reader's connection.
+    // Forgets the rows; letGo() also closes the reader's connection.
     void detach();
     void letGo();
     QSqlRecord &currentRow();
@@ -107,10 +134,15 @@ private:
     bool m_bound = false;
     QString m_boundFile;
 
-    QSqlQuery m_query;
-    std::vector<QSqlRecord> m_rows;
-    bool m_exhausted = true;
-    long m_pos = 0;
+    Window m_window;   // the rows around the cursor
+    Window m_previous; // the window the cursor left last, for a step back across the edge
+    // The statement's order key, found on the first read by key after a refresh.
+    enum class Keyed { Unknown, Yes, No };
+    Keyed m_keyed = Keyed::Unknown;
+    std::unique_ptr<OrderKey>
+        m_orderKey;        // windows read one after another in one direction: + on, - back
+    long long m_pos = 0;   // -1 before the first row; m_size (when known) after the last
+    long long m_size = -1; // the number of rows once known (counted, or the end was read)
     bool m_onFound = false;
     QSqlRecord m_found;
 

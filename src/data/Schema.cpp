@@ -1,5 +1,7 @@
 #include "data/Schema.h"
 
+#include "data/TableRebuild.h"
+
 #include <QHash>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -65,6 +67,17 @@ Table vendors()
              "ix_vendors_contact(vendcontact)", "ix_vendors_glacct(vendglacct, vendname)"}};
 }
 
+// An index of only the rows a re-sorted unpaid or paid list shows, with its condition.
+QString unpaid(const char *index)
+{
+    return QString::fromLatin1(index) + QLatin1String(" where invstatus > 0 and invstatus < 4");
+}
+
+QString paid(const char *index)
+{
+    return QString::fromLatin1(index) + QLatin1String(" where invstatus > 0 and invstatus > 3");
+}
+
 Table invoices()
 {
     std::vector<Column> cols = {
@@ -76,9 +89,36 @@ Table invoices()
     cols = join(cols, numbered(QStringLiteral("splitamt"), 10, K::Currency));
     return {QStringLiteral("invoices"),
             cols,
-            {"ix_invoices_vendor_date(vendnumber, invdate, invstatus, invchecknumber)",
-             "ix_invoices_number(invnumber)", "ix_invoices_check(invchecknumber)",
-             "ix_invoices_product(invproduct)", "ix_invoices_checkdate(vendnumber, invcheckdate)"}};
+            {// The lookups by invoice, check and product.
+             QStringLiteral("ix_invoices_number(invnumber)"),
+             QStringLiteral("ix_invoices_check(invchecknumber)"),
+             QStringLiteral("ix_invoices_product(invproduct)"),
+             // This year's total, read from the index alone, and the re-sorts by date.
+             QStringLiteral("ix_invoices_vendor_date_amount(vendnumber, invdate, invstatus, "
+                            "invamount)"),
+             // The unpaid and paid lists and their re-sorts each come in the order of an index
+             // of just the rows they show, made with the statement's own condition word for
+             // word: the engine uses such an index only for a statement with that condition,
+             // so no index with the condition's column in front can tempt it to sort a list.
+             // The condition's column is in the index, so that a list is counted from the
+             // index alone. The unpaid amounts also give the open-invoice total.
+             QStringLiteral("ix_invoices_unpaid_list(vendnumber, invdate, invstatus) where "
+                            "invstatus > 0 and invstatus <= 3"),
+             QStringLiteral("ix_invoices_paid_list(vendnumber, invdate, invchecknumber) where "
+                            "invchecknumber > 0"),
+             unpaid("ix_invoices_unpaid_amount(vendnumber, invamount, invstatus)"),
+             unpaid("ix_invoices_unpaid_number(vendnumber, invnumber, invdate)"),
+             unpaid("ix_invoices_unpaid_product(vendnumber, invproduct)"),
+             unpaid("ix_invoices_unpaid_due(vendnumber, invduedate)"),
+             unpaid("ix_invoices_unpaid_period(vendnumber, invglperiod, invdate)"),
+             paid("ix_invoices_paid_number(vendnumber, invnumber, invdate)"),
+             paid("ix_invoices_paid_product(vendnumber, invproduct)"),
+             paid("ix_invoices_paid_amount(vendnumber, invamount)"),
+             paid("ix_invoices_paid_due(vendnumber, invduedate)"),
+             paid("ix_invoices_paid_checknumber(vendnumber, invchecknumber)"),
+             paid("ix_invoices_paid_checkdate(vendnumber, invcheckdate)"),
+             paid("ix_invoices_paid_checkamount(vendnumber, invcheckamount)"),
+             paid("ix_invoices_paid_period(vendnumber, invglperiod, invdate)")}};
 }
 
 Table checks()
@@ -211,7 +251,10 @@ QString declaredType(Kind kind)
     case K::Number:
         return QStringLiteral("DOUBLE");
     case K::Text:
-        return QStringLiteral("TEXT");
+        // Compared and ordered without regard to case, as the desktop engine did, with the
+        // engine's own NOCASE (so the plain sqlite3 program reads the files too). It folds only
+        // the ASCII letters: "é" and "É" stay different, and both sort after every ASCII letter.
+        return QStringLiteral("TEXT COLLATE NOCASE");
     case K::Memo:
         return QStringLiteral("TEXT");
     case K::Currency:
@@ -239,7 +282,7 @@ int storedVersion(QSqlDatabase &db)
     return 0;
 }
 
-// Step 1: every table, column and index of the file.
+// Every table and column of the file; a new table's text columns get the case-blind collation.
 bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
 {
     for (const Table &table : tablesOf(fileName)) {
@@ -262,6 +305,13 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
                     return false;
             }
         }
+    }
+    return true;
+}
+
+bool createIndexes(QSqlDatabase &db, const QString &fileName, QString &error)
+{
+    for (const Table &table : tablesOf(fileName)) {
         for (const QString &index : table.indexes) {
             const qsizetype paren = index.indexOf(QLatin1Char('('));
             if (!run(db,
@@ -270,6 +320,38 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
                      error))
                 return false;
         }
+    }
+    return true;
+}
+
+// Indexes of earlier layouts, dropped by the steps below and never made again.
+const QStringList &retiredIndexes()
+{
+    static const QStringList names = {
+        // Step 2: they led the engine to sort a vendor's whole list.
+        QStringLiteral("ix_invoices_vendor_status"), QStringLiteral("ix_invoices_vendor_check"),
+        // Step 4: replaced by indexes that also hold the amounts.
+        QStringLiteral("ix_invoices_vendor_date"), QStringLiteral("ix_invoices_checkdate")};
+    return names;
+}
+
+bool dropIndexes(QSqlDatabase &db, const QStringList &names, QString &error)
+{
+    for (const QString &name : names)
+        if (!run(db, QStringLiteral("drop index if exists ") + name, error))
+            return false;
+    return true;
+}
+
+// Step 3: tables made before text compared without regard to case are made again.
+bool rebuildWithNocase(QSqlDatabase &db, const QString &fileName, bool &rebuilt, QString &error)
+{
+    for (const Table &table : tablesOf(fileName)) {
+        if (!TableRebuild::lacksNocase(db, table))
+            continue;
+        if (!TableRebuild::withNocase(db, table, retiredIndexes(), error))
+            return false;
+        rebuilt = true;
     }
     return true;
 }
@@ -299,14 +381,6 @@ bool isComplete(QSqlDatabase &db, const QString &fileName)
     return true;
 }
 
-bool dropIndexes(QSqlDatabase &db, std::initializer_list<const char *> names, QString &error)
-{
-    for (const char *name : names)
-        if (!run(db, QStringLiteral("drop index if exists ") + QString::fromLatin1(name), error))
-            return false;
-    return true;
-}
-
 } // namespace
 
 const std::vector<Table> &tablesOf(const QString &fileName)
@@ -331,6 +405,16 @@ Kind columnKind(const QString &table, const QString &column)
     return K::Text;
 }
 
+std::optional<Kind> layoutKind(const QString &column)
+{
+    for (const auto &tables : allFiles())
+        for (const Table &t : tables)
+            for (const Column &c : t.columns)
+                if (c.name.compare(column, Qt::CaseInsensitive) == 0)
+                    return c.kind;
+    return std::nullopt;
+}
+
 bool isMoney(const QString &table, const QString &column)
 {
     return columnKind(table, column) == K::Currency;
@@ -351,12 +435,15 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
     if (!run(db, QStringLiteral("begin immediate"), error))
         return error;
     const int version = storedVersion(db);
-    // Step 2: two invoice indexes of the first layout led the engine to sort a vendor's whole
-    // list; the index on vendor and date serves those lists in order.
+    // Steps 2 and 4 drop the retired indexes (step 2: two that made the engine sort a vendor's
+    // whole list; step 4: two replaced by covering ones); step 3 makes tables again for the
+    // case-blind collation before their indexes are made, so that each index is built once.
+    bool rebuilt = false;
     const bool ok =
         createTables(db, fileName, error) &&
-        (version >= 2 ||
-         dropIndexes(db, {"ix_invoices_vendor_status", "ix_invoices_vendor_check"}, error)) &&
+        (version >= 4 || dropIndexes(db, retiredIndexes(), error)) &&
+        (version >= 3 || rebuildWithNocase(db, fileName, rebuilt, error)) &&
+        createIndexes(db, fileName, error) &&
         run(db, QStringLiteral("delete from schema_version"), error) &&
         run(db,
             QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion),
@@ -370,6 +457,9 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
         run(db, QStringLiteral("rollback"), ignored);
         return error;
     }
+    // A rebuilt table passed whole through the write-ahead log: give its space back now.
+    if (rebuilt)
+        run(db, QStringLiteral("pragma wal_checkpoint(TRUNCATE)"), ignored);
     return {};
 }
 

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 class QSqlDatabase;
@@ -28,13 +29,18 @@ const std::vector<Table> &tablesOf(const QString &fileName);
 // The kind of a column of any table of any file; Text when unknown.
 Kind columnKind(const QString &table, const QString &column);
 bool isMoney(const QString &table, const QString &column);
+// The kind of a column of that name (a name has one kind in every table that has it); none
+// when no table of the layout has such a column.
+std::optional<Kind> layoutKind(const QString &column);
 
 // The version the steps below bring a file to.
-constexpr int currentVersion = 2;
+constexpr int currentVersion = 4;
 
 // Brings the open database up to the current version: creates missing tables, columns and
-// indexes. Re-runnable; a file at the current version with everything in place is only looked
-// at, not written. Returns the engine's error text, or "" on success.
+// indexes, drops the indexes of earlier layouts, and makes tables whose text columns compare
+// with regard to case again with the case-blind collation (keeping their rows). Re-runnable; a file
+// at the current version with everything in place is only looked at, not written. Returns the
+// engine's error text, or "" on success.
 QString ensure(QSqlDatabase &db, const QString &fileName);
 
 } // namespace Schema

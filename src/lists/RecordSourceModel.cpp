@@ -1,11 +1,11 @@
 #include "lists/RecordSourceModel.h"
 
 #include "common/Numbers.h"
+#include "data/DbError.h"
 #include "lists/ListFormats.h"
 
-#include <QSqlRecord>
-
 #include <algorithm>
+#include <limits>
 
 RecordSourceModel::RecordSourceModel(RecordSource &source, std::vector<ListColumn> columns,
                                      std::function<QDate()> today, QObject *parent) :
@@ -27,6 +27,7 @@ void RecordSourceModel::sourceDestroyed()
     // Only the window's destruction gets here: the view goes next and reads nothing meanwhile.
     m_source = nullptr;
     m_rows = 0;
+    m_pages.clear();
 }
 
 int RecordSourceModel::rowCount(const QModelIndex &parent) const
@@ -53,25 +54,6 @@ QVariant RecordSourceModel::headerData(int section, Qt::Orientation orientation,
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 
-bool RecordSourceModel::canFetchMore(const QModelIndex &parent) const
-{
-    return m_source && !parent.isValid() &&
-           (m_rows < m_source->fetchedCount() || !m_source->allFetched());
-}
-
-void RecordSourceModel::fetchMore(const QModelIndex &parent)
-{
-    if (!m_source || parent.isValid())
-        return;
-    m_source->fetchMore(m_rows + batchSize - m_source->fetchedCount());
-    const int available = std::min(m_source->fetchedCount(), m_rows + batchSize);
-    if (available <= m_rows)
-        return;
-    beginInsertRows({}, m_rows, available - 1);
-    m_rows = available;
-    endInsertRows();
-}
-
 void RecordSourceModel::rowsAboutToReset()
 {
     beginResetModel();
@@ -80,15 +62,16 @@ void RecordSourceModel::rowsAboutToReset()
 
 void RecordSourceModel::rowsReset()
 {
-    // The first batch comes at once, as a list is expected to show its first rows straight away.
-    m_source->fetchMore(batchSize - m_source->fetchedCount());
-    m_rows = std::min(m_source->fetchedCount(), static_cast<int>(batchSize));
-    m_fields.assign(m_columns.size(), -1);
-    if (m_rows > 0) {
-        const QSqlRecord &first = m_source->rowAt(0);
-        for (size_t c = 0; c < m_columns.size(); ++c)
-            m_fields[c] = first.indexOf(m_columns[c].field);
+    m_pages.clear();
+    m_fields.clear();
+    long long count = 0;
+    try {
+        count = m_source ? m_source->rowCount() : 0;
+    } catch (const DbError &) {
+        // Told from a refresh that is ending, also in an error: the list shows nothing, and the
+        // refresh's own error is what the user sees.
     }
+    m_rows = static_cast<int>(std::min<long long>(count, std::numeric_limits<int>::max()));
     // Only a reset begun by rowsAboutToReset() is ended here; the first call comes from the
     // constructor.
     if (m_resetting) {
@@ -97,12 +80,49 @@ void RecordSourceModel::rowsReset()
     }
 }
 
+const QSqlRecord *RecordSourceModel::row(int row) const
+{
+    if (!m_source || row < 0 || row >= m_rows)
+        return nullptr;
+    const int number = row / batchSize;
+    auto page = m_pages.find(number);
+    if (page == m_pages.end()) {
+        if (static_cast<int>(m_pages.size()) >= keptPages) {
+            const auto oldest =
+                std::min_element(m_pages.begin(), m_pages.end(), [](const auto &a, const auto &b) {
+                    return a.second.lastUse < b.second.lastUse;
+                });
+            m_pages.erase(oldest);
+        }
+        Page read;
+        try {
+            read.rows = m_source->readRows(static_cast<long long>(number) * batchSize, batchSize);
+        } catch (const DbError &) {
+            // A page the engine would not give (the file went away) shows empty; the error
+            // reaches the user through the next step that reads.
+        }
+        page = m_pages.emplace(number, std::move(read)).first;
+    }
+    page->second.lastUse = ++m_uses;
+    const size_t at = static_cast<size_t>(row - number * batchSize);
+    if (at >= page->second.rows.size())
+        return nullptr; // rows went away since they were counted
+    const QSqlRecord &record = page->second.rows[at];
+    if (m_fields.empty()) {
+        m_fields.reserve(m_columns.size());
+        for (const ListColumn &column : m_columns)
+            m_fields.push_back(record.indexOf(column.field));
+    }
+    return &record;
+}
+
 QVariant RecordSourceModel::raw(int row, int column) const
 {
-    const int field = m_fields[static_cast<size_t>(column)];
-    if (field < 0 || !m_source)
+    const QSqlRecord *record = this->row(row);
+    if (!record)
         return {};
-    return m_source->rowAt(row).value(field);
+    const int field = m_fields[static_cast<size_t>(column)];
+    return field < 0 ? QVariant() : record->value(field);
 }
 
 QString RecordSourceModel::display(int row, int column) const

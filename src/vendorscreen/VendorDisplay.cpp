@@ -59,10 +59,17 @@ bool VendorDisplay::showCurrent()
 // by the next display or save: no need to wait for the disk.
 void VendorDisplay::stampTotals()
 {
-    RecordEdit stamp(m_vendors, RecordEdit::Start::Edit, RecordSource::Commit::Light);
-    stamp.setValue(QStringLiteral("vendbalcurrent"), m_totals.openTotal());
-    stamp.setValue(QStringLiteral("vendbal60"), m_totals.yearTotal());
-    stamp.update();
+    // Another user writing to the file (a pass over every vendor, say) does not stop the
+    // display: these totals are written again by the next display or save.
+    try {
+        RecordEdit stamp(m_vendors, RecordEdit::Start::Edit, RecordSource::Commit::Light);
+        stamp.setValue(QStringLiteral("vendbalcurrent"), m_totals.openTotal());
+        stamp.setValue(QStringLiteral("vendbal60"), m_totals.yearTotal());
+        stamp.update();
+    } catch (const DbError &error) {
+        if (error.code() != DbError::RecordLocked)
+            throw;
+    }
 }
 
 void VendorDisplay::fill()

@@ -177,8 +177,9 @@ TEST(Databases, AFileOfTheFirstLayoutLosesTheIndexesThatMadeListsSort)
     EXPECT_EQ(dbs.scalar("ap.mdb", "select version from schema_version").toInt(),
               Schema::currentVersion);
     EXPECT_EQ(
-        dbs.scalar("ap.mdb",
-                   "select count(*) from sqlite_master where name = 'ix_invoices_vendor_date'")
+        dbs.scalar(
+               "ap.mdb",
+               "select count(*) from sqlite_master where name = 'ix_invoices_vendor_date_amount'")
             .toInt(),
         1);
 }

@@ -34,20 +34,44 @@ protected:
     static QDate today() { return QDate(2026, 11, 21); }
 };
 
-TEST_F(RecordSourceModelTest, ShowsTheFirstBatchAtOnceAndTheRestAsItIsAskedFor)
+TEST_F(RecordSourceModelTest, TheRowCountIsKnownAtOnceAndTheLastRowReadsRight)
 {
     RecordSourceModel model(source, ListColumns::checks(), today);
     EXPECT_EQ(model.rowCount(), 0);
     bind("select * from checks order by chknum");
-    EXPECT_EQ(model.rowCount(), RecordSourceModel::batchSize);
-    EXPECT_EQ(source.fetchedCount(), RecordSourceModel::batchSize);
-    EXPECT_TRUE(model.canFetchMore({}));
-    model.fetchMore({});
-    EXPECT_EQ(model.rowCount(), 2 * RecordSourceModel::batchSize);
-    while (model.canFetchMore({}))
-        model.fetchMore({});
     EXPECT_EQ(model.rowCount(), 200);
-    EXPECT_TRUE(source.allFetched());
+    EXPECT_FALSE(model.canFetchMore({}));
+    EXPECT_EQ(model.index(199, 0).data().toString(), "200");
+    EXPECT_EQ(model.index(198, 0).data().toString(), "199");
+    EXPECT_EQ(model.index(0, 0).data().toString(), "1");
+    EXPECT_FALSE(model.index(200, 0).data().isValid());
+    // The last page and the first: nothing between was read.
+    EXPECT_EQ(model.heldPages(), 2);
+}
+
+TEST_F(RecordSourceModelTest, OnlyTheLastPagesUsedAreKept)
+{
+    folder.exec("ap.mdb",
+                "with recursive n(i) as "
+                "(select 201 union all select i + 1 from n where i < 5000) "
+                "insert into checks (chkpayeenum, chkpayeename, chknum, chkdate, chkamount, "
+                "chkref, chkstatus) select 12, 'Payee', i, 20260101, i, 'R', 1 from n");
+    RecordSourceModel model(source, ListColumns::checks(), today);
+    bind("select * from checks order by chknum");
+    ASSERT_EQ(model.rowCount(), 5000);
+    for (int row = 0; row < 5000; row += 7)
+        EXPECT_EQ(model.index(row, 0).data().toString(), QString::number(row + 1)) << row;
+    EXPECT_EQ(model.heldPages(), RecordSourceModel::keptPages);
+    EXPECT_EQ(model.index(0, 0).data().toString(), "1");
+    EXPECT_LE(model.heldPages(), 16);
+}
+
+TEST_F(RecordSourceModelTest, ADescendingListShowsItsOldestRowLast)
+{
+    RecordSourceModel model(source, ListColumns::checks(), today);
+    bind("select * from checks order by chknum desc");
+    EXPECT_EQ(model.index(0, 0).data().toString(), "200");
+    EXPECT_EQ(model.index(199, 0).data().toString(), "1");
 }
 
 TEST_F(RecordSourceModelTest, RefreshResetsTheModel)
@@ -88,7 +112,7 @@ TEST_F(RecordSourceModelTest, ModelOutlivingItsSourceReadsNothing)
     own->refresh();
     own.reset();
     EXPECT_EQ(model.rowCount(), 0);
-    EXPECT_FALSE(model.canFetchMore({}));
+    EXPECT_FALSE(model.index(0, 0).data().isValid());
 }
 
 } // namespace

@@ -576,6 +576,35 @@ INSTANTIATE_TEST_SUITE_P(
         return QString::fromLatin1(info.param.file).section(QLatin1Char('.'), 0, 0).toStdString();
     });
 
+TEST(DemoBigVendor, TheFirstVendorGetsTheAskedInvoicesAndTheOthersTwelveEachOnAverage)
+{
+    QTemporaryDir dir;
+    Demo::Options options = smallCompany(dir.filePath(QStringLiteral("big")));
+    options.vendors = 5;
+    options.invoices = -1;
+    options.bigVendor = 700;
+    const Demo::Summary summary = Demo::generate(options);
+    EXPECT_EQ(summary.ap.busiestInvoices, 700);
+    EXPECT_EQ(summary.ap.invoices, 700 + 4 * 12);
+    Reader ap(summary.folder, "ap.mdb");
+    EXPECT_EQ(ap.count(QStringLiteral("select count(*) from invoices where vendnumber = %1")
+                           .arg(summary.ap.busiestVendor)),
+              700);
+    EXPECT_EQ(ap.count(QStringLiteral("select count(*) from invoices where vendnumber <> %1")
+                           .arg(summary.ap.busiestVendor)),
+              48);
+}
+
+TEST(DemoBigVendor, MoreInvoicesForTheBigVendorThanInAllIsRefused)
+{
+    QTemporaryDir dir;
+    Demo::Options options = smallCompany(dir.filePath(QStringLiteral("big")));
+    options.vendors = 5;
+    options.invoices = 100;
+    options.bigVendor = 101;
+    EXPECT_THROW(Demo::generate(options), Demo::Error);
+}
+
 TEST(DemoInvoiceCounts, ABigCompanysFirstVendorGetsItsFixedShareAndTheTotalIsExact)
 {
     std::vector<bool> needsOne(5000, false);

@@ -1,7 +1,10 @@
 #include "vendorscreen/VendorDisplay.h"
 #include "support/VendorScreen.h"
 
+#include <QFile>
 #include <QGroupBox>
+#include <QProcess>
+#include <QTest>
 
 namespace {
 
@@ -121,6 +124,28 @@ TEST_F(EmptyVendorFile, FirstDisplaySaysNoRecordAndTheLookupComesBack)
     EXPECT_EQ(module.dialogs.last()->title, "A/P Master");
     EXPECT_TRUE(c().fralookup->isVisible());
     EXPECT_FALSE(c().cmdmodify->isEnabled());
+}
+
+} // namespace
+
+namespace {
+
+// Another program holds the file's write lock longer than a statement waits: the vendor is shown
+// all the same, and only the totals stamp (written again by the next display) is left out.
+TEST_F(VendorDisplayTest, AVendorIsShownWhileAnotherProgramHoldsTheWriteLock)
+{
+    QProcess holder;
+    holder.setWorkingDirectory(folder.path());
+    holder.start("sqlite3", {"ap.mdb"});
+    ASSERT_TRUE(holder.waitForStarted());
+    holder.write("begin immediate;\nupdate vendors set vendfax = 'x' where vendnumber = 300;\n"
+                 ".shell touch locked.flag\n.shell sleep 1\ncommit;\n.quit\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("locked.flag")); }, 5000));
+    lookup(0, "100");
+    EXPECT_EQ(field(0), "100");
+    EXPECT_EQ(field(1), "Acme Office Supply");
+    EXPECT_EQ(module.dialogs.count(), 0);
+    ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
 }
 
 } // namespace

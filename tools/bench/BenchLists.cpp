@@ -1,10 +1,13 @@
-// Times the invoice and check lists of the real vendor window on a company's data folder:
+// Times the invoice and check lists of the real vendor window on a company's data folder, for
+// the vendor with the most invoices: each list's first rows, a re-sort, the split panel, and
+// reaching the last row of the unpaid list by Ctrl+End and by the scroll bar:
 //   apmaster-bench-lists [--runs N] [--user NAME] [--make] [--screenshot FILE] DIR
 // DIR becomes the current folder, as it is for the module. --make first writes a small company
 // there (see BenchCompany.h).
 
 #include "BenchCompany.h"
 #include "ScriptedDialogs.h"
+#include "StepTimer.h"
 
 #include "app/ModuleAssembly.h"
 #include "data/Databases.h"
@@ -19,8 +22,10 @@
 #include <QElapsedTimer>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -28,41 +33,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <functional>
-#include <vector>
 
 namespace {
-
-struct Figure {
-    double median = 0;
-    double low = 0;
-    double high = 0;
-};
-
-// Runs `prepare` (not timed), then times `work` up to the moment its rows are painted.
-Figure measure(int runs, const std::function<void()> &prepare, const std::function<void()> &work,
-               QWidget *painted)
-{
-    std::vector<double> msecs;
-    for (int i = 0; i < runs; ++i) {
-        prepare();
-        QCoreApplication::processEvents();
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        QCoreApplication::processEvents();
-        painted->repaint();
-        msecs.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-    }
-    std::sort(msecs.begin(), msecs.end());
-    return {msecs[msecs.size() / 2], msecs.front(), msecs.back()};
-}
-
-void report(const char *what, const Figure &f, int runs)
-{
-    std::printf("%-28s %8.2f ms  (median of %d; %.2f to %.2f)\n", what, f.median, runs, f.low,
-                f.high);
-}
 
 QString firstUser(Databases &dbs)
 {
@@ -133,14 +105,15 @@ int main(int argc, char *argv[])
         QString user = parser.value(QStringLiteral("user"));
         if (user.isEmpty())
             user = firstUser(databases);
+        StepTimer timer(runs);
         QElapsedTimer started;
         started.start();
         if (const std::optional<int> refused = module.start(QStringLiteral("VDR99") + user)) {
             std::fprintf(stderr, "Start-up refused (%d).\n", *refused);
             return 1;
         }
-        std::printf("start-up                     %8.2f ms\n",
-                    static_cast<double>(started.nsecsElapsed()) / 1e6);
+        StepTimer::single("start-up", static_cast<double>(started.nsecsElapsed()) / 1e6);
+        StepTimer::memory("after start-up");
 
         QSqlQuery most = databases.select(QStringLiteral("ap.mdb"),
                                           QStringLiteral("select vendnumber, count(*) as n from "
@@ -153,42 +126,99 @@ int main(int argc, char *argv[])
         const qlonglong vendor = most.value(0).toLongLong();
         const qlonglong invoices = most.value(1).toLongLong();
         most.finish();
-        std::printf("vendor %lld with %lld invoices\n", vendor, invoices);
+        StepTimer::note(QStringLiteral("vendor %1 with %2 invoices").arg(vendor).arg(invoices));
 
         const VendorWindow::Controls &c = window.controls();
         c.fralookup->hide();
         c.Text1[0]->setText(QString::number(vendor));
         InvoiceLists &lists = window.lists();
+        QTableView *grid = c.grid1;
         const auto nothing = [] {};
 
-        report("unpaid list, first rows",
-               measure(
-                   runs, nothing, [&] { c.cmdunpaid->click(); }, c.grid1->viewport()),
-               runs);
-        std::printf("  rows read: %d of the list, %d in the grid\n",
-                    window.datainvoice().fetchedCount(), c.grid1->model()->rowCount());
-        report("paid list, first rows",
-               measure(
-                   runs, nothing, [&] { c.cmdpaid->click(); }, c.grid1->viewport()),
-               runs);
-        report("checks list, first rows",
-               measure(
-                   runs, nothing, [&] { c.cmdchecks->click(); }, c.grid2->viewport()),
-               runs);
-        report("re-sort unpaid by amount",
-               measure(
-                   runs, [&] { c.cmdunpaid->click(); }, [&] { clickHeader(c.grid1, 3); },
-                   c.grid1->viewport()),
-               runs);
-        report("open the split panel",
-               measure(
-                   runs,
-                   [&] {
-                       lists.showUnpaid();
-                       c.grid1->selectRow(std::min(3, c.grid1->model()->rowCount() - 1));
-                   },
-                   [&] { c.cmdsplit->click(); }, c.frasplit),
-               runs);
+        timer.step(
+            "unpaid list, first rows", nothing, [&] { c.cmdunpaid->click(); }, grid->viewport());
+        StepTimer::note(QStringLiteral("rows in the grid: %1").arg(grid->model()->rowCount()));
+        timer.step(
+            "paid list, first rows", nothing, [&] { c.cmdpaid->click(); }, grid->viewport());
+        timer.step(
+            "checks list, first rows", nothing, [&] { c.cmdchecks->click(); }, c.grid2->viewport());
+        timer.step(
+            "re-sort unpaid by amount", [&] { c.cmdunpaid->click(); },
+            [&] { clickHeader(grid, 3); }, grid->viewport());
+        timer.step(
+            "open the split panel",
+            [&] {
+                lists.showUnpaid();
+                grid->selectRow(std::min(3, grid->model()->rowCount() - 1));
+            },
+            [&] { c.cmdsplit->click(); }, c.frasplit);
+
+        // The last row of the longer invoice list, by the keyboard and by the scroll bar.
+        const auto count = [&](const char *filter) {
+            return databases
+                .scalar(QStringLiteral("ap.mdb"),
+                        QStringLiteral("select count(*) from invoices where vendnumber = %1 and %2")
+                            .arg(vendor)
+                            .arg(QLatin1String(filter)))
+                .toLongLong();
+        };
+        const long long unpaidRows = count("invstatus > 0 and invstatus <= 3");
+        const long long paidRows = count("invchecknumber > 0");
+        const bool paidLonger = paidRows > unpaidRows;
+        // From the top: a list shown again keeps its place, and would read its last rows there.
+        const auto showLongList = [&] {
+            grid->scrollToTop();
+            if (paidLonger)
+                lists.showPaid();
+            else
+                lists.showUnpaid();
+        };
+        const QString longList = QStringLiteral("the %1 list (%2 rows)")
+                                     .arg(paidLonger ? "paid" : "unpaid")
+                                     .arg(std::max(paidRows, unpaidRows));
+        const auto atTop = [&] {
+            showLongList();
+            grid->setFocus();
+            grid->setCurrentIndex(grid->model()->index(0, 0));
+        };
+        const auto onLastRow = [&] {
+            QAbstractItemModel *model = grid->model();
+            return !model->canFetchMore({}) && grid->currentIndex().row() == model->rowCount() - 1;
+        };
+        const auto lastRowShown = [&] {
+            QAbstractItemModel *model = grid->model();
+            const int last = model->rowCount() - 1;
+            return !model->canFetchMore({}) && last >= 0 &&
+                   grid->visualRect(model->index(last, 0)).bottom() <= grid->viewport()->height();
+        };
+        const auto ctrlEnd = [&] { QTest::keyClick(grid, Qt::Key_End, Qt::ControlModifier); };
+        timer.step(qPrintable(QStringLiteral("Ctrl+End in ") + longList), atTop, ctrlEnd,
+                   grid->viewport());
+        StepTimer::memory("before reaching the list's end");
+        atTop();
+        QElapsedTimer toEnd;
+        toEnd.start();
+        int presses = 0;
+        while (!onLastRow() && presses < 2000) {
+            ctrlEnd();
+            QCoreApplication::processEvents();
+            ++presses;
+        }
+        grid->viewport()->repaint();
+        StepTimer::single("reach the last row with Ctrl+End",
+                          static_cast<double>(toEnd.nsecsElapsed()) / 1e6,
+                          QStringLiteral("(%1 presses%2; %3 rows)")
+                              .arg(presses)
+                              .arg(onLastRow() ? "" : ", not reached")
+                              .arg(grid->model()->rowCount()));
+        StepTimer::memory("after Ctrl+End to the list's end");
+        QScrollBar *bar = grid->verticalScrollBar();
+        timer.step(
+            "scroll bar dragged to the bottom", showLongList,
+            [&] { bar->setValue(bar->maximum()); }, grid->viewport());
+        StepTimer::note(lastRowShown() ? QStringLiteral("the last row is shown")
+                                       : QStringLiteral("the last row is not shown yet"));
+        StepTimer::memory("at the end");
         if (!screenshot.isEmpty()) {
             lists.showUnpaid();
             c.grid1->selectRow(std::min(3, c.grid1->model()->rowCount() - 1));

@@ -15,7 +15,7 @@ inline double medianMs(int runs, const std::function<void()> &work)
         QElapsedTimer timer;
         timer.start();
         work();
-        times.push_back(timer.nsecsElapsed() / 1e6);
+        times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
     }
     std::sort(times.begin(), times.end());
     return times[times.size() / 2];

@@ -1,37 +1,43 @@
-// Times the vendor screen on a data folder (the current folder): start-up to the lookup panel,
-// each lookup method from Go to the first vendor shown, Next and Previous near the start and
-// deep into a long result, and Save.
-#include "BenchSupport.h"
+// Times the vendor screen on a data folder (the current folder), on a company of any size:
+//   apmaster-bench-vendor DIR [RUNS]
+// Start-up to the lookup panel, each lookup method from Go to the first vendor shown, Next and
+// Previous near the start, deep into the result and at its end, a walk over the whole vendor
+// file and back with the memory it leaves, and Save of an ordinary and of the busiest vendor.
 #include "ScriptedDialogs.h"
+#include "StepTimer.h"
 
 #include "app/ModuleAssembly.h"
 #include "data/Databases.h"
+#include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorSaver.h"
 #include "vendorscreen/VendorWindow.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
 namespace {
 
-void report(const char *what, double ms, const char *target)
-{
-    std::printf("%-44s %9.2f ms   (target %s)\n", what, ms, target);
-}
-
 QString firstValue(Databases &dbs, const QString &sql)
 {
     return dbs.scalar(QStringLiteral("ap.mdb"), sql).toString();
+}
+
+double msSince(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
 } // namespace
@@ -41,87 +47,158 @@ int main(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    if (argc > 1)
-        QDir::setCurrent(QString::fromLocal8Bit(argv[1]));
+    if (argc > 1 && !QDir::setCurrent(QString::fromLocal8Bit(argv[1]))) {
+        std::fprintf(stderr, "No data folder %s.\n", argv[1]);
+        return 2;
+    }
+    const int runs = argc > 2 ? std::max(1, QByteArray(argv[2]).toInt()) : 7;
     QTemporaryDir locks;
+    StepTimer timer(runs);
 
     ScriptedDialogs dialogs;
-    QElapsedTimer timer;
-    timer.start();
+    QElapsedTimer started;
+    started.start();
     ModuleAssembly copy({.dialogs = &dialogs, .lockFolder = locks.path()});
     if (copy.start(QStringLiteral("VDR99DEMO"))) {
         std::fprintf(stderr, "start-up refused: %s\n", qPrintable(dialogs.messages.join(" | ")));
         return 1;
     }
-    const double startupMs = timer.nsecsElapsed() / 1e6;
+    StepTimer::single("start-up to the lookup panel", msSince(started));
+    StepTimer::memory("after start-up");
     VendorWindow &w = copy.window();
     const auto &c = w.controls();
     Databases &dbs = copy.databases();
 
-    std::printf("vendors: %s, invoices: %s\n",
-                qPrintable(firstValue(dbs, QStringLiteral("select count(*) from vendors"))),
-                qPrintable(firstValue(dbs, QStringLiteral("select count(*) from invoices"))));
-    report("start-up to the lookup panel", startupMs, "-");
+    try {
+        const long long vendors =
+            firstValue(dbs, QStringLiteral("select count(*) from vendors")).toLongLong();
+        StepTimer::note(QStringLiteral("vendors: %1, invoices: %2")
+                            .arg(vendors)
+                            .arg(firstValue(dbs, QStringLiteral("select count(*) from invoices"))));
+        if (vendors == 0) {
+            std::fprintf(stderr, "The folder has no vendors.\n");
+            return 1;
+        }
 
-    const QString midNumber = firstValue(
-        dbs, QStringLiteral("select vendnumber from vendors order by vendnumber limit 1 offset "
-                            "(select count(*) / 2 from vendors)"));
-    const QString entries[7] = {
-        midNumber,
-        QStringLiteral("M"),
-        QStringLiteral("M"),
-        firstValue(dbs, QStringLiteral("select invnumber from invoices where rowid = (select "
-                                       "max(rowid) / 2 from invoices)")),
-        firstValue(dbs,
-                   QStringLiteral("select invchecknumber from invoices where invchecknumber > 0 "
-                                  "and rowid > (select max(rowid) / 2 from invoices) limit 1")),
-        QStringLiteral("P"),
-        firstValue(dbs, QStringLiteral("select vendglacct from vendors where rowid = (select "
-                                       "max(rowid) / 2 from vendors)")),
-    };
-    const char *names[7] = {"vendor #", "vendor name", "contact",   "invoice #",
-                            "check #",  "product",     "G/L number"};
-    for (int method = 0; method < 7; ++method) {
-        const double ms = medianMs(7, [&] {
+        const QString midNumber = firstValue(
+            dbs, QStringLiteral("select vendnumber from vendors order by vendnumber limit 1 "
+                                "offset (select count(*) / 2 from vendors)"));
+        const QString entries[7] = {
+            midNumber,
+            QStringLiteral("M"),
+            QStringLiteral("M"),
+            firstValue(dbs, QStringLiteral("select invnumber from invoices where rowid >= "
+                                           "(select max(rowid) / 2 from invoices) limit 1")),
+            firstValue(dbs, QStringLiteral("select invchecknumber from invoices where "
+                                           "invchecknumber > 0 and rowid >= (select max(rowid) "
+                                           "/ 2 from invoices) limit 1")),
+            QStringLiteral("P"),
+            firstValue(dbs, QStringLiteral("select vendglacct from vendors where rowid >= "
+                                           "(select max(rowid) / 2 from vendors) limit 1")),
+        };
+        const char *names[7] = {"vendor #", "vendor name", "contact",   "invoice #",
+                                "check #",  "product",     "G/L number"};
+        for (int method = 0; method < 7; ++method) {
+            const QString label = QStringLiteral("Go, %1 lookup").arg(QLatin1String(names[method]));
+            timer.step(
+                qPrintable(label),
+                [&] {
+                    c.cmdcancel->click();
+                    c.Option1[method]->setChecked(true);
+                    c.lookupinput->setText(entries[method]);
+                },
+                [&] { c.cmdgo->click(); }, c.fravendor);
+            if (c.Text1[0]->text().isEmpty())
+                StepTimer::note(QStringLiteral("(no vendor shown for entry '%1': %2)")
+                                    .arg(entries[method], dialogs.messages.join(" | ")));
+        }
+
+        const auto goByNumber = [&](const QString &number) {
             c.cmdcancel->click();
-            c.Option1[method]->setChecked(true);
-            c.lookupinput->setText(entries[method]);
+            c.Option1[0]->setChecked(true);
+            c.lookupinput->setText(number);
             c.cmdgo->click();
-        });
-        const QString label =
-            QStringLiteral("Go to first vendor shown: %1").arg(QLatin1String(names[method]));
-        report(qPrintable(label), ms, "< 50 ms");
-        if (c.Text1[0]->text().isEmpty())
-            std::printf("   (no vendor shown for entry '%s': %s)\n", qPrintable(entries[method]),
-                        qPrintable(dialogs.messages.join(" | ")));
-    }
+        };
+        const auto nothing = [] {};
+        const auto next = [&] { w.modes().next(); };
+        const auto previous = [&] { w.modes().previous(); };
 
-    // Next and Previous at the start of a long result and after walking deep into it.
-    c.cmdcancel->click();
-    c.Option1[0]->setChecked(true);
-    c.lookupinput->setText(QStringLiteral("0"));
-    c.cmdgo->click();
-    report("Next near the start", medianMs(51, [&] { w.modes().next(); }), "< 10 ms");
-    report("Previous near the start", medianMs(51, [&] { w.modes().previous(); }), "< 10 ms");
-    for (int i = 0; i < 5000 && !c.fralookup->isVisible(); ++i)
-        w.datavendor().moveNext();
-    w.modes().next();
-    report("Next after 5,000 vendors", medianMs(51, [&] { w.modes().next(); }), "< 10 ms");
-    report("Previous after 5,000 vendors", medianMs(51, [&] { w.modes().previous(); }), "< 10 ms");
+        // Next and Previous at the start of a long result and deep into it.
+        goByNumber(QStringLiteral("0"));
+        timer.step("Next near the start", nothing, next, c.fravendor);
+        timer.step("Previous near the start", nothing, previous, c.fravendor);
+        const long long depth = std::min(5000LL, vendors / 2);
+        RecordSource &source = w.datavendor();
+        for (long long i = 0; i < depth && !source.eof(); ++i)
+            source.moveNext();
+        w.modes().next();
+        const QByteArray deep = QStringLiteral("%1 vendors in").arg(depth).toUtf8();
+        timer.step(("Next " + deep).constData(), nothing, next, c.fravendor);
+        timer.step(("Previous " + deep).constData(), nothing, previous, c.fravendor);
 
-    std::vector<double> saves;
-    for (int i = 0; i < 7; ++i) {
-        c.cmdcancel->click();
-        c.Option1[0]->setChecked(true);
-        c.lookupinput->setText(midNumber);
-        c.cmdgo->click();
-        c.cmdmodify->click();
-        c.Text1[7]->setText(QStringLiteral("555-01%1").arg(i, 2, 10, QLatin1Char('0')));
-        saves.push_back(medianMs(1, [&] { w.saver().save(); }));
+        // The whole vendor file, to its end and back, through the vendor screen's record source.
+        goByNumber(QStringLiteral("0"));
+        StepTimer::memory("before walking the vendor file");
+        QElapsedTimer walk;
+        walk.start();
+        long long walked = 0;
+        double slowest = 0;
+        while (!source.eof()) {
+            QElapsedTimer one;
+            one.start();
+            source.moveNext();
+            slowest = std::max(slowest, msSince(one));
+            ++walked;
+        }
+        StepTimer::single("walk the whole vendor file with Next", msSince(walk),
+                          QStringLiteral("(%1 vendors)").arg(walked));
+        StepTimer::single("  its slowest Next (the record source alone)", slowest);
+        StepTimer::memory("after walking the vendor file with Next");
+        source.movePrevious();
+        w.display().showCurrent();
+        timer.step("Previous at the end of the file", nothing, previous, c.fravendor);
+        timer.step("Next at the end of the file", nothing, next, c.fravendor);
+        walk.restart();
+        walked = 0;
+        slowest = 0;
+        while (!source.bof()) {
+            QElapsedTimer one;
+            one.start();
+            source.movePrevious();
+            slowest = std::max(slowest, msSince(one));
+            ++walked;
+        }
+        StepTimer::single("walk back to the start with Previous", msSince(walk),
+                          QStringLiteral("(%1 vendors)").arg(walked));
+        StepTimer::single("  its slowest Previous (the record source alone)", slowest);
+        StepTimer::memory("after walking back");
+
+        int edits = 0;
+        const auto openForSave = [&](const QString &number) {
+            goByNumber(number);
+            c.cmdmodify->click();
+            c.Text1[7]->setText(
+                QStringLiteral("555-01%1").arg(++edits % 100, 2, 10, QLatin1Char('0')));
+        };
+        const auto save = [&] { w.saver().save(); };
+        timer.step(
+            "Save (modify mode)", [&] { openForSave(midNumber); }, save, c.fravendor);
+        const QString busiest =
+            firstValue(dbs, QStringLiteral("select vendnumber from invoices group by vendnumber "
+                                           "order by count(*) desc limit 1"));
+        if (!busiest.isEmpty()) {
+            const QString count = firstValue(
+                dbs, QStringLiteral("select count(*) from invoices where vendnumber = ") + busiest);
+            timer.step(
+                qPrintable(QStringLiteral("Save of vendor %1 (%2 invoices)").arg(busiest, count)),
+                [&] { openForSave(busiest); }, save, c.fravendor);
+        }
+        StepTimer::memory("at the end");
+    } catch (const DbError &error) {
+        std::fprintf(stderr, "Database error %d: %s\n", error.code(), qPrintable(error.text()));
+        return 1;
     }
-    std::sort(saves.begin(), saves.end());
-    report("Save (modify mode)", saves[saves.size() / 2], "< 20 ms");
-    std::printf("messages shown: %lld\n", static_cast<long long>(dialogs.messages.size()));
+    StepTimer::note(QStringLiteral("messages shown: %1").arg(dialogs.messages.size()));
     w.close();
     return 0;
 }

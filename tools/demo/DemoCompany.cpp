@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 
+#include <algorithm>
+
 namespace Demo {
 
 Summary generate(const Options &options)
@@ -23,8 +25,16 @@ Summary generate(const Options &options)
     const int year = options.year > 0 ? options.year : QDate::currentDate().year();
     if (year < 2000 || year > 9998)
         throw Error(QStringLiteral("The year must lie between 2000 and 9998."));
-    const int invoices =
-        options.invoices >= 0 ? options.invoices : options.vendors * invoicesPerVendor;
+    if (options.bigVendor >= 0 && options.vendors < 1)
+        throw Error(QStringLiteral("A big vendor needs at least one vendor."));
+    const int others = std::max(0, options.vendors - (options.bigVendor >= 0 ? 1 : 0));
+    const int invoices = options.invoices >= 0
+                             ? options.invoices
+                             : std::max(0, options.bigVendor) + others * invoicesPerVendor;
+    if (options.bigVendor > invoices)
+        throw Error(QStringLiteral("The big vendor's %1 invoices are more than the %2 in all.")
+                        .arg(options.bigVendor)
+                        .arg(invoices));
     if (!QDir().mkpath(options.folder))
         throw Error(QStringLiteral("Could not create the folder %1.").arg(options.folder));
     const QDir folder(QDir(options.folder).absolutePath());
@@ -52,7 +62,9 @@ Summary generate(const Options &options)
     summary.files << QStringLiteral("master.mdb");
     summary.members = writeMembers(folder);
     summary.files << QStringLiteral("ap.mdb");
-    const int busiest = invoices >= busyVendorFromInvoices ? busyVendorInvoices : -1;
+    const int busiest = options.bigVendor >= 0               ? options.bigVendor
+                        : invoices >= busyVendorFromInvoices ? busyVendorInvoices
+                                                             : -1;
     summary.ap = writeAp(folder, options.vendors, invoices, busiest, options.seed, Calendar(year));
     summary.files << Layouts::write(folder, year);
     summary.files << writeVendorHelp(folder);

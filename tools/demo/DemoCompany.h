@@ -18,7 +18,10 @@ constexpr int invoicesPerVendor = 12;
 struct Options {
     QString folder;
     int vendors = defaultVendors;
-    int invoices = -1; // -1: invoicesPerVendor for each vendor
+    int invoices = -1; // -1: invoicesPerVendor for each vendor (and bigVendor's share)
+    // The first vendor's number of invoices; -1: busyVendorInvoices in a company of
+    // busyVendorFromInvoices invoices or more, otherwise an ordinary share.
+    int bigVendor = -1;
     std::uint64_t seed = 1;
     int year = 0; // the books run to the end of this year; 0: the current year
 };

@@ -42,6 +42,10 @@ int main(int argc, char *argv[])
     parser.addOption({QStringLiteral("invoices"),
                       QStringLiteral("Number of invoices in all (12 for each vendor)."),
                       QStringLiteral("M")});
+    parser.addOption({QStringLiteral("big-vendor"),
+                      QStringLiteral("The first vendor gets this many invoices (20000 in a "
+                                     "company of 1000000 invoices or more)."),
+                      QStringLiteral("K")});
     parser.addOption({QStringLiteral("seed"), QStringLiteral("Seed of the made-up data (1)."),
                       QStringLiteral("S")});
     parser.addOption({QStringLiteral("year"),
@@ -57,15 +61,18 @@ int main(int argc, char *argv[])
     options.folder = parser.positionalArguments().constFirst();
     long long vendors = Demo::defaultVendors;
     long long invoices = -1;
+    long long bigVendor = -1;
     long long seed = 1;
     long long year = QDate::currentDate().year();
     if (!readNumber(parser, QStringLiteral("vendors"), 0, 1000000, vendors) ||
         !readNumber(parser, QStringLiteral("invoices"), 0, 50000000, invoices) ||
+        !readNumber(parser, QStringLiteral("big-vendor"), 0, 50000000, bigVendor) ||
         !readNumber(parser, QStringLiteral("seed"), 0, 0x7fffffffffffffffLL, seed) ||
         !readNumber(parser, QStringLiteral("year"), 2000, 9998, year))
         return 2;
     options.vendors = int(vendors);
     options.invoices = int(invoices);
+    options.bigVendor = int(bigVendor);
     options.seed = std::uint64_t(seed);
     options.year = int(year);
 

@@ -1,0 +1,82 @@
+#include "StepTimer.h"
+
+#include "ResidentMemory.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QWidget>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+double runOnce(const std::function<void()> &prepare, const std::function<void()> &work,
+               QWidget *painted)
+{
+    prepare();
+    QCoreApplication::processEvents();
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    QCoreApplication::processEvents();
+    if (painted)
+        painted->repaint();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+} // namespace
+
+StepTimer::StepTimer(int runs) : m_runs(std::max(1, runs))
+{
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    std::printf("%-44s %9s   %9s %7s   %s\n", "step", "module", "bare", "ratio", "spread");
+}
+
+void StepTimer::step(const char *name, const std::function<void()> &prepare,
+                     const std::function<void()> &work, QWidget *painted)
+{
+    // One run to open what the step opens (a connection is heard only once open), one with its
+    // statements recorded, then the timed runs.
+    runOnce(prepare, work, painted);
+    prepare();
+    QCoreApplication::processEvents();
+    m_log.start();
+    work();
+    QCoreApplication::processEvents();
+    if (painted)
+        painted->repaint();
+    const std::vector<RanStatement> ran = m_log.stop();
+    const double bare = m_bare.medianMs(ran, m_runs);
+
+    std::vector<double> msecs;
+    for (int i = 0; i < m_runs; ++i)
+        msecs.push_back(runOnce(prepare, work, painted));
+    std::sort(msecs.begin(), msecs.end());
+    const double median = msecs[msecs.size() / 2];
+
+    const char *slow = median > frameMs ? "  > one frame" : "";
+    if (ran.empty())
+        std::printf("%-44s %9.2f ms %12s %7s   %.2f to %.2f, no statements%s\n", name, median, "-",
+                    "-", msecs.front(), msecs.back(), slow);
+    else
+        std::printf("%-44s %9.2f ms %9.2f ms %6.1fx   %.2f to %.2f, %zu statements%s\n", name,
+                    median, bare, median / bare, msecs.front(), msecs.back(), ran.size(), slow);
+    if (qEnvironmentVariableIsSet("BENCH_STATEMENTS"))
+        for (const RanStatement &statement : ran)
+            std::printf("    [%d rows] %s\n", statement.rows, qPrintable(statement.sql));
+}
+
+void StepTimer::single(const char *name, double ms, const QString &note)
+{
+    std::printf("%-44s %9.2f ms %s\n", name, ms, qPrintable(note));
+}
+
+void StepTimer::note(const QString &text)
+{
+    std::printf("  %s\n", qPrintable(text));
+}
+
+void StepTimer::memory(const char *when)
+{
+    std::printf("%-44s %9.1f MB resident\n", when, static_cast<double>(residentKb()) / 1024.0);
+}
