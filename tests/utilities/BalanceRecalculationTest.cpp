@@ -113,6 +113,17 @@ TEST_F(BalanceRecalculationTest, AnswersThatAreNoDatesAreAskedAgainOrCompleted)
     EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 110.25);
 }
 
+TEST_F(BalanceRecalculationTest, AToDateOfEightNinesIsTakenAsItStandsAndCoversEveryLaterDate)
+{
+    // The prompt checks the length only: 99999999 is a number above every stored date.
+    recalculate("20250101", "99999999");
+    EXPECT_EQ(module.window->status(),
+              "Vendor balances recalculated between 20250101 and 99999999");
+    // Invoices of 20250101, 20251231 and 20260101; checks of 20250101, 20250110, 20260105.
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 110.25);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 70.25);
+}
+
 TEST_F(BalanceRecalculationTest, EachVendorIsShownInTheStatusLineAsItIsRecalculated)
 {
     RecordingProgress progress;
