@@ -70,6 +70,8 @@ QString menuCaption(const QAction *entry)
 constexpr int numberWidth = 28;
 constexpr int descriptionWidth = 170;
 constexpr int sortWidth = 44;
+constexpr int rowMargin = 4;
+constexpr int rowSpacing = 6;
 
 } // namespace
 
@@ -110,11 +112,23 @@ void UserFieldsWindow::build()
     m_c.mnufile->setTitle(menuCaption(m_c.mnusingle));
     layout->setMenuBar(m_c.menubar);
 
-    // The column headings stay put while the rows scroll under them.
+    auto *scroll = new QScrollArea(this);
+    scroll->setObjectName(QStringLiteral("rows"));
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    scroll->setWidget(buildRows());
+
+    // The column headings stay put while the rows scroll under them, lined up with the rows.
     auto *headings = new QHBoxLayout;
-    headings->setContentsMargins(0, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 4, 0);
-    auto heading = [headings](const QString &text, int width) {
+    const int frame = scroll->frameWidth();
+    headings->setContentsMargins(
+        frame + rowMargin, 0, frame + rowMargin + style()->pixelMetric(QStyle::PM_ScrollBarExtent),
+        0);
+    headings->setSpacing(rowSpacing);
+    auto heading = [headings](const QString &text, int width, Qt::Alignment align = Qt::AlignLeft) {
         auto *label = new QLabel(text);
+        label->setAlignment(align | Qt::AlignVCenter);
         QFont bold = label->font();
         bold.setBold(true);
         label->setFont(bold);
@@ -122,18 +136,11 @@ void UserFieldsWindow::build()
             label->setFixedWidth(width);
         headings->addWidget(label, width > 0 ? 0 : 1);
     };
-    heading(tr("#"), numberWidth);
+    heading(tr("#"), numberWidth, Qt::AlignRight);
     heading(tr("Description"), descriptionWidth);
     heading(tr("Value"), 0);
     heading(tr("Sort"), sortWidth);
     layout->addLayout(headings);
-
-    auto *scroll = new QScrollArea(this);
-    scroll->setObjectName(QStringLiteral("rows"));
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    scroll->setWidget(buildRows());
     layout->addWidget(scroll, 1);
 
     auto *hint = new QLabel(tr("Double-click a description (or press F2 in its row) to rename it. "
@@ -188,6 +195,8 @@ QWidget *UserFieldsWindow::buildRows()
 {
     auto *rows = new QWidget;
     auto *grid = new QGridLayout(rows);
+    grid->setContentsMargins(rowMargin, rowMargin, rowMargin, rowMargin);
+    grid->setHorizontalSpacing(rowSpacing);
     grid->setVerticalSpacing(3);
     grid->setColumnStretch(2, 1);
     for (int i = 0; i < fieldCount; ++i) {
