@@ -5,12 +5,13 @@
 namespace ReportFieldChoice {
 namespace {
 
-// The position a sort box holds; 0 when it holds no whole number.
+// The position a sort box holds; 0 when it holds no whole number from 1 up (the caller looks
+// only at the positions up to the last).
 int positionOf(const QString &text)
 {
     bool ok = false;
     const double value = text.trimmed().toDouble(&ok);
-    if (!ok || std::floor(value) != value || value < 1 || value > lastPosition)
+    if (!ok || std::floor(value) != value || value < 1 || value > 1e6)
         return 0;
     return static_cast<int>(value);
 }
