@@ -112,7 +112,7 @@ void UserFieldsWindow::build()
     m_c.mnufile->setTitle(menuCaption(m_c.mnusingle));
     layout->setMenuBar(m_c.menubar);
 
-    auto *scroll = new QScrollArea(this);
+    auto *scroll = m_rows = new QScrollArea(this);
     scroll->setObjectName(QStringLiteral("rows"));
     scroll->setWidgetResizable(true);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -528,6 +528,14 @@ void UserFieldsWindow::cannotContinue()
 
 bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::FocusIn && m_rows) {
+        // The whole box of a row that takes the focus comes into view, not only its cursor.
+        if (auto *box = qobject_cast<QWidget *>(watched)) {
+            const QPoint centre = box->mapTo(m_rows->widget(), box->rect().center());
+            m_rows->ensureVisible(centre.x(), centre.y(), box->width() / 2 + rowMargin,
+                                  box->height() / 2 + rowMargin);
+        }
+    }
     for (int i = 0; i < fieldCount; ++i) {
         if (watched == m_c.lbldescrip[i] && event->type() == QEvent::MouseButtonDblClick) {
             guarded([this, i] { renameDescription(i); });

@@ -22,6 +22,7 @@ class QLineEdit;
 class QMenu;
 class QMenuBar;
 class QPushButton;
+class QScrollArea;
 class ReportRunner;
 class StatusLine;
 struct Session;
@@ -124,6 +125,7 @@ private:
 
     Services m_s;
     Controls m_c;
+    QScrollArea *m_rows = nullptr;
     HandlerGuard m_guard;
     UserFieldsCall m_call;
     PrintMargins m_margins;

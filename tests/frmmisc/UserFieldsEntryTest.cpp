@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace {
 
@@ -50,6 +52,27 @@ TEST_F(UserFieldsEntryTest, TabGoesAlongTheRowThenDownToTheNextRow)
     w->controls().txtsort[29]->setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), w->controls().cmdsave);
+}
+
+TEST_F(UserFieldsEntryTest, TabbingDownScrollsTheFocusedRowIntoView)
+{
+    auto *rows = w->findChild<QScrollArea *>("rows");
+    ASSERT_NE(rows, nullptr);
+    w->controls().txtinfo[0]->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return w->controls().txtinfo[0]->hasFocus(); }));
+    for (int i = 0; i < 2 * 27; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QLineEdit *box = w->controls().txtinfo[27];
+    ASSERT_EQ(QApplication::focusWidget(), box);
+    EXPECT_GT(rows->verticalScrollBar()->value(), 0);
+    const QRect shown = rows->viewport()->rect();
+    const QRect at(box->mapTo(rows->viewport(), QPoint(0, 0)), box->size());
+    EXPECT_TRUE(shown.contains(at)) << at.y() << " in " << shown.height();
+}
+
+TEST_F(UserFieldsEntryTest, TheModeMenuOpensWithAltM)
+{
+    EXPECT_TRUE(w->controls().mnufile->title().contains("&Mode"));
 }
 
 TEST_F(UserFieldsEntryTest, TheButtonsHaveMnemonics)

@@ -187,6 +187,17 @@ TEST_F(UserFieldsSaveTest, WithoutADescriptionRowTheSaveStops)
     EXPECT_EQ(module.dialogs.count(), 0);
 }
 
+TEST_F(UserFieldsSaveTest, ATableGoneSinceOpeningSaysSoAndClosesTheWindow)
+{
+    otherProgram("ap.mdb", "drop table miscdata");
+    w->controls().txtinfo[0]->setText("changed");
+    save();
+    ASSERT_EQ(module.dialogs.count(), 1);
+    EXPECT_EQ(module.dialogs.last()->title, "Cannot Continue");
+    EXPECT_EQ(module.window->userFields(), nullptr);
+    EXPECT_TRUE(c().cmdudf->isEnabled());
+}
+
 TEST_F(UserFieldsSaveTest, AMemberSaveWritesToTheMemberFile)
 {
     w->close();
