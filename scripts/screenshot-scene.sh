@@ -40,6 +40,21 @@ if [ "$scene" = split ]; then
   xdotool mousemove $((X + 200)) $((Y + ${SPLIT_ROW_Y:-374})) click --repeat 2 --delay 80 1
   sleep 0.6
 fi
-import -window root "$out"
+shot=root
+if [ "$scene" = userfields ]; then
+  xdotool key --window "$win" alt+u   # user fields of the vendor shown
+  sleep 1.0
+  # The user fields window alone (the virtual display has no window manager to frame it).
+  udf=$(xdotool search --name "User Defined Information" 2>/dev/null | head -n 1 || true)
+  [ -n "$udf" ] && shot=$udf
+fi
+import -window "$shot" "$out"
+if [ "$scene" = userfields ]; then
+  if [ -n "$udf" ]; then
+    xdotool key --window "$udf" alt+x  # the user fields' Exit
+    sleep 0.5
+  fi
+  xdotool windowfocus --sync "$win" 2>/dev/null || true
+fi
 xdotool key --window "$win" alt+x
 wait "$pid"

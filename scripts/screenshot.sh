@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Starts A/P Master on a data folder under a virtual display, drives it from the keyboard to a
 # scene and saves a screenshot of the screen as a PNG.
-#   screenshot.sh DATA_FOLDER OUTPUT.png [lookup|vendor|notes|split] [VENDOR_NAME]
+#   screenshot.sh DATA_FOLDER OUTPUT.png [lookup|vendor|notes|split|userfields] [VENDOR_NAME]
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 data=$(cd "$1" && pwd)

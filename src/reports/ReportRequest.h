@@ -10,7 +10,9 @@ struct ReportRequest {
     QString reportFileName; // "rap001.rpt", relative to the data folder
     QString windowTitle;    // the runner's preview caption; the vendor commands leave it empty
     QString selectionFormula;
-    std::array<QString, 5> dataFiles;
+    // Database paths for the report's tables in table order; the vendor commands leave them
+    // empty. The sixth is the user-defined fields' temporary report record.
+    std::array<QString, 6> dataFiles;
     std::array<QString, 4> sortFields; // "+{vendors.vendnumber}"
     // Output settings other callers may give; the vendor screen never does (preview applies).
     QString destination;

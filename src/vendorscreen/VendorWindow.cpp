@@ -1,11 +1,13 @@
 #include "vendorscreen/VendorWindow.h"
 
 #include "common/Colours.h"
+#include "common/Numbers.h"
 #include "common/ProgramRunner.h"
 #include "common/Services.h"
 #include "common/Session.h"
 #include "data/ChartOfAccounts.h"
 #include "data/RecordSource.h"
+#include "frmmisc/UserFieldsWindow.h"
 #include "keysend/KeySender.h"
 #include "lists/InvoiceLists.h"
 #include "lists/ListWidgets.h"
@@ -49,7 +51,8 @@
 #include <algorithm>
 
 VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &programs) :
-    m_guard(services.dialogs, [&session] { return session.userName; }), m_programs(programs)
+    m_guard(services.dialogs, [&session] { return session.userName; }), m_programs(programs),
+    m_session(session), m_services(services)
 {
     setObjectName(QStringLiteral("vendor"));
     setWindowTitle(QStringLiteral("A/P Master"));
@@ -423,6 +426,7 @@ void VendorWindow::wire()
     connect(m_c.lookupinput, &QLineEdit::returnPressed, m_c.cmdgo, &QPushButton::click);
     click(m_c.cmdnotes, [this] { m_notes->show(m_state.editing()); });
     click(m_c.cmdhelp, [this] { help(); });
+    click(m_c.cmdudf, [this] { openUserFields(); });
     click(m_c.cmdunpaid, [this] { m_lists->showUnpaid(); });
     click(m_c.cmdpaid, [this] { m_lists->showPaid(); });
     click(m_c.cmdchecks, [this] { m_lists->showChecks(); });
@@ -485,9 +489,45 @@ void VendorWindow::releaseRecordSources()
     m_lists->releaseCursor();
 }
 
+void VendorWindow::openUserFields()
+{
+    // Only a vendor number of 1 or more has user-defined fields.
+    const QString number = m_c.Text1[0]->text();
+    if (Numbers::leading(number) < 1)
+        return;
+    if (m_userFields) {
+        m_userFields->raise();
+        m_userFields->activateWindow();
+        return;
+    }
+    // A user at the editing level calls the window as "DOR", any other as "VEN".
+    const bool editor = m_session.userLevel >= m_session.accessLevel[1];
+    m_session.messageText =
+        QLatin1String(editor ? "DOR" : "VEN") + QString::number(Numbers::leadingWhole(number));
+    m_c.cmdudf->setEnabled(false);
+    auto *window = new UserFieldsWindow(
+        UserFieldsWindow::Services{m_services.dialogs, m_services.databases, m_session,
+                                   m_services.clipboard, m_services.processes, m_status, m_programs,
+                                   [this](const QString &keys) { m_keys->sendKeys(keys); },
+                                   [this] { setTopmost(false); }},
+        this);
+    m_userFields = window;
+    connect(window, &UserFieldsWindow::closed, this, [this] {
+        m_userFields = nullptr; // deleted later; a closed window is not raised again
+        m_c.cmdudf->setEnabled(true);
+    });
+    window->open();
+}
+
+UserFieldsWindow *VendorWindow::userFields() const
+{
+    return m_userFields.data();
+}
+
 void VendorWindow::closeUserFields()
 {
-    // The user-defined information window is not part of this screen yet; nothing to unload.
+    if (m_userFields)
+        m_userFields->close();
 }
 
 void VendorWindow::help()

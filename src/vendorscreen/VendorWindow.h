@@ -7,6 +7,7 @@
 #include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
 #include <functional>
@@ -44,6 +45,7 @@ class VendorDisplay;
 class VendorLookup;
 class VendorNotes;
 class VendorSaver;
+class UserFieldsWindow;
 struct Services;
 struct Session;
 
@@ -123,6 +125,8 @@ public:
     void closeAccountNames() override;
     void releaseRecordSources() override;
     void closeUserFields() override;
+    // The user-defined information window of the vendor shown (cmdudf); nullptr when closed.
+    UserFieldsWindow *userFields() const;
     void openLookup() override;
     bool started() const override { return m_started; }
     void setStarted(bool on) override { m_started = on; }
@@ -158,6 +162,7 @@ private:
     void onSignal(Sender *sender, Signal signal, std::function<void()> handler);
     void help();
     void showVersion();
+    void openUserFields();
 
     Controls m_c;
     StatusLine m_status{nullptr};
@@ -184,6 +189,9 @@ private:
     std::unique_ptr<BalanceRecalculation> m_recalculation;
     std::unique_ptr<VendorNumberUtility> m_numberUtility;
     std::function<void()> m_reloadStaff;
+    Session &m_session;
+    Services &m_services;
+    QPointer<UserFieldsWindow> m_userFields;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     bool m_started = false;

@@ -43,6 +43,27 @@ TEST(ReportRequestTest, EveryOptionalLineComesInItsOrderWhenGiven)
               "PrintFileName=out.txt~\nPrintFileType=8~");
 }
 
+TEST(ReportRequestTest, TheSixthDataFileComesAfterTheFifthAndBeforeTheSortFields)
+{
+    ReportRequest request;
+    request.reportFileName = "miscinfo1v.rpt";
+    request.dataFiles[4] = "d4";
+    request.dataFiles[5] = "/tmp/miscreport-anne.mdb";
+    request.sortFields[0] = "+{s.one}";
+    EXPECT_EQ(request.text(0, 0),
+              "Crystal~\nReportFileName=miscinfo1v.rpt~\nWindowTitle=~\nMarginTop=0~\n"
+              "MarginLeft=0~\nDataFiles(4)=d4~\nDataFiles(5)=/tmp/miscreport-anne.mdb~\n"
+              "SortFields(0)=+{s.one}~");
+}
+
+TEST(ReportRequestTest, AnEmptySixthDataFileHasNoLine)
+{
+    ReportRequest request;
+    request.reportFileName = "r.rpt";
+    request.dataFiles[4] = "d4";
+    EXPECT_FALSE(request.text(0, 0).contains("DataFiles(5)"));
+}
+
 TEST(ReportRequestTest, ClearingEmptiesTheRequestButKeepsTheReportFile)
 {
     ReportRequest request;
@@ -50,8 +71,10 @@ TEST(ReportRequestTest, ClearingEmptiesTheRequestButKeepsTheReportFile)
     request.windowTitle = "T";
     request.selectionFormula = "x";
     request.dataFiles[3] = "d";
+    request.dataFiles[5] = "d5";
     request.sortFields[2] = "s";
     request.clear();
+    EXPECT_TRUE(request.dataFiles[5].isEmpty());
     EXPECT_EQ(request.reportFileName, "r.rpt");
     EXPECT_TRUE(request.windowTitle.isEmpty());
     EXPECT_TRUE(request.selectionFormula.isEmpty());

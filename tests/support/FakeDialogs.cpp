@@ -31,9 +31,11 @@ int FakeDialogs::askYesNo(const QString &text, const QString &title)
     return answer;
 }
 
-QString FakeDialogs::askInput(const QString &prompt, const QString &title, const QString &)
+QString FakeDialogs::askInput(const QString &prompt, const QString &title,
+                              const QString &defaultText)
 {
     shown.push_back({QStringLiteral("input"), title, prompt, Icon::None});
+    inputDefaults.push_back(defaultText);
     if (inputAnswers.empty())
         return {};
     const QString answer = inputAnswers.front();

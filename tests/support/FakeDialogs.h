@@ -18,8 +18,9 @@ public:
     };
 
     std::vector<Shown> shown;
-    std::deque<int> yesNoAnswers;     // an empty queue answers No
-    std::deque<QString> inputAnswers; // an empty queue answers "" (Cancel)
+    std::deque<int> yesNoAnswers;       // an empty queue answers No
+    std::deque<QString> inputAnswers;   // an empty queue answers "" (Cancel)
+    std::vector<QString> inputDefaults; // the default text of each input box, in order
 
     const Shown *last() const { return shown.empty() ? nullptr : &shown.back(); }
     QStringList texts() const;
