@@ -294,6 +294,9 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
             if (!run(db, QStringLiteral("create table %1 (%2)").arg(table.name, defs.join(", ")),
                      error))
                 return false;
+            if (table.name == QLatin1String("miscinfo") &&
+                !run(db, QStringLiteral("insert into miscinfo (miscid) values (1)"), error))
+                return false; // the one row of descriptions; without it nothing could be saved
         } else {
             for (const Column &c : table.columns) {
                 if (existing.contains(c.name))

@@ -10,6 +10,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include <algorithm>
@@ -76,7 +77,18 @@ QString ReportRecord::pathFor(const QString &localDrive, const QString &userName
         if (fitsRequest(path))
             return path;
     }
+    // Otherwise the user's own cache folder, not the shared temporary folder, where anyone
+    // could put a file or a link of that name first.
+    const QString cache = fallbackFolder();
+    if (QDir().mkpath(cache) && fitsRequest(cache))
+        return QDir(cache).absoluteFilePath(name);
     return QDir(QDir::tempPath()).absoluteFilePath(name);
+}
+
+QString ReportRecord::fallbackFolder()
+{
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation))
+        .absoluteFilePath(QStringLiteral("velmora"));
 }
 
 std::vector<ReportRecord::Account>

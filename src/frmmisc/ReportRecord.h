@@ -32,8 +32,10 @@ public:
     // The table's name.
     static QString table() { return QStringLiteral("miscreport"); }
     // Where the record goes: the user's local work folder when it is there, otherwise the
-    // system's temporary folder; the file is named after the user.
+    // user's cache folder (fallbackFolder); the file is named after the user.
     static QString pathFor(const QString &localDrive, const QString &userName);
+    // "velmora" in the user's cache folder (~/.cache/velmora).
+    static QString fallbackFolder();
 
     struct Account {
         long long acctid = 0;

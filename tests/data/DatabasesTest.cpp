@@ -133,6 +133,38 @@ TEST(Databases, UserDefinedTablesHoldThirtyDescriptionsAndThirtyValues)
     EXPECT_TRUE(db.record("miscdata").contains("acctid"));
 }
 
+TEST(Databases, NewUserDefinedTablesStartWithOneEmptyRowOfDescriptions)
+{
+    DataFolder folder;
+    for (const char *file : {"ap.mdb", "emp.mdb", "master.mdb"}) {
+        if (QString::fromLatin1(file) != QLatin1String("ap.mdb"))
+            folder.createDatabase(QString::fromLatin1(file));
+        EXPECT_EQ(folder.scalar(file, "select count(*) from miscinfo").toInt(), 1) << file;
+        EXPECT_EQ(folder.scalar(file, "select miscid from miscinfo").toInt(), 1) << file;
+        EXPECT_TRUE(folder.scalar(file, "select miscdesc1 from miscinfo").isNull()) << file;
+        EXPECT_EQ(folder.scalar(file, "select count(*) from miscdata").toInt(), 0) << file;
+    }
+}
+
+TEST(Databases, AUserDefinedTableAddedToAnOlderFileGetsItsRowAndKeepsAnExistingOne)
+{
+    DataFolder folder;
+    folder.exec("ap.mdb", "update miscinfo set miscdesc1 = 'Insurance'");
+    folder.exec("ap.mdb", "drop table miscinfo");
+    folder.exec("ap.mdb", "delete from schema_version");
+    {
+        Databases dbs;
+        dbs.open("ap.mdb");
+        EXPECT_EQ(dbs.scalar("ap.mdb", "select count(*) from miscinfo").toInt(), 1);
+    }
+    folder.exec("ap.mdb", "update miscinfo set miscdesc1 = 'Insurance'");
+    folder.exec("ap.mdb", "delete from schema_version");
+    Databases dbs;
+    dbs.open("ap.mdb");
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select count(*) from miscinfo").toInt(), 1);
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select miscdesc1 from miscinfo").toString(), "Insurance");
+}
+
 TEST(Databases, LookupAndListQueriesUseAnIndex)
 {
     DataFolder folder;

@@ -29,7 +29,7 @@ TEST(MdbExtension, NameWithoutExtensionGetsMdbAppended)
 
 TEST_F(RecordHelpersTest, NameWithoutExtensionOpensTheMdbFile)
 {
-    folder.exec("ap.mdb", "insert into miscinfo (miscid, miscdesc1) values (1, 'Insurance')");
+    folder.exec("ap.mdb", "update miscinfo set miscdesc1 = 'Insurance'");
     ASSERT_TRUE(RecordHelpers::loadRecord(dbs, session, "ap", "select * from miscinfo"));
     ASSERT_EQ(session.record.count(), 31);
     EXPECT_EQ(session.record.fields[1].name, "miscdesc1");
@@ -92,8 +92,8 @@ TEST_F(RecordHelpersTest, SaveWritesTheArraysIntoTheRowOrANewOne)
 
 TEST_F(RecordHelpersTest, SaveToAMissingDatabaseSaysSoAndCreatesNothing)
 {
-    EXPECT_FALSE(RecordHelpers::saveRecord(dbs, session, "master",
-                                           "select * from miscinfo", false));
+    EXPECT_FALSE(
+        RecordHelpers::saveRecord(dbs, session, "master", "select * from miscinfo", false));
     EXPECT_FALSE(QFile::exists(folder.file("master.MDB")));
     EXPECT_FALSE(QFile::exists(folder.file("master.mdb")));
 }

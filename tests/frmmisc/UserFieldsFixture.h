@@ -24,6 +24,8 @@ protected:
     void SetUp() override
     {
         VendorScreen::SetUp();
+        // A new file holds one empty row of descriptions; these take its place.
+        folder.exec("ap.mdb", "delete from miscinfo");
         folder.exec("ap.mdb", "insert into miscinfo (miscid, miscdesc1, miscdesc2, miscdesc3, "
                               "miscdesc30) values (1, 'Insurance expiry', 'W-9 on file', "
                               "'  Sales rep  ', 'Last field')");
@@ -32,6 +34,7 @@ protected:
                               "(250, '12/31/2026', 'No', 'Mary', '')");
         for (const char *file : {"emp.mdb", "master.mdb"}) {
             folder.createDatabase(QString::fromLatin1(file));
+            folder.exec(file, "delete from miscinfo");
             folder.exec(file, "insert into miscinfo (miscid, miscdesc1, miscdesc2) values "
                               "(1, 'Badge number', 'Parking space')");
         }

@@ -2,6 +2,9 @@
 #include "frmmisc/ReportRecord.h"
 #include "frmmisc/UserFieldsFixture.h"
 
+#include <QFileInfo>
+#include <QStandardPaths>
+
 namespace {
 
 // The report runner and the three layouts in the data folder; the runner only notes its start.
@@ -218,11 +221,14 @@ TEST_F(UserFieldsReportTest, ValuesWithQuotesTildesAndLineFeedsStayOutOfTheReque
     EXPECT_EQ(recordColumn(record(), "miscvalue1"), QStringList{awkward});
 }
 
-TEST_F(UserFieldsReportTest, WithoutALocalFolderTheRecordGoesToTheTemporaryFolder)
+TEST_F(UserFieldsReportTest, WithoutALocalFolderTheRecordGoesToTheUsersCacheFolder)
 {
     module.session.localDrive = folder.file("no such folder");
+    const QString cache =
+        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + "/velmora";
     EXPECT_EQ(ReportRecord::pathFor(module.session.localDrive, "DEMO"),
-              QDir(QDir::tempPath()).absoluteFilePath("miscreport-demo.mdb"));
+              cache + "/miscreport-demo.mdb");
+    EXPECT_TRUE(QFileInfo(cache).isDir());
     EXPECT_EQ(ReportRecord::pathFor(folder.file("local"), "O'Hara ~1"),
               folder.file("local/miscreport-ohara1.mdb"));
 }

@@ -211,4 +211,29 @@ TEST_F(UserFieldsSaveTest, AMemberSaveWritesToTheMemberFile)
     EXPECT_FALSE(module.databases.isOpen("master.mdb")); // kept open only for the operation
 }
 
+// A company whose files were just made: no description and no value yet.
+class UserFieldsNewCompanyTest : public VendorScreen {};
+
+TEST_F(UserFieldsNewCompanyTest, TheFirstDescriptionsAndValuesOfANewCompanyAreSaved)
+{
+    c().Text1[0]->setText("100");
+    c().cmdudf->click();
+    QCoreApplication::processEvents();
+    UserFieldsWindow *w = module.window->userFields();
+    ASSERT_NE(w, nullptr);
+    module.dialogs.inputAnswers = {"Insurance expiry"};
+    QTest::mouseDClick(w->controls().lbldescrip[0], Qt::LeftButton);
+    w->controls().txtinfo[0]->setText("06/30/2027");
+    w->controls().cmdsave->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(folder.scalar("ap.mdb", "select miscdesc1 from miscinfo").toString(),
+              "Insurance expiry");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select miscvalue1 from miscdata where acctid = 100").toString(),
+        "06/30/2027");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from miscinfo").toInt(), 1);
+    EXPECT_EQ(module.dialogs.count("input"), 1); // the rename
+    EXPECT_EQ(module.dialogs.count("yesno"), 0); // no other user to report
+}
+
 } // namespace

@@ -141,6 +141,8 @@ QStringList miscValues(const Vendor &v, const Calendar &calendar, Random &r)
 
 void writeMiscInfo(const BulkFile &file)
 {
+    QSqlQuery(file.database())
+        .exec(QStringLiteral("delete from miscinfo")); // the row a new file starts with
     Insert row(file, QStringLiteral("miscinfo"), numberedColumns("miscid", "miscdesc"));
     const QStringList descriptions = {"Insurance expiry", "W-9 on file",    "Preferred vendor",
                                       "Contract ends",    "Minority-owned", "Delivery days",

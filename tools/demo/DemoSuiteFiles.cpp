@@ -30,6 +30,8 @@ void addRow(Insert &row, const QVariantList &values)
 void writeUserFields(const BulkFile &file, const QStringList &descriptions,
                      const QList<QPair<int, QStringList>> &values)
 {
+    QSqlQuery(file.database())
+        .exec(QStringLiteral("delete from miscinfo")); // the row a new file starts with
     Insert info(file, QStringLiteral("miscinfo"), numberedColumns("miscid", "miscdesc"));
     info << 1;
     for (int i = 0; i < userFields; ++i)
