@@ -17,5 +17,9 @@ protected:
                      const QString &defaultText) override;
 
 private:
+    // The active window when it is the parent or one of the parent's own windows, else the parent.
+    QWidget *owner() const;
+    static void giveBack(QWidget *window);
+
     QWidget *m_parent;
 };
