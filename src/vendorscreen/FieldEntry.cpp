@@ -40,9 +40,9 @@ FieldEntry::FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors, Sc
     m_fields(fields), m_vendors(vendors), m_state(state), m_session(session), m_dialogs(dialogs),
     m_accounts(accounts), m_programs(programs), m_status(status), m_sendKeys(std::move(sendKeys))
 {
-    for (const VendorFieldSpec &spec : VendorFields::all()) {
-        QLineEdit *box = m_fields.box(spec.field);
-        box->setProperty("index", indexOf(spec.field));
+    for (const VendorFieldInfo &info : VendorFields::all()) {
+        QLineEdit *box = m_fields.box(info.field);
+        box->setProperty("index", indexOf(info.field));
         box->installEventFilter(this);
     }
 }

@@ -1,8 +1,8 @@
 #include "vendorscreen/PassIndicator.h"
 
 #include <QCoreApplication>
-#include <QEvent>
 #include <QCursor>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QProgressBar>
 #include <QWidget>

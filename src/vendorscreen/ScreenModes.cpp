@@ -116,11 +116,11 @@ void ScreenModes::add()
         source.refresh();
         m_fields.box(VendorField::Number)->setFocus();
         applyButtons(Mode::AddVendor);
-        for (const VendorFieldSpec &spec : VendorFields::all()) {
-            if (!spec.zeroOnAdd)
+        for (const VendorFieldInfo &info : VendorFields::all()) {
+            if (!info.zeroOnAdd)
                 continue;
-            m_fields.box(spec.field)->setEnabled(true);
-            m_fields.setText(spec.field, QStringLiteral("0"));
+            m_fields.box(info.field)->setEnabled(true);
+            m_fields.setText(info.field, QStringLiteral("0"));
         }
     });
 }

@@ -85,23 +85,23 @@ void VendorDisplay::fill()
 
     if (row.value(QStringLiteral("vendname")).isNull())
         throw DbError(94, QStringLiteral("Invalid use of Null (vendname)."));
-    using S = VendorFieldSpec::Shown;
-    for (const VendorFieldSpec &spec : VendorFields::all()) {
-        const QVariant value = row.value(QString::fromLatin1(spec.column));
-        switch (spec.shown) {
+    using S = VendorFieldInfo::Shown;
+    for (const VendorFieldInfo &info : VendorFields::all()) {
+        const QVariant value = row.value(QString::fromLatin1(info.column));
+        switch (info.shown) {
         case S::FirstColumn:
             break; // shown before the totals were computed for it
         case S::AsStored:
-            m_fields.setText(spec.field, value.toString());
+            m_fields.setText(info.field, value.toString());
             break;
         case S::AsMoney:
-            m_fields.setText(spec.field, money(value.toDouble()));
+            m_fields.setText(info.field, money(value.toDouble()));
             break;
         case S::OpenTotal:
-            m_fields.setText(spec.field, money(m_totals.openTotal()));
+            m_fields.setText(info.field, money(m_totals.openTotal()));
             break;
         case S::YearTotal:
-            m_fields.setText(spec.field, money(m_totals.yearTotal()));
+            m_fields.setText(info.field, money(m_totals.yearTotal()));
             break;
         }
     }

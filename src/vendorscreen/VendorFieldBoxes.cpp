@@ -26,7 +26,7 @@ void VendorFieldBoxes::blank() const
 
 void VendorFieldBoxes::setKeptFiguresEnabled(bool enabled) const
 {
-    for (const VendorFieldSpec &spec : VendorFields::all())
-        if (spec.keptFigure)
-            box(spec.field)->setEnabled(enabled);
+    for (const VendorFieldInfo &info : VendorFields::all())
+        if (info.keptFigure)
+            box(info.field)->setEnabled(enabled);
 }

@@ -4,15 +4,15 @@
 
 namespace VendorFields {
 
-const std::array<VendorFieldSpec, vendorFieldCount> &all()
+const std::array<VendorFieldInfo, vendorFieldCount> &all()
 {
     using F = VendorField;
-    using K = VendorFieldSpec::Kind;
-    using S = VendorFieldSpec::Shown;
+    using K = VendorFieldInfo::Kind;
+    using S = VendorFieldInfo::Shown;
     const char *const addressPrompt =
         QT_TRANSLATE_NOOP("VendorFields", "Address 1, Address 2 and City are limited to 30 "
                                           "characters each");
-    static const std::array<VendorFieldSpec, vendorFieldCount> fields{{
+    static const std::array<VendorFieldInfo, vendorFieldCount> fields{{
         {F::Number, QT_TRANSLATE_NOOP("VendorFields", "Vendor #"), "vendnumber", K::Whole,
          S::FirstColumn,
          QT_TRANSLATE_NOOP("VendorFields", "Vendor numbers must be between 0 - 99999"), false,
@@ -96,19 +96,19 @@ const std::array<VendorFieldSpec, vendorFieldCount> &all()
     return fields;
 }
 
-const VendorFieldSpec &spec(VendorField field)
+const VendorFieldInfo &info(VendorField field)
 {
     return all()[static_cast<size_t>(indexOf(field))];
 }
 
 QString caption(VendorField field)
 {
-    return QCoreApplication::translate("VendorFields", spec(field).caption);
+    return QCoreApplication::translate("VendorFields", info(field).caption);
 }
 
 QString prompt(VendorField field)
 {
-    const char *text = spec(field).prompt;
+    const char *text = info(field).prompt;
     return text ? QCoreApplication::translate("VendorFields", text) : QString();
 }
 

@@ -41,7 +41,7 @@ constexpr int indexOf(VendorField field)
 
 // One vendor field, described once: what it is called, where it is stored, how its text is
 // read and shown, the prompt shown while it has the focus, and whether it is locked.
-struct VendorFieldSpec {
+struct VendorFieldInfo {
     // How the save reads the field's text.
     enum class Kind { Whole, Number, Money, Text };
     // What the display puts in the field.
@@ -66,9 +66,9 @@ struct VendorFieldSpec {
 };
 
 namespace VendorFields {
-const std::array<VendorFieldSpec, vendorFieldCount> &all();
-const VendorFieldSpec &spec(VendorField field);
-inline const VendorFieldSpec &spec(int index)
+const std::array<VendorFieldInfo, vendorFieldCount> &all();
+const VendorFieldInfo &info(VendorField field);
+inline const VendorFieldInfo &info(int index)
 {
     return all()[static_cast<size_t>(index)];
 }

@@ -72,16 +72,16 @@ VendorSaver::VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields,
 bool VendorSaver::numbersAreNumbers()
 {
     static const QRegularExpression number(QStringLiteral(R"(^\s*[-+]?(\d+\.?\d*|\.\d+)\s*$)"));
-    for (const VendorFieldSpec &spec : VendorFields::all()) {
-        const QString text = m_fields.text(spec.field);
-        if (spec.kind == VendorFieldSpec::Kind::Text || text.trimmed().isEmpty())
+    for (const VendorFieldInfo &info : VendorFields::all()) {
+        const QString text = m_fields.text(info.field);
+        if (info.kind == VendorFieldInfo::Kind::Text || text.trimmed().isEmpty())
             continue;
         if (!number.match(text).hasMatch()) {
-            m_dialogs.message(VendorFields::caption(spec.field) +
+            m_dialogs.message(VendorFields::caption(info.field) +
                                   QStringLiteral(" must be a number; \"") + text +
                                   QStringLiteral("\" is not one. Nothing was saved."),
                               Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
-            m_fields.box(spec.field)->setFocus();
+            m_fields.box(info.field)->setFocus();
             return false;
         }
     }
@@ -90,11 +90,11 @@ bool VendorSaver::numbersAreNumbers()
 
 void VendorSaver::putFields()
 {
-    using K = VendorFieldSpec::Kind;
-    for (const VendorFieldSpec &spec : VendorFields::all()) {
-        const QString text = m_fields.text(spec.field);
+    using K = VendorFieldInfo::Kind;
+    for (const VendorFieldInfo &info : VendorFields::all()) {
+        const QString text = m_fields.text(info.field);
         QVariant value;
-        switch (spec.kind) {
+        switch (info.kind) {
         case K::Whole:
             value = Numbers::leadingWhole(text);
             break;
@@ -108,7 +108,7 @@ void VendorSaver::putFields()
             value = text;
             break;
         }
-        m_vendors.setValue(QString::fromLatin1(spec.column), value);
+        m_vendors.setValue(QString::fromLatin1(info.column), value);
     }
     m_vendors.setValue(QStringLiteral("pnet"),
                        pnetFrom(m_fields.text(VendorField::Phone), m_session.pnetYesNo));
