@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <functional>
 #include <vector>
 
 namespace {
@@ -51,44 +52,45 @@ double seconds(const std::function<void()> &work)
     return timer.nsecsElapsed() / 1e9;
 }
 
+// Runs work on a connection of its own to the data folder's ap.mdb, outside the module.
+void onOwnConnection(const QString &name, const std::function<void(QSqlDatabase &)> &work)
+{
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        db.setDatabaseName(QDir::current().absoluteFilePath(QStringLiteral("ap.mdb")));
+        db.open();
+        work(db);
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(name);
+}
+
 // Puts other totals in place, untimed, before each way of doing a pass is timed. The engine
 // leaves a row's page alone when an update writes the bytes it already holds, so a pass run
 // after another one that left the same totals would be timed writing nothing.
 void scrambleTotals()
 {
-    {
-        QSqlDatabase db =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("scramble"));
-        db.setDatabaseName(QDir::current().absoluteFilePath(QStringLiteral("ap.mdb")));
-        db.open();
+    onOwnConnection(QStringLiteral("scramble"), [](QSqlDatabase &db) {
         QSqlQuery q(db);
         if (!q.exec(QStringLiteral("update vendors set vendbalcurrent = -1 - vendnumber, "
                                    "vendytd = -1 - vendnumber")))
             std::printf("scrambling the totals failed: %s\n", qPrintable(q.lastError().text()));
         q.exec(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("scramble"));
+    });
 }
 
-// The same work as one statement in one transaction, on a connection of its own.
+// The same work as one statement in one transaction.
 double setBased(const QString &statement)
 {
     scrambleTotals();
     double taken = 0;
-    {
-        QSqlDatabase db =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("set"));
-        db.setDatabaseName(QDir::current().absoluteFilePath(QStringLiteral("ap.mdb")));
-        db.open();
+    onOwnConnection(QStringLiteral("set"), [&](QSqlDatabase &db) {
         QSqlQuery q(db);
         taken = seconds([&] {
             if (!q.exec(statement))
                 std::printf("set-based statement failed: %s\n", qPrintable(q.lastError().text()));
         });
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("set"));
+    });
     return taken;
 }
 
@@ -99,11 +101,7 @@ double bareRecords(const QString &statement, int binds, bool scramble = true)
     if (scramble)
         scrambleTotals();
     double taken = 0;
-    {
-        QSqlDatabase db =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bare"));
-        db.setDatabaseName(QDir::current().absoluteFilePath(QStringLiteral("ap.mdb")));
-        db.open();
+    onOwnConnection(QStringLiteral("bare"), [&](QSqlDatabase &db) {
         QSqlQuery q(db);
         q.exec(QStringLiteral("pragma synchronous=NORMAL"));
         q.exec(QStringLiteral("pragma wal_autocheckpoint=10000"));
@@ -126,9 +124,7 @@ double bareRecords(const QString &statement, int binds, bool scramble = true)
             }
         });
         q.exec(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("bare"));
+    });
     return taken;
 }
 
