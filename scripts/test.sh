@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Sets everything up, builds and runs all tests.
+# Sets everything up, builds and runs all tests: each on the SQLite files and again on a
+# throwaway PostgreSQL server (started here, removed at the end, also on failure).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
 bash scripts/build.sh build
-ctest --test-dir build -j2 --output-on-failure --timeout 300
+bash scripts/run-tests.sh build

@@ -1,5 +1,4 @@
 #include "app/ModuleSettings.h"
-#include "common/DataFiles.h"
 
 #include "common/Session.h"
 #include "common/Dialogs.h"
@@ -8,7 +7,6 @@
 #include "data/DbError.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QSqlQuery>
 #include <QSqlRecord>
 
@@ -59,7 +57,7 @@ Outcome read(const QString &argument, Databases &dbs, Dialogs &dialogs, Session 
         session.userName = argument.mid(5);
         readSettingsRow(dbs, session);
         QCoreApplication::processEvents();
-        canadian = QFileInfo::exists(DataFiles::pathOf(QStringLiteral("canada.mdb")));
+        canadian = dbs.exists(QStringLiteral("canada.mdb"));
         if (session.moduleCode.startsWith(QLatin1Char('#')))
             session.moduleCode.replace(0, 1, QLatin1Char('V'));
     }

@@ -1,92 +1,17 @@
 #include "data/Databases.h"
 
-#include "common/DataFiles.h"
-
 #include "data/DbError.h"
 #include "data/Dialect.h"
-#include "data/Schema.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QUrl>
 
 namespace {
 int s_instance = 0;
-
-// SQLite's answer for a file that is not one of its databases.
-const QLatin1String notADatabaseCode("26");
-
-QString uriOf(const QString &path, const char *mode)
-{
-    // The path travels in a URI, so characters such as '?', '#' and '%' are escaped.
-    return QStringLiteral("file:%1?mode=%2")
-        .arg(QString::fromLatin1(QUrl::toPercentEncoding(path, "/")), QLatin1String(mode));
-}
-
-// What a file the engine refused holds. Only called when no connection to the file is open in
-// this process (the engine refused it, so none can be), never before.
-DbError foreignFile(const QString &path)
-{
-    QByteArray head;
-    {
-        QFile file(path);
-        if (file.open(QIODevice::ReadOnly))
-            head = file.read(32);
-    }
-    const QByteArray kind = head.mid(4, 15);
-    if (kind == "Standard Jet DB" || kind == "Standard ACE DB")
-        return {DbError::NotADatabase,
-                QStringLiteral("The file '%1' is a Microsoft Access database. This module keeps "
-                               "its data in SQLite files; the file was left as it is.")
-                    .arg(path)};
-    return {DbError::NotADatabase,
-            QStringLiteral("The file '%1' is not a database this module can read; the file was "
-                           "left as it is.")
-                .arg(path)};
-}
-
-// The checks that need no more than the file's directory entry (stat and access, which open
-// nothing): a missing file, an empty one, and files or folders that cannot be written.
-void checkEntry(const QString &path)
-{
-    const QFileInfo info(path);
-    if (!info.exists())
-        throw DbError(DbError::FileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
-    if (info.size() == 0)
-        throw DbError(DbError::NotADatabase,
-                      QStringLiteral("The file '%1' is empty: it holds no company data. A company "
-                                     "file is never empty; restore it from a backup. The file "
-                                     "was left as it is.")
-                          .arg(path));
-    if (!info.isWritable())
-        throw DbError(DbError::ReadOnlyFile,
-                      QStringLiteral("The file '%1' is read-only, so nothing could be saved in it. "
-                                     "Ask whoever looks after the data folder to make it "
-                                     "writable. Nothing was changed.")
-                          .arg(path));
-    const QFileInfo folder(info.absolutePath());
-    if (!folder.isWritable())
-        throw DbError(DbError::ReadOnlyFile,
-                      QStringLiteral("The data folder '%1' is read-only, so the file '%2' cannot "
-                                     "be shared from it (the database engine keeps its lock "
-                                     "files beside it). Ask whoever looks after the data folder "
-                                     "to make it writable. Nothing was changed.")
-                          .arg(info.absolutePath(), info.fileName()));
-}
-
-void dropConnection(QSqlDatabase &db, const QString &connection)
-{
-    db.close();
-    db = QSqlDatabase();
-    QSqlDatabase::removeDatabase(connection);
-}
 } // namespace
 
 Databases::Databases(std::unique_ptr<Dialect> dialect) :
-    m_dialect(dialect ? std::move(dialect) : std::make_unique<SqliteDialect>()),
+    m_dialect(dialect ? std::move(dialect) : Dialect::forDataFolder()),
     m_prefix(QStringLiteral("apdb%1:").arg(++s_instance))
 {
 }
@@ -101,14 +26,19 @@ DbError Databases::errorFrom(const QSqlError &error, const QString &statement)
     const QString native = error.nativeErrorCode();
     const QString text = error.text().trimmed();
     int code = DbError::Generic;
+    // SQLite gives its result codes, PostgreSQL its five-character states.
     if (native == QLatin1String("5") || native == QLatin1String("6") ||
+        native == QLatin1String("55P03") || native == QLatin1String("40P01") ||
+        native == QLatin1String("40001") ||
         text.contains(QLatin1String("locked"), Qt::CaseInsensitive))
         code = DbError::RecordLocked;
-    else if (text.contains(QLatin1String("no such table"), Qt::CaseInsensitive))
+    else if (native == QLatin1String("42P01") ||
+             text.contains(QLatin1String("no such table"), Qt::CaseInsensitive))
         code = DbError::NoSuchTable;
-    else if (text.contains(QLatin1String("no such column"), Qt::CaseInsensitive))
+    else if (native == QLatin1String("42703") ||
+             text.contains(QLatin1String("no such column"), Qt::CaseInsensitive))
         code = DbError::NoSuchColumn;
-    else if (native == QLatin1String("8"))
+    else if (native == QLatin1String("8") || native == QLatin1String("25006"))
         code = DbError::ReadOnlyFile;
     QString message =
         text.isEmpty() ? QStringLiteral("The database engine refused the statement.") : text;
@@ -124,86 +54,21 @@ QString Databases::connectionName(const QString &fileName, const QString &tag) c
 
 QSqlDatabase Databases::connect(const QString &fileName, const QString &connection)
 {
-    const QString path = DataFiles::pathOf(fileName);
-    checkEntry(path);
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-    db.setDatabaseName(uriOf(path, "rw"));
-    db.setConnectOptions(
-        QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(m_busyTimeoutMsecs));
-    if (!db.open()) {
-        const QSqlError err = db.lastError();
-        dropConnection(db, connection);
-        throw DbError(
-            DbError::FileNotFound,
-            QStringLiteral("Could not open file '%1'. %2").arg(path, err.text()).trimmed());
-    }
+    QSqlDatabase db = m_dialect->connect(fileName, connection, m_busyTimeoutMsecs,
+                                         !isOpen(fileName));
     ++m_openCount;
-    const bool first = !isOpen(fileName);
-    // The first statement reads the file's header: a foreign file is refused here.
-    QSqlError refused;
-    {
-        QSqlQuery q(db);
-        if (!q.exec(QStringLiteral("pragma journal_mode=WAL")))
-            refused = q.lastError();
-        else
-            q.exec(QStringLiteral("pragma synchronous=FULL"));
-    }
-    if (refused.isValid()) {
-        dropConnection(db, connection);
-        if (refused.nativeErrorCode() == notADatabaseCode)
-            throw first ? foreignFile(path)
-                        : DbError(DbError::NotADatabase,
-                                  QStringLiteral("The file '%1' is not a database this module "
-                                                 "can read; the file was left as it is.")
-                                      .arg(path));
-        DbError error = errorFrom(refused);
-        throw DbError(
-            error.code(),
-            QStringLiteral("The file '%1' could not be opened: %2").arg(path, error.text()));
-    }
-    // Tables, columns and indexes are checked once per file, on its first connection.
-    if (first) {
-        const QString schemaError = Schema::ensure(db, fileName);
-        if (!schemaError.isEmpty()) {
-            dropConnection(db, connection);
-            throw DbError(
-                DbError::NotADatabase,
-                QStringLiteral("The file '%1' could not be prepared: %2").arg(path, schemaError));
-        }
-    }
     m_connections[fileName.toLower()].append(connection);
     return db;
 }
 
 void Databases::create(const QString &fileName)
 {
-    const QString path = QDir::current().absoluteFilePath(fileName);
-    if (QFileInfo::exists(DataFiles::pathOf(fileName)))
-        throw DbError(DbError::Generic,
-                      QStringLiteral("The file '%1' is already there; it was left as it is.")
-                          .arg(DataFiles::pathOf(fileName)));
-    const QString connection = QStringLiteral("apdb-create:") + path;
-    QString error;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-        db.setDatabaseName(uriOf(path, "rwc"));
-        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI"));
-        if (!db.open()) {
-            error = db.lastError().text();
-        } else {
-            QSqlQuery q(db);
-            if (!q.exec(QStringLiteral("pragma journal_mode=WAL")))
-                error = q.lastError().text();
-            q.finish();
-            if (error.isEmpty())
-                error = Schema::ensure(db, fileName);
-        }
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(connection);
-    if (!error.isEmpty())
-        throw DbError(DbError::Generic,
-                      QStringLiteral("Could not create the file '%1': %2").arg(path, error));
+    Dialect::forDataFolder()->create(fileName);
+}
+
+bool Databases::exists(const QString &fileName) const
+{
+    return m_dialect->exists(fileName);
 }
 
 QSqlDatabase Databases::open(const QString &fileName)
@@ -298,32 +163,33 @@ void Databases::beginWrite(const QString &fileName, Commit commit, int waitMsecs
     }
     QSqlQuery q(open(fileName));
     const bool light = commit == Commit::Light;
-    if (light)
-        q.exec(QStringLiteral("pragma synchronous=NORMAL"));
-    if (waitMsecs >= 0)
-        q.exec(QStringLiteral("pragma busy_timeout=%1").arg(waitMsecs));
-    const bool begun = q.exec(QStringLiteral("begin immediate"));
-    const QSqlError error = q.lastError();
-    if (waitMsecs >= 0)
-        q.exec(QStringLiteral("pragma busy_timeout=%1").arg(m_busyTimeoutMsecs));
-    if (!begun) {
-        if (light)
-            q.exec(QStringLiteral("pragma synchronous=FULL"));
-        throw errorFrom(error, QStringLiteral("begin immediate"));
+    QSqlError error;
+    QString failed;
+    for (const QString &statement : m_dialect->beginWrite(light, waitMsecs, m_busyTimeoutMsecs)) {
+        if (!q.exec(statement)) {
+            error = q.lastError();
+            failed = statement;
+            break;
+        }
     }
-    m_writes.insert(key, Write{1, false, light});
+    if (!failed.isEmpty()) {
+        q.exec(QStringLiteral("rollback"));
+        for (const QString &statement : m_dialect->afterWrite(light, waitMsecs, m_busyTimeoutMsecs))
+            q.exec(statement);
+        throw errorFrom(error, failed);
+    }
+    m_writes.insert(key, Write{1, false, light, waitMsecs});
 }
 
 void Databases::endWrite(const QString &fileName, Write &write)
 {
     const QString key = fileName.toLower();
-    const bool light = write.light;
-    const bool failed = write.failed;
+    const Write ended = write;
     m_writes.remove(key);
     QSqlQuery q(open(fileName));
     QSqlError error;
     bool ok = true;
-    if (!failed) {
+    if (!ended.failed) {
         ok = q.exec(QStringLiteral("commit"));
         if (!ok) {
             error = q.lastError();
@@ -332,11 +198,12 @@ void Databases::endWrite(const QString &fileName, Write &write)
     } else {
         q.exec(QStringLiteral("rollback"));
     }
-    if (light)
-        q.exec(QStringLiteral("pragma synchronous=FULL"));
+    for (const QString &statement :
+         m_dialect->afterWrite(ended.light, ended.waitMsecs, m_busyTimeoutMsecs))
+        q.exec(statement);
     if (!ok)
         throw errorFrom(error, QStringLiteral("commit"));
-    if (failed)
+    if (ended.failed)
         throw DbError(DbError::Generic, QStringLiteral("A part of the change failed, so none of "
                                                        "it was written."));
 }

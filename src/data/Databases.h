@@ -13,7 +13,9 @@
 class QSqlError;
 class QSqlQuery;
 
-// The database files of the data folder (the current folder), each opened by its bare file name.
+// The databases of the data folder (the current folder), each opened by its bare file name: an
+// SQLite file of that name, or the schema of that name on a PostgreSQL server when the folder's
+// engine settings say so.
 // Connections are named after the file; a record source reads through a connection of its own.
 // Every failure is thrown as a DbError; nothing here talks to the user.
 //
@@ -43,9 +45,11 @@ public:
     // How many connections were made since this object was made (for the update gate's checks).
     int openCount() const { return m_openCount; }
 
-    // Creates a new, empty database file of that name in the data folder with the module's
-    // tables (for the demo generator and a new company); refuses a file that is already there.
+    // Creates a new, empty database of that file name for the data folder with the module's
+    // tables (for the demo generator and a new company); refuses one that is already there.
     static void create(const QString &fileName);
+    // Whether the database of that file name is there (a file, or a schema on the server).
+    bool exists(const QString &fileName) const;
 
     const Dialect &dialect() const { return *m_dialect; }
 
@@ -80,6 +84,7 @@ private:
         int depth = 0;
         bool failed = false;
         bool light = false;
+        int waitMsecs = -1;
     };
     QSqlDatabase connect(const QString &fileName, const QString &connection);
     QString connectionName(const QString &fileName, const QString &tag = {}) const;

@@ -1,5 +1,9 @@
 #include "data/Dialect.h"
 
+#include "data/EngineSettings.h"
+#include "data/PostgresDialect.h"
+#include "data/SqliteDialect.h"
+
 #include <QRegularExpression>
 
 namespace {
@@ -75,12 +79,19 @@ QString mapEmptyDate(const QString &statement)
 }
 } // namespace
 
+std::unique_ptr<Dialect> Dialect::forDataFolder()
+{
+    if (std::optional<EngineSettings> settings = EngineSettings::ofDataFolder())
+        return std::make_unique<PostgresDialect>(std::move(*settings));
+    return std::make_unique<SqliteDialect>();
+}
+
 QString Dialect::mapCriterion(const QString &criterion) const
 {
     return mapEmptyDate(map(criterion));
 }
 
-QString SqliteDialect::map(const QString &statement) const
+QString Dialect::mapDesktopStatement(const QString &statement)
 {
     return mapUcase(mapTwiceNamedJoin(statement));
 }

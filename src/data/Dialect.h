@@ -1,9 +1,17 @@
 #pragma once
 
-#include <QString>
+#include "data/Schema.h"
 
-// What differs between the engines: the module writes its statements in the desktop engine's
-// dialect, and a few of them have to be said differently to SQLite or PostgreSQL.
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+// What differs between the engines: how a database the module names by its file name is found,
+// opened and created, how a write transaction takes its locks, and the few statements the
+// module writes in the desktop engine's dialect that have to be said differently. Nothing above
+// the data layer knows which engine runs.
 class Dialect {
 public:
     virtual ~Dialect() = default;
@@ -13,10 +21,52 @@ public:
     // A search criterion (the condition of a find-first) as this engine accepts it. Beyond
     // map(), a date column compared with an empty text finds the rows without a date.
     QString mapCriterion(const QString &criterion) const;
-};
 
-class SqliteDialect : public Dialect {
-public:
-    QString name() const override { return QStringLiteral("SQLite"); }
-    QString map(const QString &statement) const override;
+    // The engine of the data folder (the current folder): PostgreSQL when the folder holds the
+    // engine settings file, the SQLite files otherwise.
+    static std::unique_ptr<Dialect> forDataFolder();
+
+    // Where the database of that file name lives, as messages name it.
+    virtual QString placeOf(const QString &fileName) const = 0;
+    // Whether the database of that file name is there (never creates it).
+    virtual bool exists(const QString &fileName) const = 0;
+    // An open connection to an existing database under that connection name, its tables made
+    // ready when `first` (no other connection of this process is open to it). Throws DbError.
+    virtual QSqlDatabase connect(const QString &fileName, const QString &connection,
+                                 int busyMsecs, bool first) const = 0;
+    // A new database of that file name with the module's tables; refuses one already there.
+    virtual void create(const QString &fileName) const = 0;
+
+    // The statements that open a write transaction. It holds what the engine locks for writing
+    // at once (SQLite: the whole file); waitMsecs bounds the wait for another user's lock. A
+    // light commit may skip waiting for the disk.
+    virtual QStringList beginWrite(bool light, int waitMsecs, int busyMsecs) const = 0;
+    // Statements run after the transaction ended, to undo what beginWrite set for it.
+    virtual QStringList afterWrite(bool light, int waitMsecs, int busyMsecs) const = 0;
+    // A statement with one bound key value that locks that row for the rest of the write
+    // transaction, or "" when the transaction holds it already.
+    virtual QString lockRow(const QString &table, const QString &keyColumn) const = 0;
+    // The column that names a row of any table by its place in the table.
+    virtual QString rowIdColumn() const = 0;
+    // Settings for a pass over many records (each its own transaction) and after it.
+    virtual QStringList passStart() const = 0;
+    virtual QStringList passEnd() const = 0;
+
+    // The column type a kind of column is created with.
+    virtual QString columnType(Schema::Kind kind) const = 0;
+    // The names of the indexes the connection's database holds.
+    virtual QStringList indexNames(QSqlDatabase &db) const = 0;
+    // The statements that open the transaction in which tables are made, so that two copies
+    // making them at once take turns.
+    virtual QStringList beginSchemaChange(const QString &fileName) const = 0;
+    // Whether tables made before text compared without regard to case can be found (and are
+    // made again); an engine whose tables were always made so has none.
+    virtual bool hasCaseSensitiveTables() const = 0;
+    // Statements run after tables were made again, to give back their space.
+    virtual QStringList afterRebuild() const = 0;
+
+protected:
+    // The statements of the desktop engine that neither engine accepts as written, said so
+    // that both do.
+    static QString mapDesktopStatement(const QString &statement);
 };

@@ -1,5 +1,4 @@
 #include "data/RecordHelpers.h"
-#include "common/DataFiles.h"
 
 #include "common/Session.h"
 #include "data/Databases.h"
@@ -8,7 +7,6 @@
 #include "data/Schema.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlField>
@@ -43,11 +41,6 @@ QString tableOf(const QString &query)
     return from.match(query).captured(1);
 }
 
-bool databaseThere(const QString &name)
-{
-    return QFileInfo::exists(DataFiles::pathOf(name));
-}
-
 } // namespace
 
 QString withMdbExtension(const QString &fileName)
@@ -60,7 +53,7 @@ QString withMdbExtension(const QString &fileName)
 bool loadRecord(Databases &dbs, Session &session, const QString &fileName, const QString &query)
 {
     const QString name = withMdbExtension(fileName);
-    if (!databaseThere(name))
+    if (!dbs.exists(name))
         return false;
     ScopedDatabase scope(dbs, name);
     QSqlQuery q = dbs.select(name, query);
@@ -83,7 +76,7 @@ bool saveRecord(Databases &dbs, Session &session, const QString &fileName, const
                 bool addNew)
 {
     const QString name = withMdbExtension(fileName);
-    if (!databaseThere(name))
+    if (!dbs.exists(name))
         return false;
     ScopedDatabase scope(dbs, name);
     QSqlDatabase db = dbs.open(name);
@@ -104,14 +97,16 @@ bool saveRecord(Databases &dbs, Session &session, const QString &fileName, const
         static const QRegularExpression star(QStringLiteral(R"(^\s*select\s+\*)"),
                                              QRegularExpression::CaseInsensitiveOption);
         QString rowQuery = query;
-        rowQuery.replace(star, QStringLiteral("select rowid"));
+        const QString rowIdColumn = dbs.dialect().rowIdColumn();
+        rowQuery.replace(star, QStringLiteral("select ") + rowIdColumn);
         rowid = dbs.scalar(name, rowQuery);
         if (rowid.isNull())
             throw DbError::noCurrentRecord();
         QStringList sets;
         for (const QString &c : columns)
             sets << c + QStringLiteral(" = ?");
-        sql = QStringLiteral("update %1 set %2 where rowid = ?").arg(table, sets.join(", "));
+        sql = QStringLiteral("update %1 set %2 where %3 = ?")
+                  .arg(table, sets.join(", "), rowIdColumn);
     }
     WriteTransaction tx(dbs, name);
     QSqlQuery q(db);

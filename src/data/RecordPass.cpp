@@ -2,6 +2,7 @@
 
 #include "data/Databases.h"
 #include "data/DbError.h"
+#include "data/Dialect.h"
 
 #include <QSqlError>
 #include <QThread>
@@ -12,11 +13,10 @@ RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_
 {
     QSqlDatabase db = m_dbs.open(fileName);
     QSqlQuery setup(db);
-    setup.exec(QStringLiteral("pragma synchronous=NORMAL"));
-    // The pass writes the same pages again and again: copying them back to the file every
-    // 10,000 records rather than every 1,000 writes each page back fewer times.
-    setup.exec(QStringLiteral("pragma wal_autocheckpoint=10000"));
-    m_begin = prepare(QStringLiteral("begin immediate"));
+    for (const QString &statement : m_dbs.dialect().passStart())
+        setup.exec(statement);
+    // Neither a light commit nor a wait of its own is asked for: one statement begins.
+    m_begin = prepare(m_dbs.dialect().beginWrite(false, -1, m_dbs.busyTimeoutMsecs()).front());
     m_commit = prepare(QStringLiteral("commit"));
     m_rollback = prepare(QStringLiteral("rollback"));
     m_sinceRest.start();
@@ -24,11 +24,9 @@ RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_
 
 RecordPass::~RecordPass()
 {
-    // Everything written in the pass reaches the disk now.
     QSqlQuery q(m_dbs.open(m_fileName));
-    q.exec(QStringLiteral("pragma synchronous=FULL"));
-    q.exec(QStringLiteral("pragma wal_autocheckpoint=1000"));
-    q.exec(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
+    for (const QString &statement : m_dbs.dialect().passEnd())
+        q.exec(statement);
 }
 
 QSqlQuery RecordPass::prepare(const QString &statement)

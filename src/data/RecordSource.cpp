@@ -366,7 +366,7 @@ bool RecordSource::findFirst(const QString &criterion)
     QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
     q.setForwardOnly(true);
     const QString sql =
-        QStringLiteral("select * from (%1) where %2 limit 1")
+        QStringLiteral("select * from (%1) as searched where %2 limit 1")
             .arg(m_dbs.dialect().map(fullStatement()), m_dbs.dialect().mapCriterion(criterion));
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), sql);
@@ -408,8 +408,30 @@ void RecordSource::edit(Commit commit)
     beginWrite(commit);
     m_buffer = row;
     m_editKey = row.value(m_keyColumn);
+    lockEditedRow();
     m_changed.clear();
     m_mode = Mode::Edit;
+}
+
+void RecordSource::lockEditedRow()
+{
+    // An engine that locks rows rather than the file holds the edited row from now on.
+    const QString sql = m_dbs.dialect().lockRow(m_table, m_keyColumn);
+    if (sql.isEmpty())
+        return;
+    QSqlQuery q(m_dbs.open(m_fileName));
+    q.setForwardOnly(true);
+    bool locked = q.prepare(sql);
+    if (locked) {
+        q.addBindValue(m_editKey);
+        locked = q.exec();
+    }
+    if (!locked) {
+        const DbError error = Databases::errorFrom(q.lastError(), sql);
+        endWrite(false);
+        throw error;
+    }
+    q.finish();
 }
 
 void RecordSource::addNew(Commit commit)

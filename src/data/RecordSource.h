@@ -119,6 +119,7 @@ private:
     const OrderKey *orderKey();
     void beginWrite(Commit commit);
     void endWrite(bool commit);
+    void lockEditedRow();
     QString fullStatement() const;
     // Forgets the rows; letGo() also closes the reader's connection.
     void detach();

@@ -1,5 +1,6 @@
 #include "data/Schema.h"
 
+#include "data/Dialect.h"
 #include "data/TableRebuild.h"
 
 #include <QHash>
@@ -243,28 +244,6 @@ const QHash<QString, std::vector<Table>> &allFiles()
     return files;
 }
 
-QString declaredType(Kind kind)
-{
-    switch (kind) {
-    case K::Long:
-        return QStringLiteral("INTEGER");
-    case K::Number:
-        return QStringLiteral("DOUBLE");
-    case K::Text:
-        // Compared and ordered without regard to case, as the desktop engine did, with the
-        // engine's own NOCASE (so the plain sqlite3 program reads the files too). It folds only
-        // the ASCII letters: "é" and "É" stay different, and both sort after every ASCII letter.
-        return QStringLiteral("TEXT COLLATE NOCASE");
-    case K::Memo:
-        return QStringLiteral("TEXT");
-    case K::Currency:
-        return QStringLiteral("CURRENCY");
-    case K::Date:
-        return QStringLiteral("INTEGER");
-    }
-    return QStringLiteral("TEXT");
-}
-
 bool run(QSqlDatabase &db, const QString &sql, QString &error)
 {
     QSqlQuery q(db);
@@ -283,14 +262,15 @@ int storedVersion(QSqlDatabase &db)
 }
 
 // Every table and column of the file; a new table's text columns get the case-blind collation.
-bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
+bool createTables(QSqlDatabase &db, const QString &fileName, const Dialect &dialect,
+                  QString &error)
 {
     for (const Table &table : tablesOf(fileName)) {
         const QSqlRecord existing = db.record(table.name);
         if (existing.isEmpty()) {
             QStringList defs;
             for (const Column &c : table.columns)
-                defs << c.name + QLatin1Char(' ') + declaredType(c.kind);
+                defs << c.name + QLatin1Char(' ') + dialect.columnType(c.kind);
             if (!run(db, QStringLiteral("create table %1 (%2)").arg(table.name, defs.join(", ")),
                      error))
                 return false;
@@ -303,7 +283,7 @@ bool createTables(QSqlDatabase &db, const QString &fileName, QString &error)
                     continue;
                 if (!run(db,
                          QStringLiteral("alter table %1 add column %2 %3")
-                             .arg(table.name, c.name, declaredType(c.kind)),
+                             .arg(table.name, c.name, dialect.columnType(c.kind)),
                          error))
                     return false;
             }
@@ -361,15 +341,9 @@ bool rebuildWithNocase(QSqlDatabase &db, const QString &fileName, bool &rebuilt,
 
 // Whether every table, column and index of the file is there (one cheap look at the catalogue
 // per table), so that a column lost from a current file is noticed on the next open.
-bool isComplete(QSqlDatabase &db, const QString &fileName)
+bool isComplete(QSqlDatabase &db, const QString &fileName, const Dialect &dialect)
 {
-    QSqlQuery q(db);
-    q.setForwardOnly(true);
-    if (!q.exec(QStringLiteral("select name from sqlite_master where type = 'index'")))
-        return false;
-    QStringList indexes;
-    while (q.next())
-        indexes << q.value(0).toString();
+    const QStringList indexes = dialect.indexNames(db);
     for (const Table &table : tablesOf(fileName)) {
         const QSqlRecord existing = db.record(table.name);
         if (existing.isEmpty())
@@ -423,35 +397,40 @@ bool isMoney(const QString &table, const QString &column)
     return columnKind(table, column) == K::Currency;
 }
 
-QString ensure(QSqlDatabase &db, const QString &fileName)
+QString ensure(QSqlDatabase &db, const QString &fileName, const Dialect &dialect)
 {
-    QString error;
-    if (!db.tables().contains(QStringLiteral("schema_version"))) {
-        if (!run(db, QStringLiteral("create table if not exists schema_version (version INTEGER)"),
-                 error))
-            return error;
-    }
-    if (storedVersion(db) >= currentVersion && isComplete(db, fileName))
+    if (!db.record(QStringLiteral("schema_version")).isEmpty() &&
+        storedVersion(db) >= currentVersion && isComplete(db, fileName, dialect))
         return {};
     // The write lock first, so that two copies opening an old file at once take turns and the
     // second finds the work done.
-    if (!run(db, QStringLiteral("begin immediate"), error))
+    QString error;
+    QString ignored;
+    for (const QString &statement : dialect.beginSchemaChange(fileName))
+        if (!run(db, statement, error)) {
+            run(db, QStringLiteral("rollback"), ignored);
+            return error;
+        }
+    if (!run(db, QStringLiteral("create table if not exists schema_version (version INTEGER)"),
+             error)) {
+        run(db, QStringLiteral("rollback"), ignored);
         return error;
+    }
     const int version = storedVersion(db);
     // Steps 2 and 4 drop the retired indexes (step 2: two that made the engine sort a vendor's
     // whole list; step 4: two replaced by covering ones); step 3 makes tables again for the
     // case-blind collation before their indexes are made, so that each index is built once.
     bool rebuilt = false;
     const bool ok =
-        createTables(db, fileName, error) &&
+        createTables(db, fileName, dialect, error) &&
         (version >= 4 || dropIndexes(db, retiredIndexes(), error)) &&
-        (version >= 3 || rebuildWithNocase(db, fileName, rebuilt, error)) &&
+        (version >= 3 || !dialect.hasCaseSensitiveTables() ||
+         rebuildWithNocase(db, fileName, rebuilt, error)) &&
         createIndexes(db, fileName, error) &&
         run(db, QStringLiteral("delete from schema_version"), error) &&
         run(db,
             QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion),
             error);
-    QString ignored;
     if (!ok) {
         run(db, QStringLiteral("rollback"), ignored);
         return error;
@@ -462,7 +441,8 @@ QString ensure(QSqlDatabase &db, const QString &fileName)
     }
     // A rebuilt table passed whole through the write-ahead log: give its space back now.
     if (rebuilt)
-        run(db, QStringLiteral("pragma wal_checkpoint(TRUNCATE)"), ignored);
+        for (const QString &statement : dialect.afterRebuild())
+            run(db, statement, ignored);
     return {};
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+class Dialect;
 class QSqlDatabase;
 
 // The tables and columns of each database file the module names, created when missing.
@@ -41,6 +42,6 @@ constexpr int currentVersion = 4;
 // with regard to case again with the case-blind collation (keeping their rows). Re-runnable; a file
 // at the current version with everything in place is only looked at, not written. Returns the
 // engine's error text, or "" on success.
-QString ensure(QSqlDatabase &db, const QString &fileName);
+QString ensure(QSqlDatabase &db, const QString &fileName, const Dialect &dialect);
 
 } // namespace Schema

@@ -51,11 +51,8 @@ protected:
         session.staffLocation = "Vendors";
         runner.setHelpSettleMsecs(5000);
     }
-    // Waits until a file a started program writes has appeared.
-    bool appears(const QString &name, int msecs = 5000)
-    {
-        return QTest::qWaitFor([&] { return QFile::exists(folder.file(name)); }, msecs);
-    }
+    // Waits until a started program has written its line to the file.
+    bool appears(const QString &name, int msecs = 5000) { return folder.waitForLine(name, msecs); }
 };
 
 TEST_F(ProgramRunnerTest, LookupProgramExitingWithOneWarnsLogsBackupAndReturnsZero)

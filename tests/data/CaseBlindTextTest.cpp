@@ -94,6 +94,7 @@ TEST_F(CaseBlindTextTest, ContactInvoiceNumberAndProductLookupsAreCaseBlind)
 
 TEST_F(CaseBlindTextTest, ThePlainSqliteProgramComparesTheSameWay)
 {
+    SQLITE_FILES_ONLY();
     const QString sqlite = QStandardPaths::findExecutable("sqlite3");
     if (sqlite.isEmpty())
         GTEST_SKIP() << "no sqlite3 program";

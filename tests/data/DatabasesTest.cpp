@@ -38,6 +38,7 @@ TEST(Databases, OpeningAMissingFileFailsAndCreatesNothing)
 
 TEST(Databases, AnAccessFileIsNamedInTheMessageAndLeftUntouched)
 {
+    SQLITE_FILES_ONLY();
     for (const char *sample : {"nwind.mdb", "DateTestDatabase.mdb"}) {
         const QString relative = QStringLiteral("access/") + QLatin1String(sample);
         const QString path = SharedTestData::find(relative);
@@ -58,6 +59,7 @@ TEST(Databases, AnAccessFileIsNamedInTheMessageAndLeftUntouched)
 
 TEST(Databases, AFileThatIsNoDatabaseIsRefusedByName)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     folder.writeFile("gl.mdb", "just some text, certainly not a database file of any kind");
     Databases dbs;
@@ -70,6 +72,7 @@ TEST(Databases, AFileThatIsNoDatabaseIsRefusedByName)
 
 TEST(Databases, DataFolderWithUriCharactersInItsPathOpens)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     const QString odd = folder.file("books #1 ? 100% done");
     ASSERT_TRUE(QDir().mkpath(odd));
@@ -91,6 +94,7 @@ TEST(Databases, FileNamesMatchWithoutRegardToCase)
 
 TEST(Databases, EveryTableAndColumnOfEachFileIsCreatedWhenMissing)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     for (const char *name :
          {"ap.mdb", "gl.mdb", "config.mdb", "user.mdb", "ar.mdb", "emp.mdb", "master.mdb"}) {
@@ -111,6 +115,7 @@ TEST(Databases, EveryTableAndColumnOfEachFileIsCreatedWhenMissing)
 
 TEST(Databases, MissingColumnsAreAddedToAnOlderFile)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     QFile::remove(folder.file("ar.mdb"));
     folder.writeFile("ar.mdb", "");
@@ -167,6 +172,7 @@ TEST(Databases, AUserDefinedTableAddedToAnOlderFileGetsItsRowAndKeepsAnExistingO
 
 TEST(Databases, LookupAndListQueriesUseAnIndex)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     Databases dbs;
     const char *queries[] = {
@@ -195,6 +201,7 @@ TEST(Databases, LookupAndListQueriesUseAnIndex)
 
 TEST(Databases, AFileOfTheFirstLayoutLosesTheIndexesThatMadeListsSort)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     folder.exec(
         "ap.mdb",
@@ -218,6 +225,7 @@ TEST(Databases, AFileOfTheFirstLayoutLosesTheIndexesThatMadeListsSort)
 
 TEST(Databases, FilesRunInWriteAheadLogMode)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     Databases dbs;
     EXPECT_EQ(dbs.scalar("ap.mdb", "pragma journal_mode").toString(), "wal");

@@ -1,4 +1,4 @@
-#include "data/Dialect.h"
+#include "data/SqliteDialect.h"
 #include "data/Databases.h"
 #include "support/DataFolder.h"
 

@@ -15,7 +15,7 @@ TEST(PagedStatementTest, ARangeOfRowsIsTheStatementWithALimit)
 TEST(PagedStatementTest, AStatementWithALimitOfItsOwnIsReadThroughASubquery)
 {
     EXPECT_EQ(PagedStatement::rows("select * from vendors limit 5", 2, 2),
-              "select * from (select * from vendors limit 5) limit 2 offset 2");
+              "select * from (select * from vendors limit 5) as paged limit 2 offset 2");
 }
 
 TEST(PagedStatementTest, TheCountLeavesTheOrderOut)
@@ -45,9 +45,9 @@ TEST(PagedStatementTest, WordsInQuotesAndSubqueriesAreNotClauses)
 TEST(PagedStatementTest, GroupsAndDistinctRowsAreCountedWhole)
 {
     EXPECT_EQ(PagedStatement::count("select distinct vendnumber from invoices"),
-              "select count(*) from (select distinct vendnumber from invoices)");
+              "select count(*) from (select distinct vendnumber from invoices) as counted");
     EXPECT_EQ(PagedStatement::count("select vendnumber from invoices group by vendnumber"),
-              "select count(*) from (select vendnumber from invoices group by vendnumber)");
+              "select count(*) from (select vendnumber from invoices group by vendnumber) as counted");
 }
 
 } // namespace

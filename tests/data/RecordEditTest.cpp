@@ -29,12 +29,20 @@ protected:
     // Another program writes to the file at once, without waiting for a lock: true when it could.
     bool anotherProgramCanWrite()
     {
-        QProcess sqlite;
-        sqlite.start("sqlite3", {folder.file("ap.mdb"),
-                                 "update vendors set vendfax = 'outside' where vendnumber = 100"});
-        if (!sqlite.waitForFinished(10000))
+        QProcess other;
+        if (DataFolder::onPostgres())
+            other.start("psql", {"-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U",
+                                 "postgres", "-d", folder.serverDatabase(), "-v",
+                                 "ON_ERROR_STOP=1", "-c",
+                                 "set lock_timeout = 100; update ap_mdb.vendors set vendfax = "
+                                 "'outside' where vendnumber = 100"});
+        else
+            other.start("sqlite3",
+                        {folder.file("ap.mdb"),
+                         "update vendors set vendfax = 'outside' where vendnumber = 100"});
+        if (!other.waitForFinished(10000))
             return false;
-        return sqlite.exitStatus() == QProcess::NormalExit && sqlite.exitCode() == 0;
+        return other.exitStatus() == QProcess::NormalExit && other.exitCode() == 0;
     }
     QString stored(const char *column)
     {

@@ -1,5 +1,6 @@
 #include "data/Databases.h"
 #include "data/Schema.h"
+#include "data/SqliteDialect.h"
 #include "support/DataFolder.h"
 
 #include <QFileInfo>
@@ -50,6 +51,7 @@ protected:
 
 TEST_F(SchemaUpgradeTest, TextColumnsBecomeCaseBlindAndTheRowsKeepTheirNumbers)
 {
+    SQLITE_FILES_ONLY();
     Databases dbs;
     EXPECT_TRUE(dbs.scalar("ap.mdb", "select sql from sqlite_master where name = 'vendors'")
                     .toString()
@@ -64,6 +66,7 @@ TEST_F(SchemaUpgradeTest, TextColumnsBecomeCaseBlindAndTheRowsKeepTheirNumbers)
 
 TEST_F(SchemaUpgradeTest, RetiredIndexesGoTheNewOnesComeAndTheUsersOwnStays)
 {
+    SQLITE_FILES_ONLY();
     Databases dbs;
     const auto has = [&](const char *name) {
         return count(dbs, QStringLiteral("select count(*) from sqlite_master where type = "
@@ -81,6 +84,7 @@ TEST_F(SchemaUpgradeTest, RetiredIndexesGoTheNewOnesComeAndTheUsersOwnStays)
 
 TEST_F(SchemaUpgradeTest, TheStepsRunAgainChangeNothing)
 {
+    SQLITE_FILES_ONLY();
     {
         Databases dbs;
         dbs.open("ap.mdb");
@@ -91,13 +95,14 @@ TEST_F(SchemaUpgradeTest, TheStepsRunAgainChangeNothing)
     EXPECT_EQ(count(dbs, "select count(*) from invoices"), 1);
     EXPECT_EQ(count(dbs, "select version from schema_version"), 4);
     QSqlDatabase db = dbs.open("ap.mdb");
-    EXPECT_EQ(Schema::ensure(db, "ap.mdb"), QString());
+    EXPECT_EQ(Schema::ensure(db, "ap.mdb", SqliteDialect()), QString());
     EXPECT_EQ(column(dbs, "select vendname from vendors order by vendname"),
               QStringList({"acme", "Benchmark Supply", "Zenith"}));
 }
 
 TEST_F(SchemaUpgradeTest, TheCheckpointAfterARebuildLeavesNoLogBehind)
 {
+    SQLITE_FILES_ONLY();
     Databases dbs;
     dbs.open("ap.mdb");
     EXPECT_LT(QFileInfo(folder.file("ap.mdb-wal")).size(), 64 * 1024);

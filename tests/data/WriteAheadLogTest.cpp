@@ -17,6 +17,7 @@ namespace {
 // log grow by a page or more with every vendor shown.
 TEST(WriteAheadLogTest, ShowingFiveHundredVendorsInARowKeepsTheLogSmall)
 {
+    SQLITE_FILES_ONLY();
     DataFolder folder;
     folder.exec("ap.mdb",
                 "with recursive n(i) as (select 1 union all select i + 1 from n where i < 600) "

@@ -2,34 +2,104 @@
 
 #include "data/Databases.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QFile>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
 namespace {
 int s_connection = 0;
 
-template <typename Work> void withConnection(const QString &path, Work work)
+// The throwaway PostgreSQL server of a test run, when the tests run on that engine.
+QString serverHost()
+{
+    return qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST");
+}
+
+bool onPostgres()
+{
+    return qEnvironmentVariable("APMASTER_TEST_ENGINE") == QLatin1String("postgres");
+}
+
+void openOnServer(QSqlDatabase &db, const QString &database)
+{
+    db.setHostName(serverHost());
+    db.setPort(qEnvironmentVariableIntValue("APMASTER_TEST_POSTGRES_PORT") > 0
+                   ? qEnvironmentVariableIntValue("APMASTER_TEST_POSTGRES_PORT")
+                   : 5432);
+    db.setUserName(QStringLiteral("postgres"));
+    db.setDatabaseName(database);
+    EXPECT_TRUE(db.open()) << db.lastError().text().toStdString();
+    QSqlQuery(db).exec(QStringLiteral("set client_min_messages = warning"));
+}
+
+// A connection of the test's own to the database of a file name (an SQLite file, or its schema
+// on the server), closed when the work is done.
+template <typename Work>
+void withConnection(const QString &database, const QString &path, Work work)
 {
     const QString name = QStringLiteral("test-folder-%1").arg(++s_connection);
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        db.setDatabaseName(path);
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
-        EXPECT_TRUE(db.open()) << path.toStdString();
-        work(db);
-        db.close();
+        if (database.isEmpty()) {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+            db.setDatabaseName(path);
+            db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+            EXPECT_TRUE(db.open()) << path.toStdString();
+            work(db);
+            db.close();
+        } else {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+            openOnServer(db, database);
+            QString schema = QFileInfo(path).fileName().toLower();
+            schema.replace(QLatin1Char('.'), QLatin1Char('_'));
+            if (!schema.isEmpty())
+                QSqlQuery(db).exec(QStringLiteral("set search_path to %1, public").arg(schema));
+            work(db);
+            db.close();
+        }
     }
     QSqlDatabase::removeDatabase(name);
 }
+
+// Runs one statement on the server's maintenance database.
+void onServer(const QString &statement)
+{
+    withConnection(QStringLiteral("postgres"), QString(), [&](QSqlDatabase &db) {
+        QSqlQuery q(db);
+        EXPECT_TRUE(q.exec(statement)) << q.lastError().text().toStdString();
+    });
+}
 } // namespace
 
-DataFolder::DataFolder() : m_previous(QDir::currentPath())
+DataFolder::DataFolder(Start start) : m_previous(QDir::currentPath())
 {
     QDir::setCurrent(m_dir.path());
+    if (onPostgres()) {
+        if (serverHost().isEmpty())
+            ADD_FAILURE() << "These tests run on PostgreSQL, but APMASTER_TEST_POSTGRES_HOST "
+                             "names no server: run them through scripts/test.sh.";
+        static int databases = 0;
+        m_database = QStringLiteral("apmaster_test_%1_%2")
+                         .arg(QCoreApplication::applicationPid())
+                         .arg(++databases);
+        onServer(QStringLiteral("drop database if exists %1").arg(m_database));
+        onServer(QStringLiteral("create database %1").arg(m_database));
+        writeFile(QStringLiteral("database.ini"),
+                  QStringLiteral("[postgresql]\nhost=%1\nport=%2\ndatabase=%3\nuser=postgres\n")
+                      .arg(serverHost())
+                      .arg(qEnvironmentVariableIntValue("APMASTER_TEST_POSTGRES_PORT") > 0
+                               ? qEnvironmentVariableIntValue("APMASTER_TEST_POSTGRES_PORT")
+                               : 5432)
+                      .arg(m_database)
+                      .toUtf8());
+    }
+    if (start == Start::Empty)
+        return;
     for (const char *name : {"ap.mdb", "gl.mdb", "config.mdb", "user.mdb"})
         createDatabase(QString::fromLatin1(name));
     exec(QStringLiteral("config.mdb"),
@@ -47,9 +117,16 @@ DataFolder::DataFolder() : m_previous(QDir::currentPath())
              "'Office supplies and postage', 5, 0), (5100, 'Hall rental', null, 5, 0)"));
 }
 
+bool DataFolder::onPostgres()
+{
+    return ::onPostgres();
+}
+
 DataFolder::~DataFolder()
 {
     QDir::setCurrent(m_previous);
+    if (!m_database.isEmpty())
+        onServer(QStringLiteral("drop database if exists %1 with (force)").arg(m_database));
 }
 
 QString DataFolder::file(const QString &name) const
@@ -64,7 +141,7 @@ void DataFolder::createDatabase(const QString &name)
 
 void DataFolder::exec(const QString &fileName, const QString &statement)
 {
-    withConnection(file(fileName), [&](QSqlDatabase &db) {
+    withConnection(m_database, file(fileName), [&](QSqlDatabase &db) {
         QSqlQuery q(db);
         EXPECT_TRUE(q.exec(statement))
             << q.lastError().text().toStdString() << " in " << statement.toStdString();
@@ -74,7 +151,7 @@ void DataFolder::exec(const QString &fileName, const QString &statement)
 QVariant DataFolder::scalar(const QString &fileName, const QString &statement)
 {
     QVariant value;
-    withConnection(file(fileName), [&](QSqlDatabase &db) {
+    withConnection(m_database, file(fileName), [&](QSqlDatabase &db) {
         QSqlQuery q(db);
         EXPECT_TRUE(q.exec(statement)) << q.lastError().text().toStdString();
         if (q.next())
@@ -103,6 +180,11 @@ QString DataFolder::readFile(const QString &name) const
     if (!f.open(QIODevice::ReadOnly))
         return {};
     return QString::fromUtf8(f.readAll());
+}
+
+bool DataFolder::waitForLine(const QString &name, int msecs) const
+{
+    return QTest::qWaitFor([&] { return readFile(name).endsWith('\n'); }, msecs);
 }
 
 void DataFolder::addVendor(int number, const QString &name)

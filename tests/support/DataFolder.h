@@ -6,12 +6,22 @@
 #include <QVariant>
 
 // A company data folder in a temporary directory, made the current folder while it lives.
+// When the tests run on PostgreSQL, the folder's database.ini points at a fresh database of the
+// test server, dropped again at the end.
 // It holds real SQLite files built by the module's own schema: config.mdb with an `ap` settings
 // row (all access levels 0), user.mdb with staff rows, gl.mdb with a few accounts and an empty
 // ap.mdb.
+// Skips a test of what only the SQLite files have (their file locks, write-ahead log and layout
+// history, the sqlite3 program, file contents) when the tests run on PostgreSQL.
+#define SQLITE_FILES_ONLY()                                                                       \
+    if (DataFolder::onPostgres())                                                                 \
+    GTEST_SKIP() << "about the SQLite files themselves; the server engine has its own tests"
+
 class DataFolder {
 public:
-    DataFolder();
+    // A folder with the company's files, or an empty one (on PostgreSQL: an empty database).
+    enum class Start { Company, Empty };
+    explicit DataFolder(Start start = Start::Company);
     ~DataFolder();
     DataFolder(const DataFolder &) = delete;
     DataFolder &operator=(const DataFolder &) = delete;
@@ -28,11 +38,21 @@ public:
     // An executable shell script under that name (the suite's other programs in tests).
     void writeProgram(const QString &name, const QString &script);
     QString readFile(const QString &name) const;
+    // Waits until a started program has written a whole line to the file: a shell's
+    // redirection makes the file before the line is in it.
+    bool waitForLine(const QString &name, int msecs = 5000) const;
 
     // Adds a vendor with the given number and name (other columns empty or zero).
     void addVendor(int number, const QString &name);
 
+    // Whether the tests run on the PostgreSQL engine (the folder then holds database.ini, and
+    // each database file is a schema of a database of the folder's own on the test server).
+    static bool onPostgres();
+    // The folder's database on the test server ("" on the SQLite files).
+    QString serverDatabase() const { return m_database; }
+
 private:
     QTemporaryDir m_dir;
+    QString m_database; // the folder's database on the test server, if any
     QString m_previous;
 };

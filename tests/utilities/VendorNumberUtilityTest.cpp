@@ -25,7 +25,7 @@ protected:
     }
     QString job()
     {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("job.txt")); }, 5000));
+        EXPECT_TRUE(folder.waitForLine("job.txt"));
         return folder.readFile("job.txt").trimmed();
     }
 };

@@ -3,6 +3,7 @@
 #include "DemoError.h"
 
 #include "data/Schema.h"
+#include "data/SqliteDialect.h"
 
 #include <QDir>
 #include <QFile>
@@ -62,7 +63,7 @@ BulkFile::BulkFile(const QDir &folder, const QString &fileName) :
     if (!db.open())
         throw Error(QStringLiteral("Could not open %1: %2").arg(m_path, db.lastError().text()));
     m_open = true;
-    const QString schemaError = Schema::ensure(db, fileName);
+    const QString schemaError = Schema::ensure(db, fileName, SqliteDialect());
     if (!schemaError.isEmpty())
         throw Error(
             QStringLiteral("Could not create the tables of %1: %2").arg(m_path, schemaError));

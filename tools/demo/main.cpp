@@ -1,9 +1,15 @@
 #include "DemoCompany.h"
 #include "DemoError.h"
 
+#include "CompanyCopy.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -51,6 +57,10 @@ int main(int argc, char *argv[])
     parser.addOption({QStringLiteral("year"),
                       QStringLiteral("The books hold last year and this year (the current year)."),
                       QStringLiteral("Y")});
+    parser.addOption({QStringLiteral("postgres"),
+                      QStringLiteral("Put the databases into the PostgreSQL database that "
+                                     "DIR/database.ini names (it must not hold them yet); the "
+                                     "other files go into DIR.")});
     parser.process(app);
     if (parser.positionalArguments().size() != 1) {
         std::fprintf(stderr, "%s", qPrintable(parser.helpText()));
@@ -77,10 +87,32 @@ int main(int argc, char *argv[])
     options.year = int(year);
 
     try {
+        if (!parser.isSet(QStringLiteral("postgres"))) {
+            std::fputs(qPrintable(Demo::describe(Demo::generate(options))), stdout);
+            return 0;
+        }
+        // The files are made as always in a folder of their own, then copied to the server.
+        QTemporaryDir staging;
+        const QString target = options.folder;
+        options.folder = staging.path();
         const Demo::Summary summary = Demo::generate(options);
+        QDir().mkpath(target);
+        for (const QFileInfo &file : QDir(staging.path()).entryInfoList(QDir::Files)) {
+            if (file.suffix().compare(QLatin1String("mdb"), Qt::CaseInsensitive) == 0)
+                continue;
+            const QString copy = QDir(target).filePath(file.fileName());
+            QFile::remove(copy);
+            QFile::copy(file.filePath(), copy);
+        }
+        for (const auto &table : CompanyCopy::copy(staging.path(), target))
+            if (!table.matches())
+                throw Demo::Error(QStringLiteral("The copy of %1 differs.").arg(table.table));
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
+        return 1;
+    } catch (const CompanyCopy::Error &error) {
+        std::fprintf(stderr, "apmaster-demo: %s\n", error.what());
         return 1;
     }
     return 0;

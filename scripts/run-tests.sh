@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Runs the tests of a build folder on both engines: starts a throwaway PostgreSQL server in a
+# folder of its own for the run and removes it afterwards, whatever the outcome.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build}
+timeout=${2:-300}
+server=$(mktemp -d "${TMPDIR:-/tmp}/apmaster-pg.XXXXXX")
+trap 'bash scripts/pg-cluster.sh stop "$server"' EXIT
+bash scripts/pg-cluster.sh start "$server"
+export APMASTER_TEST_POSTGRES_HOST=$server
+ctest --test-dir "$build" -j2 --output-on-failure --timeout "$timeout"

@@ -1,0 +1,221 @@
+#include "data/PostgresDialect.h"
+
+#include "data/Databases.h"
+#include "data/DbError.h"
+
+#include <QRegularExpression>
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace {
+
+int s_probes = 0;
+
+// Every schema change of the module takes this lock first, so that two copies making the same
+// tables take turns.
+const char *schemaLock = "select pg_advisory_xact_lock(7411020)";
+
+void dropConnection(QSqlDatabase &db, const QString &connection)
+{
+    db.close();
+    db = QSqlDatabase();
+    QSqlDatabase::removeDatabase(connection);
+}
+
+// A connection of its own for one question, closed when the scope ends.
+class Probe {
+public:
+    Probe() : m_name(QStringLiteral("apdb-probe-%1").arg(++s_probes)) {}
+    ~Probe()
+    {
+        if (m_db.isValid())
+            dropConnection(m_db, m_name);
+    }
+    Probe(const Probe &) = delete;
+    Probe &operator=(const Probe &) = delete;
+    const QString &name() const { return m_name; }
+    QSqlDatabase &db() { return m_db; }
+
+private:
+    QString m_name;
+    QSqlDatabase m_db;
+};
+
+} // namespace
+
+PostgresDialect::PostgresDialect(EngineSettings settings) : m_settings(std::move(settings)) {}
+
+QString PostgresDialect::map(const QString &statement) const
+{
+    return mapDesktopStatement(statement);
+}
+
+QString PostgresDialect::schemaOf(const QString &fileName)
+{
+    QString schema = fileName.toLower();
+    schema.replace(QLatin1Char('.'), QLatin1Char('_'));
+    return schema;
+}
+
+QString PostgresDialect::placeOf(const QString &fileName) const
+{
+    return QStringLiteral("%1 (schema %2 of the database %3 on %4)")
+        .arg(fileName, schemaOf(fileName), m_settings.database, m_settings.host);
+}
+
+QSqlDatabase PostgresDialect::open(const QString &fileName, const QString &connection,
+                                   int busyMsecs) const
+{
+    if (!m_settings.error.isEmpty())
+        throw DbError(DbError::FileNotFound, m_settings.error);
+    static const QRegularExpression plainName(QStringLiteral("^[a-z_][a-z0-9_]*$"));
+    if (!plainName.match(schemaOf(fileName)).hasMatch())
+        throw DbError(DbError::FileNotFound,
+                      QStringLiteral("Could not find file '%1'.").arg(fileName));
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection);
+    db.setHostName(m_settings.host);
+    db.setPort(m_settings.port);
+    db.setDatabaseName(m_settings.database);
+    if (!m_settings.user.isEmpty())
+        db.setUserName(m_settings.user);
+    db.setConnectOptions(QStringLiteral("connect_timeout=5;application_name=apmaster"));
+    if (!db.open()) {
+        const QString why = db.lastError().text().trimmed();
+        dropConnection(db, connection);
+        throw DbError(DbError::FileNotFound,
+                      QStringLiteral("Could not open file '%1': the database server refused "
+                                     "the connection. %2")
+                          .arg(placeOf(fileName), why));
+    }
+    QSqlQuery q(db);
+    const bool set =
+        q.exec(QStringLiteral("set search_path to %1, public").arg(schemaOf(fileName))) &&
+        q.exec(QStringLiteral("set client_min_messages = warning")) &&
+        q.exec(QStringLiteral("set lock_timeout = %1").arg(busyMsecs));
+    if (!set) {
+        const DbError error = Databases::errorFrom(q.lastError());
+        q = QSqlQuery();
+        dropConnection(db, connection);
+        throw error;
+    }
+    return db;
+}
+
+bool PostgresDialect::schemaExists(QSqlDatabase &db, const QString &fileName) const
+{
+    QSqlQuery q(db);
+    q.prepare(QStringLiteral("select 1 from pg_namespace where nspname = ?"));
+    q.addBindValue(schemaOf(fileName));
+    if (!q.exec())
+        throw Databases::errorFrom(q.lastError());
+    return q.next();
+}
+
+bool PostgresDialect::exists(const QString &fileName) const
+{
+    Probe probe;
+    try {
+        probe.db() = open(fileName, probe.name(), 3000);
+        return schemaExists(probe.db(), fileName);
+    } catch (const DbError &) {
+        return false;
+    }
+}
+
+QSqlDatabase PostgresDialect::connect(const QString &fileName, const QString &connection,
+                                      int busyMsecs, bool first) const
+{
+    QSqlDatabase db = open(fileName, connection, busyMsecs);
+    QString schemaError;
+    try {
+        if (!schemaExists(db, fileName)) {
+            dropConnection(db, connection);
+            throw DbError(DbError::FileNotFound,
+                          QStringLiteral("Could not find file '%1'.").arg(placeOf(fileName)));
+        }
+        // Tables, columns and indexes are checked once per schema, on its first connection.
+        if (first)
+            schemaError = Schema::ensure(db, fileName, *this);
+    } catch (const DbError &) {
+        if (db.isValid())
+            dropConnection(db, connection);
+        throw;
+    }
+    if (!schemaError.isEmpty()) {
+        dropConnection(db, connection);
+        throw DbError(DbError::NotADatabase,
+                      QStringLiteral("The file '%1' could not be prepared: %2")
+                          .arg(placeOf(fileName), schemaError));
+    }
+    return db;
+}
+
+void PostgresDialect::create(const QString &fileName) const
+{
+    Probe probe;
+    probe.db() = open(fileName, probe.name(), 30000);
+    if (schemaExists(probe.db(), fileName))
+        throw DbError(DbError::Generic,
+                      QStringLiteral("The file '%1' is already there; it was left as it is.")
+                          .arg(placeOf(fileName)));
+    const QString error = Schema::ensure(probe.db(), fileName, *this);
+    if (!error.isEmpty())
+        throw DbError(DbError::Generic, QStringLiteral("Could not create the file '%1': %2")
+                                            .arg(placeOf(fileName), error));
+}
+
+QStringList PostgresDialect::beginWrite(bool light, int waitMsecs, int) const
+{
+    QStringList statements{QStringLiteral("begin")};
+    if (waitMsecs >= 0)
+        statements << QStringLiteral("set local lock_timeout = %1").arg(waitMsecs);
+    // Still atomic; only the very last such commits can be lost by a crash of the server.
+    if (light)
+        statements << QStringLiteral("set local synchronous_commit = off");
+    return statements;
+}
+
+QString PostgresDialect::lockRow(const QString &table, const QString &keyColumn) const
+{
+    return QStringLiteral("select %2 from %1 where %2 = ? for update").arg(table, keyColumn);
+}
+
+QString PostgresDialect::columnType(Schema::Kind kind) const
+{
+    using K = Schema::Kind;
+    switch (kind) {
+    case K::Long:
+    case K::Date:
+        return QStringLiteral("bigint");
+    case K::Number:
+        return QStringLiteral("double precision");
+    case K::Text:
+        return QStringLiteral("citext");
+    case K::Memo:
+        return QStringLiteral("text");
+    case K::Currency:
+        return QStringLiteral("numeric(19,4)");
+    }
+    return QStringLiteral("text");
+}
+
+QStringList PostgresDialect::indexNames(QSqlDatabase &db) const
+{
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    QStringList names;
+    if (!q.exec(QStringLiteral("select indexname from pg_indexes where schemaname = "
+                               "current_schema()")))
+        return names;
+    while (q.next())
+        names << q.value(0).toString();
+    return names;
+}
+
+QStringList PostgresDialect::beginSchemaChange(const QString &fileName) const
+{
+    // The schema and the citext type are made in the same transaction as the tables.
+    return {QStringLiteral("begin"), QLatin1String(schemaLock),
+            QStringLiteral("create extension if not exists citext schema public"),
+            QStringLiteral("create schema if not exists %1").arg(schemaOf(fileName))};
+}

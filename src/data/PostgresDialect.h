@@ -1,0 +1,48 @@
+#pragma once
+
+#include "data/Dialect.h"
+#include "data/EngineSettings.h"
+
+// The server engine for shared offices: one PostgreSQL database holds the company; each
+// database file the module names is a schema of it ("ap.mdb" is the schema ap_mdb). Text
+// columns are citext, so that they compare and order without regard to case as the SQLite
+// files do (the database is made with the C locale, so that only ASCII letters fold and
+// everything else orders by code point); money is numeric with four decimals. A write locks
+// the rows it edits, not the whole database.
+class PostgresDialect : public Dialect {
+public:
+    explicit PostgresDialect(EngineSettings settings);
+
+    QString name() const override { return QStringLiteral("PostgreSQL"); }
+    QString map(const QString &statement) const override;
+
+    QString placeOf(const QString &fileName) const override;
+    bool exists(const QString &fileName) const override;
+    QSqlDatabase connect(const QString &fileName, const QString &connection, int busyMsecs,
+                         bool first) const override;
+    void create(const QString &fileName) const override;
+
+    QStringList beginWrite(bool light, int waitMsecs, int busyMsecs) const override;
+    QStringList afterWrite(bool, int, int) const override { return {}; }
+    QString lockRow(const QString &table, const QString &keyColumn) const override;
+    QString rowIdColumn() const override { return QStringLiteral("ctid"); }
+    QStringList passStart() const override { return {}; }
+    QStringList passEnd() const override { return {}; }
+
+    QString columnType(Schema::Kind kind) const override;
+    QStringList indexNames(QSqlDatabase &db) const override;
+    QStringList beginSchemaChange(const QString &fileName) const override;
+    bool hasCaseSensitiveTables() const override { return false; }
+    QStringList afterRebuild() const override { return {}; }
+
+    // The schema that holds the database of that file name ("ap.mdb" is ap_mdb).
+    static QString schemaOf(const QString &fileName);
+
+private:
+    // A connection to the server's database with the file's schema first on the search path
+    // (and public, where the citext type lives). Throws DbError when the server refuses.
+    QSqlDatabase open(const QString &fileName, const QString &connection, int busyMsecs) const;
+    bool schemaExists(QSqlDatabase &db, const QString &fileName) const;
+
+    EngineSettings m_settings;
+};
