@@ -119,8 +119,13 @@ ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dat
     const QString source = QFileInfo(sourceFolder).absoluteFilePath();
     const QString data = QFileInfo(dataFolder).absoluteFilePath();
     const QStringList files = accessFiles(source);
-    for (const QString &name : files)
-        checkSource(QDir(source).filePath(name));
+    for (const QString &name : files) {
+        try {
+            checkSource(QDir(source).filePath(name));
+        } catch (const ImportError &e) {
+            throw ImportError(e.message() + QStringLiteral(" Nothing was imported."));
+        }
+    }
     checkDataFolder(data);
 
     const bool madeFolder = !QFileInfo::exists(data);

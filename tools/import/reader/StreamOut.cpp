@@ -2,21 +2,29 @@
 
 #include <cstring>
 
+#include <unistd.h>
+
 namespace {
 char buffer[1 << 16];
 
-void putLittleEndian(std::uint64_t v, int bytes)
+} // namespace
+
+void StreamOut::putLittleEndian(std::uint64_t v, int bytes)
 {
     unsigned char out[8];
     for (int i = 0; i < bytes; ++i)
         out[i] = static_cast<unsigned char>(v >> (8 * i));
-    std::fwrite(out, 1, static_cast<std::size_t>(bytes), stdout);
+    put(out, static_cast<std::size_t>(bytes));
 }
-} // namespace
 
 StreamOut::StreamOut()
 {
-    std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
+    // The library prints some of its warnings on standard output: the stream gets the real
+    // standard output to itself, and whatever else is printed there goes to standard error.
+    const int streamFd = ::dup(STDOUT_FILENO);
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    m_out = ::fdopen(streamFd, "wb");
+    std::setvbuf(m_out, buffer, _IOFBF, sizeof buffer);
 }
 
 void StreamOut::u32(std::uint32_t v)

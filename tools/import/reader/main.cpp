@@ -233,10 +233,22 @@ private:
 
     void ole(unsigned i)
     {
+        // The object's own length comes first; a damaged file gives fewer bytes than it says.
+        const auto stated = static_cast<std::size_t>(
+            littleEndian(m_mdb->pg_buf + m_fields[i].start, 4) & 0x3fffffff);
         size_t size = 0;
         void *data = mdb_ole_read_full(m_mdb, column(i), &size);
+        if (!data)
+            size = 0;
+        if (size != stated) {
+            std::free(data);
+            throw Failure{"table '" + std::string(m_table->name) + "', column '" +
+                          std::string(column(i)->name) + "': an object of " +
+                          std::to_string(stated) + " bytes gave " + std::to_string(size) +
+                          ": the file is damaged"};
+        }
         m_out.tag(P::bytesValue);
-        m_out.bytes(data, data ? size : 0);
+        m_out.bytes(data, size);
         std::free(data);
     }
 
