@@ -88,9 +88,9 @@ TEST_F(AccessFiles, ColumnNamesAndTypesAreKept)
                     "'Discount'")
                   .toString(),
               QStringLiteral("DOUBLE"));
-    EXPECT_EQ(nwind("select type from pragma_table_info('Employees') where name = 'Photo'")
-                  .toString(),
-              QStringLiteral("BLOB"));
+    EXPECT_EQ(
+        nwind("select type from pragma_table_info('Employees') where name = 'Photo'").toString(),
+        QStringLiteral("BLOB"));
 }
 
 TEST_F(AccessFiles, CurrencyIsExactToFourDecimals)
@@ -135,8 +135,10 @@ TEST_F(AccessFiles, MemoTextIsWhole)
     importSample("nwind.mdb");
     const QString notes = nwind("select Notes from Employees where EmployeeID = 2").toString();
     EXPECT_EQ(notes.size(), 448);
-    EXPECT_TRUE(notes.startsWith("Andrew received his BTS commercial in 1974")) << notes.toStdString();
-    EXPECT_TRUE(notes.endsWith("and the Pacific Rim Importers Association.")) << notes.toStdString();
+    EXPECT_TRUE(notes.startsWith("Andrew received his BTS commercial in 1974"))
+        << notes.toStdString();
+    EXPECT_TRUE(notes.endsWith("and the Pacific Rim Importers Association."))
+        << notes.toStdString();
 }
 
 TEST_F(AccessFiles, OleObjectsAreKeptWhole)
@@ -172,8 +174,7 @@ TEST_F(AccessFiles, JetFourTextAndMemoAreDecoded)
 {
     importSample("DateTestDatabase.mdb");
     EXPECT_EQ(dates("select count(*) from DateTest").toInt(), 6);
-    EXPECT_EQ(dates("select ShortTextCol from DateTest where IDCol = 2").toString(),
-              "Year 1999");
+    EXPECT_EQ(dates("select ShortTextCol from DateTest where IDCol = 2").toString(), "Year 1999");
     EXPECT_EQ(dates("select LongTextCol from DateTest where IDCol = 6").toString(),
               "New line\r\nin field");
     EXPECT_EQ(dates("select type from pragma_table_info('DateTest') where name = 'LongTextCol'")

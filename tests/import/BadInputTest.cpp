@@ -42,8 +42,8 @@ TEST(BadInput, ATruncatedFileIsNamedAndNothingIsMade)
     QElapsedTimer timer;
     timer.start();
     const QString message = fixture.run(20);
-    EXPECT_TRUE(message.startsWith("The import stopped at '" + fixture.sourceFile("ap.mdb") +
-                                   "': "))
+    EXPECT_TRUE(
+        message.startsWith("The import stopped at '" + fixture.sourceFile("ap.mdb") + "': "))
         << message.toStdString();
     EXPECT_TRUE(message.contains("damaged")) << message.toStdString();
     EXPECT_EQ(fixture.dataEntries().join(","), noFolder);

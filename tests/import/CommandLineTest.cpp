@@ -46,7 +46,8 @@ TEST(CommandLine, AFailureIsSaidOnStandardErrorWithExitCodeOne)
     ImportFixture fixture;
     const Outcome outcome = runImport({fixture.source(), fixture.data()});
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_TRUE(outcome.err.contains("holds no Access database files")) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.contains("holds no Access database files"))
+        << outcome.err.toStdString();
 }
 
 TEST(CommandLine, WrongArgumentsShowTheUsage)

@@ -22,8 +22,7 @@ INSTANTIATE_TEST_SUITE_P(
     JetValues, StoredDates,
     ::testing::Values(DateCase{0.0, "1899-12-30 00:00:00"}, DateCase{1.5, "1899-12-31 12:00:00"},
                       // Before the epoch the day counts back and the time stays forward.
-                      DateCase{-1.25, "1899-12-29 06:00:00"},
-                      DateCase{-0.5, "1899-12-30 12:00:00"},
+                      DateCase{-1.25, "1899-12-29 06:00:00"}, DateCase{-0.5, "1899-12-30 12:00:00"},
                       DateCase{2.0, "1900-01-01 00:00:00"},
                       DateCase{45292.75, "2024-01-01 18:00:00"},
                       DateCase{2958465.999988426, "9999-12-31 23:59:59"},

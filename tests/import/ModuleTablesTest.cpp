@@ -25,8 +25,18 @@ StreamBuilder apFile()
              {"vendytd", P::Currency},
              {"VendBal60", P::Double},
              {"Region", P::Text}})
-        .row().integer(1001).str("Acme Supply").money(12345678).real(10.00004).str("")
-        .row().integer(1002).str("Bolt & Nut").money(-5000).real(0.33335).null()
+        .row()
+        .integer(1001)
+        .str("Acme Supply")
+        .money(12345678)
+        .real(10.00004)
+        .str("")
+        .row()
+        .integer(1002)
+        .str("Bolt & Nut")
+        .money(-5000)
+        .real(0.33335)
+        .null()
         .end(2);
     s.table("Invoices", 3,
             {{"vendnumber", P::LongInteger},
@@ -34,9 +44,24 @@ StreamBuilder apFile()
              {"InvDate", P::DateTime},
              {"invduedate", P::LongInteger},
              {"invamount", P::Double}})
-        .row().integer(1001).str("A-1").date(45292.0).integer(20240131).real(12.34567)
-        .row().integer(1001).str("A-2").date(-1.25).integer(0).real(0.5)
-        .row().integer(1002).str("B-1").null().null().null()
+        .row()
+        .integer(1001)
+        .str("A-1")
+        .date(45292.0)
+        .integer(20240131)
+        .real(12.34567)
+        .row()
+        .integer(1001)
+        .str("A-2")
+        .date(-1.25)
+        .integer(0)
+        .real(0.5)
+        .row()
+        .integer(1002)
+        .str("B-1")
+        .null()
+        .null()
+        .null()
         .end(3);
     s.table("Old Notes", 1, {{"Note", P::Text}}).row().str("kept as it is").end(1);
     return s;
@@ -52,8 +77,9 @@ TEST(ModuleTables, TablesAndColumnsAreMatchedWithoutRegardToCase)
     EXPECT_EQ(fixture.scalar("ap.mdb", "select vendname from vendors where vendnumber = 1001"),
               QVariant("Acme Supply"));
     EXPECT_EQ(fixture.scalar("ap.mdb", "select count(*) from invoices").toInt(), 3);
-    EXPECT_EQ(fixture.scalar("ap.mdb", "select count(*) from sqlite_master where name = "
-                                       "'VENDORS' collate binary")
+    EXPECT_EQ(fixture
+                  .scalar("ap.mdb", "select count(*) from sqlite_master where name = "
+                                    "'VENDORS' collate binary")
                   .toInt(),
               0);
 }
@@ -79,8 +105,9 @@ TEST(ModuleTables, ModuleTablesGetTheModulesTypesAndIndexes)
     EXPECT_TRUE(fixture.scalar("ap.mdb", "select sql from sqlite_master where name = 'vendors'")
                     .toString()
                     .contains("vendname TEXT COLLATE NOCASE"));
-    EXPECT_EQ(fixture.scalar("ap.mdb", "select count(*) from sqlite_master where type = 'index' "
-                                       "and name in ('ix_vendors_name', 'ix_invoices_number')")
+    EXPECT_EQ(fixture
+                  .scalar("ap.mdb", "select count(*) from sqlite_master where type = 'index' "
+                                    "and name in ('ix_vendors_name', 'ix_invoices_number')")
                   .toInt(),
               2);
     // A column of a module table that the module does not know is kept with its own type.
@@ -149,9 +176,9 @@ TEST(ModuleTables, MoneyIsRoundedToFourDecimalsAndTotalled)
         fixture.column("ap.mdb", "select invamount from invoices order by rowid");
     EXPECT_EQ(amounts[0].toDouble(), 12.3457);
     EXPECT_EQ(amounts[1].toDouble(), 0.5);
-    EXPECT_EQ(fixture.scalar("ap.mdb", "select vendytd from vendors where vendnumber = 1001")
-                  .toDouble(),
-              1234.5678);
+    EXPECT_EQ(
+        fixture.scalar("ap.mdb", "select vendytd from vendors where vendnumber = 1001").toDouble(),
+        1234.5678);
     EXPECT_EQ(fixture.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 1001")
                   .toDouble(),
               10.0);
@@ -168,15 +195,17 @@ TEST(ModuleTables, NullAndEmptyTextStayApart)
     fixture.writeSource("ap.mdb", jetHeader());
     fixture.useStream(apFile().endOfFile().bytes());
     ASSERT_EQ(fixture.run(), QString());
-    EXPECT_EQ(fixture.scalar("ap.mdb", "select Region is null from vendors where vendnumber = "
-                                       "1001")
+    EXPECT_EQ(fixture
+                  .scalar("ap.mdb", "select Region is null from vendors where vendnumber = "
+                                    "1001")
                   .toInt(),
               0);
-    EXPECT_EQ(fixture.scalar("ap.mdb", "select Region = '' from vendors where vendnumber = 1001")
-                  .toInt(),
-              1);
-    EXPECT_EQ(fixture.scalar("ap.mdb", "select Region is null from vendors where vendnumber = "
-                                       "1002")
+    EXPECT_EQ(
+        fixture.scalar("ap.mdb", "select Region = '' from vendors where vendnumber = 1001").toInt(),
+        1);
+    EXPECT_EQ(fixture
+                  .scalar("ap.mdb", "select Region is null from vendors where vendnumber = "
+                                    "1002")
                   .toInt(),
               1);
 }
@@ -187,7 +216,11 @@ TEST(ModuleTables, TheUserFieldDescriptionsOfTheFileReplaceTheNewTablesEmptyRow)
     fixture.writeSource("emp.mdb", jetHeader());
     StreamBuilder s;
     s.table("MiscInfo", 1, {{"miscid", P::LongInteger}, {"miscdesc1", P::Text}})
-        .row().integer(7).str("Shirt size").end(1).endOfFile();
+        .row()
+        .integer(7)
+        .str("Shirt size")
+        .end(1)
+        .endOfFile();
     fixture.useStream(s.bytes());
     ASSERT_EQ(fixture.run(), QString());
     EXPECT_EQ(fixture.scalar("emp.mdb", "select count(*) from miscinfo").toInt(), 1);
@@ -201,9 +234,14 @@ TEST(ModuleTables, AValueThatIsNotADateStopsTheImportAndIsNamed)
     fixture.writeSource("ap.mdb", jetHeader());
     StreamBuilder s;
     s.table("invoices", 2, {{"vendnumber", P::LongInteger}, {"invdate", P::Text}})
-        .row().integer(1001).str("20240131")
-        .row().integer(1002).str("2024-13-45")
-        .end(2).endOfFile();
+        .row()
+        .integer(1001)
+        .str("20240131")
+        .row()
+        .integer(1002)
+        .str("2024-13-45")
+        .end(2)
+        .endOfFile();
     fixture.useStream(s.bytes());
     const QString message = fixture.run();
     EXPECT_TRUE(message.contains("table 'invoices', column 'invdate', row 2 (vendnumber '1002'): "
@@ -220,8 +258,11 @@ TEST(ModuleTables, ACalendarDateThatDoesNotExistIsRefused)
     fixture.writeSource("ap.mdb", jetHeader());
     StreamBuilder s;
     s.table("checks", 1, {{"chknum", P::LongInteger}, {"chkdate", P::LongInteger}})
-        .row().integer(501).integer(20230229)
-        .end(1).endOfFile();
+        .row()
+        .integer(501)
+        .integer(20230229)
+        .end(1)
+        .endOfFile();
     fixture.useStream(s.bytes());
     const QString message = fixture.run();
     EXPECT_TRUE(message.contains("column 'chkdate', row 1 (chknum '501'): the value "
@@ -235,9 +276,26 @@ TEST(ModuleTables, TextInAMoneyColumnIsRefused)
     fixture.writeSource("ap.mdb", jetHeader());
     StreamBuilder s;
     s.table("vendors", 1, {{"vendnumber", P::LongInteger}, {"vendytd", P::Text}})
-        .row().integer(9).str("twelve")
-        .end(1).endOfFile();
+        .row()
+        .integer(9)
+        .str("twelve")
+        .end(1)
+        .endOfFile();
     fixture.useStream(s.bytes());
     EXPECT_TRUE(fixture.run().contains("column 'vendytd', row 1 (vendnumber '9'): the value "
                                        "'twelve' cannot be kept, as it is not a number"));
+}
+
+TEST(ModuleTables, AFileNameInCapitalsIsTheModulesFileToo)
+{
+    ImportFixture fixture;
+    fixture.writeSource("AP.MDB", jetHeader());
+    fixture.useStream(apFile().endOfFile().bytes());
+    ASSERT_EQ(fixture.run(), QString());
+    EXPECT_EQ(fixture.dataEntries().join(","), "AP.MDB,import.log");
+    EXPECT_EQ(fixture
+                  .scalar("AP.MDB", "select type from pragma_table_info('invoices') where "
+                                    "name = 'invdate'")
+                  .toString(),
+              "INTEGER");
 }

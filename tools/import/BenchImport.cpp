@@ -1,4 +1,4 @@
-// apmaster-bench-import [--rows N] [--folder SOURCE]
+// apmaster-bench-import [--rows N] [--table NAME] [--folder SOURCE]
 // Times the import. With --folder: the Access files of SOURCE through the real reader. Without:
 // N generated invoices (100,000 unless given) of the module's `invoices` table, handed to the
 // import as the reader's stream by a stand-in reader (no program here writes Jet files), which
@@ -52,7 +52,7 @@ public:
 };
 
 // Invoices as an office keeps them: a stored date, amounts in Currency, a few split lines.
-QByteArray invoiceStream(int rows)
+QByteArray invoiceStream(int rows, const QByteArray &table)
 {
     struct Col {
         const char *name;
@@ -65,7 +65,7 @@ QByteArray invoiceStream(int rows)
                         {"splitgl1", P::Double},        {"splitamt1", P::Currency}};
     Stream s;
     s.tag(P::tableTag);
-    s.text("invoices");
+    s.text(table);
     s.u32(quint32(rows));
     s.u32(std::size(cols));
     for (const Col &c : cols) {
@@ -122,6 +122,11 @@ int main(int argc, char **argv)
     const qsizetype rowsAt = args.indexOf(QStringLiteral("--rows"));
     const qsizetype folderAt = args.indexOf(QStringLiteral("--folder"));
     const int rows = rowsAt > 0 ? args.value(rowsAt + 1).toInt() : 100000;
+    // --table NAME: the rows go into a table of that name (one the module does not know: no
+    // indexes) instead of the module's invoices.
+    const qsizetype tableAt = args.indexOf(QStringLiteral("--table"));
+    const QByteArray table =
+        tableAt > 0 ? args.value(tableAt + 1).toUtf8() : QByteArrayLiteral("invoices");
     QTemporaryDir work;
     CompanyImport::Options options;
     options.readerProgram =
@@ -137,7 +142,7 @@ int main(int argc, char **argv)
         header.replace(4, 15, "Standard Jet DB");
         write(QDir(source).filePath(QStringLiteral("ap.mdb")), header);
         const QString stream = work.filePath(QStringLiteral("stream.bin"));
-        write(stream, invoiceStream(rows));
+        write(stream, invoiceStream(rows, table));
         options.readerProgram = work.filePath(QStringLiteral("reader.sh"));
         write(options.readerProgram, "#!/bin/sh\nexec cat '" + stream.toUtf8() + "'\n", true);
     }

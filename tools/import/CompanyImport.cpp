@@ -40,11 +40,11 @@ void checkSource(const QString &path)
     if (kind == QLatin1String("jet"))
         return;
     if (kind == QLatin1String("unreadable"))
-        throw ImportError(QStringLiteral("The file '%1' cannot be read (no permission?).")
-                              .arg(path));
+        throw ImportError(
+            QStringLiteral("The file '%1' cannot be read (no permission?).").arg(path));
     if (kind == QLatin1String("empty"))
-        throw ImportError(QStringLiteral("The file '%1' is empty: it holds no Access database.")
-                              .arg(path));
+        throw ImportError(
+            QStringLiteral("The file '%1' is empty: it holds no Access database.").arg(path));
     if (kind == QLatin1String("ace"))
         throw ImportError(QStringLiteral("The file '%1' is an Access 2007 or later database; "
                                          "the import reads Access 97 to 2003 files (Jet 3 and "
@@ -144,22 +144,22 @@ ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dat
             for (const QString &name : files) {
                 const QString path = QDir(source).filePath(name);
                 summary.files.push_back(FileSummary{name, {}});
-                FileImport fileImport(
-                    name, destination, summary.files.back(),
-                    [this, name](const QString &table, qint64 rows, qint64 of) {
-                        if (m_options.progress)
-                            m_options.progress(QStringLiteral("%1: %2, %3 of %4 rows")
-                                                   .arg(name, table)
-                                                   .arg(rows)
-                                                   .arg(of));
-                    });
+                FileImport fileImport(name, destination, summary.files.back(),
+                                      [this, name](const QString &table, qint64 rows, qint64 of) {
+                                          if (m_options.progress)
+                                              m_options.progress(
+                                                  QStringLiteral("%1: %2, %3 of %4 rows")
+                                                      .arg(name, table)
+                                                      .arg(rows)
+                                                      .arg(of));
+                                      });
                 destination.beginFile(name);
                 try {
                     AccessReader(m_options.readerProgram, timeLimitFor(path))
                         .read(path, fileImport);
                 } catch (const ImportError &e) {
-                    throw ImportError(QStringLiteral("The import stopped at '%1': %2.")
-                                          .arg(path, e.message()));
+                    throw ImportError(
+                        QStringLiteral("The import stopped at '%1': %2.").arg(path, e.message()));
                 }
                 destination.endFile();
                 flushToDisk(QDir(work.path()).filePath(name));
@@ -182,8 +182,8 @@ ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dat
     }
     QFile log(QDir(data).filePath(logName()));
     if (log.open(QIODevice::Append | QIODevice::Text))
-        log.write((QDateTime::currentDateTime().toString(Qt::ISODate) + QLatin1Char(' ') +
-                   summary.text())
-                      .toUtf8());
+        log.write(
+            (QDateTime::currentDateTime().toString(Qt::ISODate) + QLatin1Char(' ') + summary.text())
+                .toUtf8());
     return summary;
 }

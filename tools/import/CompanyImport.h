@@ -14,8 +14,8 @@
 class CompanyImport {
 public:
     struct Options {
-        QString readerProgram;  // the Access reader (apmaster-mdb-reader)
-        int timeLimitSecs = 0;  // per file; 0: worked out from the file's size
+        QString readerProgram; // the Access reader (apmaster-mdb-reader)
+        int timeLimitSecs = 0; // per file; 0: worked out from the file's size
         std::function<void(const QString &line)> progress; // one line per step
     };
     explicit CompanyImport(Options options) : m_options(std::move(options)) {}

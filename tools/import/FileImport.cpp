@@ -65,8 +65,8 @@ void FileImport::row(const SourceRow &row)
         if (c.timeDropped)
             ++m_timesDropped[i];
         if (column.money && !c.value.isNull())
-            m_moneyRead[i] += row[i].tag == 'M' ? row[i].integer
-                                                : tenThousandths(c.value.toDouble());
+            m_moneyRead[i] +=
+                row[i].tag == 'M' ? row[i].integer : tenThousandths(c.value.toDouble());
         m_values[qsizetype(i)] = c.value;
     }
     m_destination.insert(m_values);

@@ -31,8 +31,8 @@ TablePlan planFor(const QString &fileName, const SourceTable &table)
                 col.moduleKind = c.kind;
             }
         }
-        col.money = col.moduleKind ? *col.moduleKind == Schema::Kind::Currency
-                                   : source.type == P::Currency;
+        col.money =
+            col.moduleKind ? *col.moduleKind == Schema::Kind::Currency : source.type == P::Currency;
         plan.columns.push_back(col);
     }
     if (known && !known->columns.empty()) {

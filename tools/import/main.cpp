@@ -61,11 +61,10 @@ int main(int argc, char **argv)
         if (terminal)
             std::fputs("\n", stderr);
         std::fputs(summary.text().toLocal8Bit().constData(), stdout);
-        std::printf("The summary is also in %s.\n",
-                    QDir(QFileInfo(args[1]).absoluteFilePath())
-                        .filePath(CompanyImport::logName())
-                        .toLocal8Bit()
-                        .constData());
+        std::printf("The summary is also in %s.\n", QDir(QFileInfo(args[1]).absoluteFilePath())
+                                                        .filePath(CompanyImport::logName())
+                                                        .toLocal8Bit()
+                                                        .constData());
         return 0;
     } catch (const ImportError &e) {
         if (terminal)

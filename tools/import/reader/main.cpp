@@ -72,8 +72,7 @@ std::string textOf(MdbHandle *mdb, const MdbColumn *col, const MdbField &field)
 {
     std::size_t bytes = static_cast<std::size_t>(col->col_size);
     if (col->col_type == P::Memo && field.siz >= 4)
-        bytes = static_cast<std::size_t>(
-            littleEndian(mdb->pg_buf + field.start, 4) & 0x00ffffff);
+        bytes = static_cast<std::size_t>(littleEndian(mdb->pg_buf + field.start, 4) & 0x00ffffff);
     bytes = std::max<std::size_t>(bytes, static_cast<std::size_t>(field.siz));
     mdb_set_bind_size(mdb, std::max<std::size_t>(MDB_BIND_SIZE, bytes * 3 + 16));
     char *text = mdb_col_to_string(mdb, mdb->pg_buf, field.start, col->col_type, field.siz);
@@ -126,8 +125,8 @@ public:
         }
         // A damaged file can end a table early without an error: its own count tells.
         if (rows != m_table->num_rows)
-            throw Failure{"table '" + std::string(m_table->name) + "': " +
-                          std::to_string(rows) + " rows could be read, the table counts " +
+            throw Failure{"table '" + std::string(m_table->name) + "': " + std::to_string(rows) +
+                          " rows could be read, the table counts " +
                           std::to_string(m_table->num_rows) + ": the file is damaged"};
         m_out.tag(P::endOfTableTag);
         m_out.u32(rows);
