@@ -174,3 +174,25 @@ TEST(BadInput, AFailureInTheSecondFileUndoesTheFirst)
         << message.toStdString();
     EXPECT_EQ(fixture.dataEntries().join(","), noFolder);
 }
+
+TEST(BadInput, AReaderThatSendsRowsWithoutEndIsStoppedAtTheTimeLimit)
+{
+    ImportFixture fixture;
+    fixture.writeSource("ap.mdb", jetHeader());
+    // A table of one column, then rows of an empty value for ever.
+    const QByteArray head =
+        StreamBuilder().table("looping", 1, {{"note", ReaderProtocol::Text}}).bytes();
+    const QString headFile = fixture.sourceFile("head.bin");
+    QFile f(headFile);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(head);
+    f.close();
+    fixture.useReaderScript(QStringLiteral("cat '%1'; yes RN | tr -d '\\n'").arg(headFile));
+    QElapsedTimer timer;
+    timer.start();
+    const QString message = fixture.run(2);
+    EXPECT_TRUE(message.contains("reading it did not end within 2 seconds"))
+        << message.toStdString();
+    EXPECT_LT(timer.elapsed(), 20000);
+    EXPECT_EQ(fixture.dataEntries().join(","), noFolder);
+}

@@ -35,11 +35,12 @@ void AccessReader::read(const QString &path, SourceSink &sink) const
     ReaderStream stream(sink);
     const QDeadlineTimer deadline(qint64(m_timeLimitSecs) * 1000);
     while (!stream.finished()) {
+        // Checked on every turn: a reader caught in a loop may send rows without end.
+        if (deadline.hasExpired())
+            throw ImportError(QStringLiteral("reading it did not end within %1 seconds, so "
+                                             "it was stopped: the file is probably damaged")
+                                  .arg(m_timeLimitSecs));
         if (process.bytesAvailable() == 0) {
-            if (deadline.hasExpired())
-                throw ImportError(QStringLiteral("reading it did not end within %1 seconds, so "
-                                                 "it was stopped: the file is probably damaged")
-                                      .arg(m_timeLimitSecs));
             if (process.state() == QProcess::NotRunning) {
                 // Whatever is left came before the end.
                 stream.feed(process.readAllStandardOutput());
