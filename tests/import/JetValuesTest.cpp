@@ -2,11 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace {
 struct DateCase {
     double stored;
     const char *expected; // "" when out of range
 };
+
+// Named by the stored value, so that the test names stay the same from run to run.
+void PrintTo(const DateCase &c, std::ostream *os)
+{
+    *os << c.stored;
+}
 
 class StoredDates : public ::testing::TestWithParam<DateCase> {};
 } // namespace
