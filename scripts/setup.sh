@@ -8,6 +8,7 @@ packages=(
   googletest libgtest-dev libgmock-dev libsqlite3-dev
   xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils sqlite3 fonts-dejavu-core
   postgresql postgresql-client
+  libmdb3 mdbtools-dev libglib2.0-dev
 )
 missing=()
 for p in "${packages[@]}"; do

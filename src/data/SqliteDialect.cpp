@@ -38,7 +38,9 @@ DbError foreignFile(const QString &path)
     if (kind == "Standard Jet DB" || kind == "Standard ACE DB")
         return {DbError::NotADatabase,
                 QStringLiteral("The file '%1' is a Microsoft Access database. This module keeps "
-                               "its data in SQLite files; the file was left as it is.")
+                               "its data in SQLite files; the file was left as it is. To move "
+                               "a company's Access files in, run: apmaster-import "
+                               "SOURCE_FOLDER DATA_FOLDER")
                     .arg(path)};
     return {DbError::NotADatabase,
             QStringLiteral("The file '%1' is not a database this module can read; the file was "

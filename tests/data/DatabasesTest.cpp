@@ -53,6 +53,8 @@ TEST(Databases, AnAccessFileIsNamedInTheMessageAndLeftUntouched)
         EXPECT_EQ(errorCodeOpening(dbs, "ap.mdb", &text), DbError::NotADatabase);
         EXPECT_TRUE(text.contains(folder.file("ap.mdb"))) << text.toStdString();
         EXPECT_TRUE(text.contains("Microsoft Access"));
+        EXPECT_TRUE(text.contains("run: apmaster-import SOURCE_FOLDER DATA_FOLDER"))
+            << text.toStdString();
         EXPECT_EQ(folder.readFile("ap.mdb").toLatin1(), before);
     }
 }

@@ -18,3 +18,11 @@ QString searched(const QString &relative);
     if ((path).isEmpty())                                                                          \
     GTEST_SKIP() << "shared test file " << QString(relative).toStdString() << " not found in "     \
                  << SharedTestData::searched(QString(relative)).toStdString()
+
+// Fails the test, naming the file and where it was looked for, when the file is absent: for
+// tests whose whole point is the shared file, so that a checkout without it cannot pass them.
+#define FAIL_WITHOUT_SHARED_FILE(path, relative)                                                   \
+    if ((path).isEmpty())                                                                          \
+    GTEST_FAIL() << "shared test file " << QString(relative).toStdString() << " not found in "     \
+                 << SharedTestData::searched(QString(relative)).toStdString()                      \
+                 << " (set APMASTER_TESTDATA to the folder that holds access/)"

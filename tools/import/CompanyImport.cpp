@@ -1,0 +1,189 @@
+#include "CompanyImport.h"
+
+#include "AccessReader.h"
+#include "FileImport.h"
+#include "ImportError.h"
+#include "SqliteDestination.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+// What the first bytes of a file say it is.
+QString kindOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("unreadable");
+    const QByteArray head = file.read(32);
+    if (head.isEmpty())
+        return QStringLiteral("empty");
+    const QByteArray kind = head.mid(4, 15);
+    if (kind == "Standard Jet DB")
+        return QStringLiteral("jet");
+    if (kind == "Standard ACE DB")
+        return QStringLiteral("ace");
+    if (head.startsWith("SQLite format 3"))
+        return QStringLiteral("sqlite");
+    return QStringLiteral("other");
+}
+
+void checkSource(const QString &path)
+{
+    const QString kind = kindOf(path);
+    if (kind == QLatin1String("jet"))
+        return;
+    if (kind == QLatin1String("unreadable"))
+        throw ImportError(
+            QStringLiteral("The file '%1' cannot be read (no permission?).").arg(path));
+    if (kind == QLatin1String("empty"))
+        throw ImportError(
+            QStringLiteral("The file '%1' is empty: it holds no Access database.").arg(path));
+    if (kind == QLatin1String("ace"))
+        throw ImportError(QStringLiteral("The file '%1' is an Access 2007 or later database; "
+                                         "the import reads Access 97 to 2003 files (Jet 3 and "
+                                         "Jet 4). Save it in the Access 2002-2003 format first.")
+                              .arg(path));
+    if (kind == QLatin1String("sqlite"))
+        throw ImportError(QStringLiteral("The file '%1' is already an SQLite database of the "
+                                         "module, not an Access file; copy it as it is.")
+                              .arg(path));
+    throw ImportError(
+        QStringLiteral("The file '%1' is not an Access database (its first bytes say otherwise).")
+            .arg(path));
+}
+
+// The finished file reaches the disk before it is moved into place.
+void flushToDisk(const QString &path)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY);
+    if (fd >= 0) {
+        ::fsync(fd);
+        ::close(fd);
+    }
+}
+} // namespace
+
+QStringList CompanyImport::accessFiles(const QString &sourceFolder) const
+{
+    const QFileInfo info(sourceFolder);
+    if (!info.isDir())
+        throw ImportError(QStringLiteral("The folder '%1' does not exist.").arg(sourceFolder));
+    QStringList files;
+    const QStringList entries =
+        QDir(sourceFolder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    for (const QString &name : entries)
+        if (name.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive))
+            files << name;
+    if (files.isEmpty())
+        throw ImportError(QStringLiteral("The folder '%1' holds no Access database files "
+                                         "(*.mdb); nothing was imported.")
+                              .arg(sourceFolder));
+    return files;
+}
+
+void CompanyImport::checkDataFolder(const QString &dataFolder) const
+{
+    const QFileInfo info(dataFolder);
+    if (info.exists() && !info.isDir())
+        throw ImportError(QStringLiteral("'%1' is a file, not a folder.").arg(dataFolder));
+    if (!info.exists())
+        return;
+    QStringList company;
+    for (const QString &name : QDir(dataFolder).entryList(QDir::Files | QDir::Hidden))
+        if (name.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive))
+            company << name;
+    if (!company.isEmpty())
+        throw ImportError(QStringLiteral("The folder '%1' already holds a company (%2). The "
+                                         "import writes only into a new or empty data folder; "
+                                         "nothing was changed.")
+                              .arg(dataFolder, company.join(QStringLiteral(", "))));
+}
+
+int CompanyImport::timeLimitFor(const QString &path) const
+{
+    if (m_options.timeLimitSecs > 0)
+        return m_options.timeLimitSecs;
+    // A minute, and ten seconds more for each MB: far above what a sound file takes.
+    return 60 + int(QFileInfo(path).size() / (1024 * 1024)) * 10;
+}
+
+ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dataFolder)
+{
+    const QString source = QFileInfo(sourceFolder).absoluteFilePath();
+    const QString data = QFileInfo(dataFolder).absoluteFilePath();
+    const QStringList files = accessFiles(source);
+    for (const QString &name : files) {
+        try {
+            checkSource(QDir(source).filePath(name));
+        } catch (const ImportError &e) {
+            throw ImportError(e.message() + QStringLiteral(" Nothing was imported."));
+        }
+    }
+    checkDataFolder(data);
+
+    const bool madeFolder = !QFileInfo::exists(data);
+    if (madeFolder && !QDir().mkpath(data))
+        throw ImportError(QStringLiteral("The folder '%1' could not be made.").arg(data));
+    ImportSummary summary;
+    summary.source = source;
+    summary.destination = data;
+    try {
+        QTemporaryDir work(QDir(data).filePath(QStringLiteral(".apmaster-import-XXXXXX")));
+        if (!work.isValid())
+            throw ImportError(QStringLiteral("No work folder could be made in '%1': %2")
+                                  .arg(data, work.errorString()));
+        {
+            SqliteDestination destination(work.path());
+            for (const QString &name : files) {
+                const QString path = QDir(source).filePath(name);
+                summary.files.push_back(FileSummary{name, {}});
+                FileImport fileImport(name, destination, summary.files.back(),
+                                      [this, name](const QString &table, qint64 rows, qint64 of) {
+                                          if (m_options.progress)
+                                              m_options.progress(
+                                                  QStringLiteral("%1: %2, %3 of %4 rows")
+                                                      .arg(name, table)
+                                                      .arg(rows)
+                                                      .arg(of));
+                                      });
+                destination.beginFile(name);
+                try {
+                    AccessReader(m_options.readerProgram, timeLimitFor(path))
+                        .read(path, fileImport);
+                } catch (const ImportError &e) {
+                    throw ImportError(
+                        QStringLiteral("The import stopped at '%1': %2.").arg(path, e.message()));
+                }
+                destination.endFile();
+                flushToDisk(QDir(work.path()).filePath(name));
+            }
+        }
+        for (const QString &name : files) {
+            if (!QFile::rename(QDir(work.path()).filePath(name), QDir(data).filePath(name)))
+                throw ImportError(
+                    QStringLiteral("The finished file '%1' could not be moved into '%2'.")
+                        .arg(name, data));
+        }
+    } catch (const ImportError &e) {
+        // Files already moved are taken out again: the folder is left as it was.
+        for (const QString &name : files)
+            if (QFileInfo::exists(QDir(data).filePath(name)))
+                QFile::remove(QDir(data).filePath(name));
+        if (madeFolder)
+            QDir().rmdir(data);
+        throw ImportError(e.message() + QStringLiteral(" Nothing was written to '%1'.").arg(data));
+    }
+    QFile log(QDir(data).filePath(logName()));
+    if (log.open(QIODevice::Append | QIODevice::Text))
+        log.write(
+            (QDateTime::currentDateTime().toString(Qt::ISODate) + QLatin1Char(' ') + summary.text())
+                .toUtf8());
+    return summary;
+}

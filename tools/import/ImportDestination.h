@@ -1,0 +1,23 @@
+#pragma once
+
+#include "TablePlan.h"
+
+#include <QString>
+#include <QVariantList>
+
+// Where the converted tables go. SqliteDestination writes the module's SQLite files; a
+// PostgreSQL destination (a schema per data folder) is meant to implement the same calls once
+// the module can run on that engine. Failures are thrown as ImportError.
+class ImportDestination {
+public:
+    virtual ~ImportDestination() = default;
+    // A new database of that file name ("ap.mdb"), with the module's tables when it knows them.
+    virtual void beginFile(const QString &fileName) = 0;
+    virtual void beginTable(const TablePlan &plan) = 0;
+    virtual void insert(const QVariantList &values) = 0;
+    virtual void endTable() = 0;
+    // What the current table holds, read back after endTable().
+    virtual qint64 rowCount() = 0;
+    virtual double columnTotal(const QString &column) = 0;
+    virtual void endFile() = 0;
+};
