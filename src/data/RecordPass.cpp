@@ -16,9 +16,7 @@ RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_
     for (const QString &statement : m_dbs.dialect().passStart())
         setup.exec(statement);
     // Neither a light commit nor a wait of its own is asked for: one statement begins.
-    m_begin = prepare(m_dbs.dialect().beginWrite(false, -1, m_dbs.busyTimeoutMsecs()).front());
-    m_commit = prepare(QStringLiteral("commit"));
-    m_rollback = prepare(QStringLiteral("rollback"));
+    m_begin = m_dbs.dialect().beginWrite(false, -1, m_dbs.busyTimeoutMsecs()).front();
     m_sinceRest.start();
 }
 
@@ -51,12 +49,16 @@ void RecordPass::writeRecord(QSqlQuery &write, const std::vector<QVariant> &valu
         QThread::msleep(2);
         m_sinceRest.restart();
     }
-    exec(m_begin, {});
+    // Transaction statements are run as they are: the server engine prepares no such statement.
+    QSqlQuery control(m_dbs.open(m_fileName));
+    if (!control.exec(m_begin))
+        throw Databases::errorFrom(control.lastError(), m_begin);
     try {
         exec(write, values);
-        exec(m_commit, {});
+        if (!control.exec(QStringLiteral("commit")))
+            throw Databases::errorFrom(control.lastError(), QStringLiteral("commit"));
     } catch (const DbError &) {
-        m_rollback.exec(); // lets go of the write lock whatever happened
+        control.exec(QStringLiteral("rollback")); // lets go of the write lock whatever happened
         throw;
     }
 }

@@ -43,7 +43,5 @@ private:
     Databases &m_dbs;
     QString m_fileName;
     QElapsedTimer m_sinceRest;
-    QSqlQuery m_begin;
-    QSqlQuery m_commit;
-    QSqlQuery m_rollback;
+    QString m_begin; // the statement that opens each record's transaction
 };

@@ -89,7 +89,7 @@ TEST_F(StaffRecordsTest, ApostropheInNameDoesNotChangeTheStatement)
 
 TEST_F(StaffRecordsTest, MissingStaffFileIsAnErrorAndNothingIsCreated)
 {
-    QFile::remove(folder.file("user.mdb"));
+    folder.removeDatabase("user.mdb");
     session.userName = "ANNE";
     EXPECT_THROW(staff.writeLocation(), DbError);
     EXPECT_FALSE(QFile::exists(folder.file("user.mdb")));

@@ -151,7 +151,7 @@ TEST_F(StartupTest, NullAccessLevelEndsTheProgram)
 
 TEST_F(StartupTest, MissingConfigDatabaseEndsTheProgram)
 {
-    QFile::remove(folder.file("config.mdb"));
+    folder.removeDatabase("config.mdb");
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
     EXPECT_TRUE(module.dialogs.last()->text.contains("config.mdb"));
     EXPECT_FALSE(QFile::exists(folder.file("config.mdb")));
@@ -286,7 +286,7 @@ TEST_F(StartupTest, StepsRunInOrder)
 
 TEST_F(StartupTest, MissingApDatabaseShowsTheEngineErrorAndEnds)
 {
-    QFile::remove(folder.file("ap.mdb"));
+    folder.removeDatabase("ap.mdb");
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
     EXPECT_TRUE(module.dialogs.last()->text.contains("ap.mdb"));
     EXPECT_FALSE(QFile::exists(folder.file("ap.mdb")));
@@ -294,7 +294,7 @@ TEST_F(StartupTest, MissingApDatabaseShowsTheEngineErrorAndEnds)
 
 TEST_F(StartupTest, EmptyApFileIsRefusedByNameAndLeftEmpty)
 {
-    QFile::remove(folder.file("ap.mdb"));
+    folder.removeDatabase("ap.mdb");
     folder.writeFile("ap.mdb", "");
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
     ASSERT_EQ(module.dialogs.count(), 1);
@@ -308,7 +308,7 @@ TEST_F(StartupTest, EmptyApFileIsRefusedByNameAndLeftEmpty)
 
 TEST_F(StartupTest, FailedStartAfterTheLocationWasWrittenPutsTheUserBack)
 {
-    QFile::remove(folder.file("gl.mdb"));
+    folder.removeDatabase("gl.mdb");
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
     EXPECT_EQ(staffLocation(), "A/P Master");
 }
@@ -328,7 +328,7 @@ TEST_F(StartupTest, AccessFileInPlaceOfGlIsNamedAndLeftAlone)
 {
     const QString sample = SharedTestData::find("access/DateTestDatabase.mdb");
     SKIP_WITHOUT_SHARED_FILE(sample, "access/DateTestDatabase.mdb");
-    QFile::remove(folder.file("gl.mdb"));
+    folder.removeDatabase("gl.mdb");
     ASSERT_TRUE(QFile::copy(sample, folder.file("gl.mdb")));
     const QByteArray before = folder.readFile("gl.mdb").toLatin1();
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
@@ -490,7 +490,7 @@ TEST_F(StartupTest, ClosingStepsRunInOrderAndLetGoOfEveryDatabase)
 TEST_F(StartupTest, ClosingGoesOnWhenTheStaffFileIsGone)
 {
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
-    QFile::remove(folder.file("user.mdb"));
+    folder.removeDatabase("user.mdb");
     LogCapture log;
     module.window->close();
     EXPECT_EQ(log.lines("vendor.closing").filter("step 7").size(), 1);

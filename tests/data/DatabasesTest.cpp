@@ -44,7 +44,7 @@ TEST(Databases, AnAccessFileIsNamedInTheMessageAndLeftUntouched)
         const QString path = SharedTestData::find(relative);
         SKIP_WITHOUT_SHARED_FILE(path, relative);
         DataFolder folder;
-        QFile::remove(folder.file("ap.mdb"));
+        folder.removeDatabase("ap.mdb");
         ASSERT_TRUE(QFile::copy(path, folder.file("ap.mdb")));
         QFile::setPermissions(folder.file("ap.mdb"), QFile::ReadOwner | QFile::WriteOwner);
         const QByteArray before = folder.readFile("ap.mdb").toLatin1();
@@ -119,7 +119,7 @@ TEST(Databases, MissingColumnsAreAddedToAnOlderFile)
 {
     SQLITE_FILES_ONLY();
     DataFolder folder;
-    QFile::remove(folder.file("ar.mdb"));
+    folder.removeDatabase("ar.mdb");
     folder.writeFile("ar.mdb", "");
     folder.exec("ar.mdb", "create table ar0 (aracctnum DOUBLE)");
     folder.exec("ar.mdb", "insert into ar0 values (4000)");

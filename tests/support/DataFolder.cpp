@@ -139,6 +139,21 @@ void DataFolder::createDatabase(const QString &name)
     ASSERT_NO_THROW(Databases::create(name));
 }
 
+void DataFolder::removeDatabase(const QString &name)
+{
+    if (m_database.isEmpty()) {
+        QFile::remove(file(name));
+        return;
+    }
+    QString schema = name.toLower();
+    schema.replace(QLatin1Char('.'), QLatin1Char('_'));
+    withConnection(m_database, QString(), [&](QSqlDatabase &db) {
+        QSqlQuery q(db);
+        EXPECT_TRUE(q.exec(QStringLiteral("drop schema %1 cascade").arg(schema)))
+            << q.lastError().text().toStdString();
+    });
+}
+
 void DataFolder::exec(const QString &fileName, const QString &statement)
 {
     withConnection(m_database, file(fileName), [&](QSqlDatabase &db) {

@@ -31,6 +31,8 @@ public:
 
     // An empty database file with the module's tables.
     void createDatabase(const QString &name);
+    // Takes a database away: the file, or on PostgreSQL its schema.
+    void removeDatabase(const QString &name);
     // Runs a statement on a file through a connection of the test's own, closed afterwards.
     void exec(const QString &fileName, const QString &statement);
     QVariant scalar(const QString &fileName, const QString &statement);

@@ -142,6 +142,7 @@ TEST_F(BalanceRecalculationTest, EachVendorIsShownInTheStatusLineAsItIsRecalcula
 
 TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoRecordsOfEitherPass)
 {
+    SQLITE_FILES_ONLY();
     for (int at : {2, 6}) {
         RecordingProgress progress;
         QString otherError = "not run";

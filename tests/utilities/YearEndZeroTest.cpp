@@ -62,6 +62,7 @@ TEST_F(YearEndZeroTest, WithoutVendorsTheStatusLineKeepsZeroing)
 // one record at a time.
 TEST_F(YearEndZeroTest, AnotherUserWritesBetweenTwoRecordsWithoutWaiting)
 {
+    SQLITE_FILES_ONLY();
     RecordingProgress progress;
     QString otherError = "not run";
     progress.at = 2;
@@ -95,6 +96,7 @@ TEST_F(YearEndZeroTest, AnotherUserWritesBetweenTwoRecordsWithoutWaiting)
 // A vendor another program is writing is zeroed in its turn, once that program lets go.
 TEST_F(YearEndZeroTest, AVendorHeldByAnotherProgramIsZeroedWhenItLetsGo)
 {
+    SQLITE_FILES_ONLY();
     QProcess holder;
     holder.setWorkingDirectory(folder.path());
     holder.start("sqlite3", {"ap.mdb"});

@@ -134,6 +134,7 @@ namespace {
 // all the same, and only the totals stamp (written again by the next display) is left out.
 TEST_F(VendorDisplayTest, AVendorIsShownWhileAnotherProgramHoldsTheWriteLock)
 {
+    SQLITE_FILES_ONLY();
     QProcess holder;
     holder.setWorkingDirectory(folder.path());
     holder.start("sqlite3", {"ap.mdb"});

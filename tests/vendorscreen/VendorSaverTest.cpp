@@ -243,6 +243,7 @@ TEST_F(TwoUsers, BrowsingByAnotherUserIsNotAnEdit)
 
 TEST_F(TwoUsers, RecordHeldByAnotherWriterIsRetriedThenReported)
 {
+    SQLITE_FILES_ONLY();
     lookup(0, "100");
     c().cmdmodify->click();
     c().Text1[7]->setText("222-222-2222");
@@ -275,6 +276,7 @@ TEST_F(TwoUsers, RecordHeldByAnotherWriterIsRetriedThenReported)
 
 TEST_F(TwoUsers, RetryBudgetIsSharedByEverySaveWhileTheWindowIsOpen)
 {
+    SQLITE_FILES_ONLY();
     module.window->state().saveRetryCount = 20;
     lookup(0, "100");
     c().cmdmodify->click();
@@ -296,6 +298,7 @@ TEST_F(TwoUsers, RetryBudgetIsSharedByEverySaveWhileTheWindowIsOpen)
 
 TEST_F(TwoUsers, LockReleasedDuringTheRetriesLetsTheSaveThrough)
 {
+    SQLITE_FILES_ONLY();
     lookup(0, "100");
     c().cmdmodify->click();
     c().Text1[7]->setText("333-333-3333");
@@ -438,6 +441,7 @@ TEST_F(TwoUsersNotes, NewVendorDoesNotTakeOverNotesLeftUnderItsNumber)
 
 TEST_F(TwoUsers, SaveWaitingForAnotherUserShowsItsTriesAndKeepsTheWindowPainted)
 {
+    SQLITE_FILES_ONLY();
     lookup(0, "100");
     c().cmdmodify->click();
     c().Text1[7]->setText("444-444-4444");
