@@ -7,6 +7,7 @@ packages=(
   libgl-dev
   googletest libgtest-dev libgmock-dev libsqlite3-dev
   xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils sqlite3 fonts-dejavu-core
+  dpkg-dev file lintian desktop-file-utils appstream
 )
 missing=()
 for p in "${packages[@]}"; do
