@@ -18,11 +18,12 @@ set(CPACK_PACKAGE_NAME apmaster)
 set(CPACK_PACKAGE_VENDOR "Velmora Data")
 set(CPACK_PACKAGE_CONTACT "Velmora Data <support@velmora.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "vendor module of Velmora Office Accounting")
-set(CPACK_PACKAGE_DESCRIPTION
-  "A/P Master keeps the accounts-payable vendor file of a membership organisation: vendors, "
-  "their invoices, checks, split G/L detail, notes and user-defined fields, the vendor reports "
-  "and the year-end 1099 forms. The package holds the module, the sign-in launcher with its "
-  "desktop entry, the demo company generator and the 1099 system layouts.")
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
+  "A/P Master keeps the accounts-payable vendor file of a membership\n"
+  "organisation: vendors, their invoices, checks, split G/L detail, notes and\n"
+  "user-defined fields, the vendor reports and the year-end 1099 forms.\n"
+  "The package holds the module, the sign-in launcher with its desktop entry,\n"
+  "the demo company generator and the 1099 system layouts.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
