@@ -24,7 +24,7 @@ xdotool key --window "$launcher" Tab
 sleep 0.5
 xdotool key --window "$launcher" Tab Down
 sleep 0.4
-import -window root "$out/launcher.png"
+import -window "$launcher" "$out/launcher.png"
 xdotool key --window "$launcher" alt+s
 module=$(wait_window "DEMO @ Vendors")
 sleep 0.8

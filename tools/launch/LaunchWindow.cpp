@@ -30,8 +30,10 @@ LaunchWindow::LaunchWindow(LaunchServices services, QWidget *parent) :
     auto *folderRow = new QHBoxLayout;
     folderRow->addWidget(m_folderEdit, 1);
     folderRow->addWidget(m_browse);
+    auto *folderLabel = new QLabel(tr("Company &data folder:"), this);
+    folderLabel->setBuddy(m_folderEdit);
     auto *form = new QFormLayout;
-    form->addRow(tr("Company &data folder:"), folderRow);
+    form->addRow(folderLabel, folderRow);
     form->addRow(tr("S&taff:"), m_staffList);
     auto *buttons = new QDialogButtonBox(this);
     buttons->addButton(m_signIn, QDialogButtonBox::AcceptRole);
