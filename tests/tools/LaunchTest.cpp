@@ -17,9 +17,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
-#include <memory>
 
 namespace {
 
@@ -217,7 +217,8 @@ TEST_F(LaunchTest, AFolderWithoutAStaffListIsNamedAndNotRemembered)
     QDir().mkpath(empty);
     auto window = launcher(QStringLiteral("somebody"), fakeModule(), empty);
     browse(*window);
-    EXPECT_EQ(status(*window), QStringLiteral("There is no staff list (user.mdb) in %1.").arg(empty));
+    EXPECT_EQ(status(*window),
+              QStringLiteral("There is no staff list (user.mdb) in %1.").arg(empty));
     EXPECT_FALSE(signInButton(*window)->isEnabled());
     EXPECT_TRUE(listed(*window).isEmpty());
     EXPECT_EQ(m_settings.value(LaunchWindow::folderKey()).toString(), demoFolder());
@@ -251,8 +252,8 @@ std::vector<std::string> folderContents(const QString &folder)
             file.open(QIODevice::ReadOnly)
                 ? QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256).toHex()
                 : QByteArray("unreadable");
-        contents.push_back((QDir(folder).relativeFilePath(it.filePath()) + " " + digest)
-                               .toStdString());
+        contents.push_back(
+            (QDir(folder).relativeFilePath(it.filePath()) + " " + digest).toStdString());
     }
     std::sort(contents.begin(), contents.end());
     return contents;

@@ -37,9 +37,9 @@ TEST(SystemLayouts, TheShippedFilesLoadWithoutAMessage)
     for (const auto &[name, lastIndex] : files) {
         FakeDialogs dialogs;
         FormLayout layout;
-        EXPECT_EQ(layout.loadText(QString::fromLatin1(name), shipped(QString::fromLatin1(name)),
-                                  dialogs),
-                  FormLayout::Outcome::Loaded)
+        EXPECT_EQ(
+            layout.loadText(QString::fromLatin1(name), shipped(QString::fromLatin1(name)), dialogs),
+            FormLayout::Outcome::Loaded)
             << name;
         EXPECT_EQ(dialogs.count(), 0) << name;
         EXPECT_EQ(layout.lastIndex, lastIndex) << name;
@@ -50,8 +50,7 @@ TEST(SystemLayouts, TheNecSystemCopyLeavesThePayersLinesToBeFilledIn)
 {
     FakeDialogs dialogs;
     FormLayout layout;
-    layout.loadText(QStringLiteral("1099nec.lof"), shipped(QStringLiteral("1099nec.lof")),
-                    dialogs);
+    layout.loadText(QStringLiteral("1099nec.lof"), shipped(QStringLiteral("1099nec.lof")), dialogs);
     EXPECT_EQ(layout.text[0], QStringLiteral("SYSTEM NEC"));
     EXPECT_EQ(layout.text[2], QStringLiteral("PAYER'S NAME"));
     EXPECT_EQ(layout.text[6], QStringLiteral("TELEPHONE"));

@@ -139,8 +139,8 @@ std::vector<Layout> all(int year)
 
 std::vector<Layout> system()
 {
-    const QStringList payer = {"PAYER'S NAME", "PAYER'S STREET ADDRESS", "",
-                               "CITY   STATE   ZIP", "TELEPHONE"};
+    const QStringList payer = {"PAYER'S NAME", "PAYER'S STREET ADDRESS", "", "CITY   STATE   ZIP",
+                               "TELEPHONE"};
     return {misc("SYSTEM MISC"), interest("SYSTEM INT"), div("SYSTEM DIV"),
             nec("SYSTEM NEC", payer)};
 }

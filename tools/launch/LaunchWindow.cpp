@@ -2,8 +2,8 @@
 
 #include "SignIn.h"
 
-#include <QDir>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -100,8 +100,8 @@ void LaunchWindow::showStaff(const StaffListing &listing, const QString &folder)
     }
     m_staffList->setEnabled(choosing);
     if (choosing) {
-        const auto matches =
-            login ? m_staffList->findItems(login->name, Qt::MatchExactly) : QList<QListWidgetItem *>{};
+        const auto matches = login ? m_staffList->findItems(login->name, Qt::MatchExactly)
+                                   : QList<QListWidgetItem *>{};
         m_staffList->setCurrentRow(matches.isEmpty() ? 0 : m_staffList->row(matches.first()));
         m_signIn->setEnabled(!m_staff.empty());
         tell(m_staff.empty() ? tr("The staff list of this company is empty.")

@@ -38,8 +38,9 @@ StaffListing read(const QString &dataFolder)
 {
     const QString path = QDir(dataFolder).absoluteFilePath(QStringLiteral("user.mdb"));
     if (!QFileInfo(path).isFile())
-        return {{}, QStringLiteral("There is no staff list (user.mdb) in %1.")
-                        .arg(QDir::toNativeSeparators(QDir(dataFolder).absolutePath()))};
+        return {{},
+                QStringLiteral("There is no staff list (user.mdb) in %1.")
+                    .arg(QDir::toNativeSeparators(QDir(dataFolder).absolutePath()))};
     // A connection of its own, gone again before the module starts.
     const QString connection = QStringLiteral("launcher-staff-%1").arg(quintptr(&path));
     StaffListing listing;

@@ -67,8 +67,7 @@ int main(int argc, char *argv[])
     services.loginName = SignIn::desktopLoginName();
     services.modulePath = parser.isSet("module") ? parser.value("module") : defaultModule();
     services.chooseFolder = [](QWidget *parent, const QString &start) {
-        return QFileDialog::getExistingDirectory(parent, QObject::tr("Company data folder"),
-                                                 start);
+        return QFileDialog::getExistingDirectory(parent, QObject::tr("Company data folder"), start);
     };
     LaunchWindow window(services);
     QObject::connect(&window, &LaunchWindow::finished, app.get(), &QCoreApplication::quit);
