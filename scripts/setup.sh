@@ -9,6 +9,7 @@ packages=(
   xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils sqlite3 fonts-dejavu-core
   postgresql postgresql-client
   libmdb3 mdbtools-dev libglib2.0-dev
+  dpkg-dev file lintian desktop-file-utils appstream
 )
 missing=()
 for p in "${packages[@]}"; do

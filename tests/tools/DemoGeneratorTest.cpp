@@ -182,7 +182,8 @@ TEST_F(DemoCompanyTest, WritesEveryDatabaseFileAsSqliteWithTheModulesTables)
             << qPrintable(name) << " left an unfinished write-ahead log";
     }
     for (const char *other :
-         {"1099misc.lof", "1099int.lof", "1099div.lof", "1099nec.lof", "vendor1.txt"})
+         {"1099misc.lof", "1099int.lof", "1099div.lof", "1099nec.lof", "vendor1.txt",
+          "stafflist.dat"})
         EXPECT_TRUE(QFile::exists(path(QString::fromLatin1(other)))) << other;
 }
 

@@ -6,6 +6,8 @@
 // --make-nec N first makes the N lowest-numbered vendors 1099-NEC vendors with $1,000.00 of
 // purchases and every other NEC vendor one without a 1099, so that exactly N forms print (it
 // changes the company: use it on a generated one).
+#include "BenchUsage.h"
+
 #include "app/ModuleAssembly.h"
 #include "common/Dialogs.h"
 #include "common/StatusLine.h"
@@ -62,6 +64,11 @@ long residentKb(const char *field)
 
 int main(int argc, char *argv[])
 {
+    if (answeredHelpOrVersion(argc, argv, "apmaster-bench-forms", "DATA_FOLDER [--make-nec N]",
+                              "Times a 1099-NEC run to PDF on a company's data folder; "
+                              "--make-nec N first sets it up so that exactly N forms print "
+                              "(it changes the company)."))
+        return 0;
     setvbuf(stdout, nullptr, _IOLBF, 0);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -61,7 +61,9 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Times the vendor window's invoice and check lists on a data folder."));
+    QCoreApplication::setApplicationVersion(QStringLiteral(APMASTER_VERSION));
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("The data folder."));
     parser.addOption({QStringLiteral("runs"), QStringLiteral("Runs of each step (7)."),
                       QStringLiteral("N"), QStringLiteral("7")});

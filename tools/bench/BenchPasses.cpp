@@ -3,6 +3,7 @@
 // year-end zero of the YTD totals. It changes the company: use it on a generated one.
 //
 //   apmaster-bench-passes DATA_FOLDER [YEAR]
+#include "BenchUsage.h"
 #include "app/ModuleAssembly.h"
 #include "common/Dialogs.h"
 #include "common/PassProgress.h"
@@ -139,6 +140,10 @@ void row(const char *what, double pass, double bare, double set)
 
 int main(int argc, char *argv[])
 {
+    if (answeredHelpOrVersion(argc, argv, "apmaster-bench-passes", "DATA_FOLDER [YEAR]",
+                              "Times the year-end zero and the recalculation of YEAR (2025) on "
+                              "a company's data folder, beside the same work run bare."))
+        return 0;
     setvbuf(stdout, nullptr, _IOLBF, 0);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -3,6 +3,7 @@
 // Start-up to the lookup panel, each lookup method from Go to the first vendor shown, Next and
 // Previous near the start, deep into the result and at its end, a walk over the whole vendor
 // file and back with the memory it leaves, and Save of an ordinary and of the busiest vendor.
+#include "BenchUsage.h"
 #include "ScriptedDialogs.h"
 #include "StepTimer.h"
 
@@ -44,6 +45,10 @@ double msSince(const QElapsedTimer &timer)
 
 int main(int argc, char *argv[])
 {
+    if (answeredHelpOrVersion(argc, argv, "apmaster-bench-vendor", "[DATA_FOLDER [RUNS]]",
+                              "Times the vendor screen's steps on a company's data folder (the "
+                              "current folder without one), RUNS times each (7)."))
+        return 0;
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);

@@ -68,6 +68,7 @@ Summary generate(const Options &options)
     summary.ap = writeAp(folder, options.vendors, invoices, busiest, options.seed, Calendar(year));
     summary.files << Layouts::write(folder, year);
     summary.files << writeVendorHelp(folder);
+    summary.files << writeStaffChoice(folder);
     summary.seconds = double(timer.elapsed()) / 1000.0;
     return summary;
 }

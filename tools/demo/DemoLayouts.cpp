@@ -32,9 +32,9 @@ void addBoxes(std::vector<LayoutElement> &e, const QStringList &boxes)
         e.push_back({boxes.at(i), i % 2 == 0 ? 3.85 : 5.3, 0.55 + 0.45 * (i / 2)});
 }
 
-Layout misc(int year)
+Layout misc(const QString &caption)
 {
-    Layout l{"1099misc.lof", QStringLiteral("%1 MISC").arg(year), 0.25, 0.3, 5.5, 0, {}};
+    Layout l{"1099misc.lof", caption, 0.25, 0.3, 5.5, 0, {}};
     addBoxes(l.elements,
              {"Box 1 Rents", "Box 2 Royalties", "Box 3 Other income",
               "Box 4 Federal income tax withheld", "Box 5 Fishing boat proceeds",
@@ -49,9 +49,9 @@ Layout misc(int year)
     return l;
 }
 
-Layout div(int year)
+Layout div(const QString &caption)
 {
-    Layout l{"1099div.lof", QStringLiteral("%1 DIV").arg(year), 0.25, 0.3, 5.5, 0, {}};
+    Layout l{"1099div.lof", caption, 0.25, 0.3, 5.5, 0, {}};
     addBoxes(l.elements,
              {"Box 1a Total ordinary dividends", "Box 1b Qualified dividends",
               "Box 2a Total capital gain distr.", "Box 2b Unrecap. Sec. 1250 gain",
@@ -67,9 +67,9 @@ Layout div(int year)
 }
 
 // Three forms to a page: everything within 3.6 inches of the form's top.
-Layout interest(int year)
+Layout interest(const QString &caption)
 {
-    Layout l{"1099int.lof", QStringLiteral("%1 INT").arg(year), 0.25, 0.3, 3.66, 0, {}};
+    Layout l{"1099int.lof", caption, 0.25, 0.3, 3.66, 0, {}};
     auto &e = l.elements;
     e.push_back({"Box 1 Interest income", 3.85, 0.45});
     e.push_back({"Box 2 Early withdrawal penalty", 3.85, 0.85});
@@ -89,18 +89,15 @@ Layout interest(int year)
 }
 
 // The NEC run prints elements 2 to 8 with the layout's own texts, so they carry the payer's
-// name, address and telephone, upper case like the rest of the form.
-Layout nec(int year)
+// name, address and telephone (five lines), upper case like the rest of the form.
+Layout nec(const QString &caption, const QStringList &payer)
 {
-    const Company &c = organisation();
-    Layout l{"1099nec.lof", QStringLiteral("%1 NEC").arg(year), 0.25, 0.25, 3.66, 0, {}};
+    Layout l{"1099nec.lof", caption, 0.25, 0.25, 3.66, 0, {}};
     auto &e = l.elements;
     e.push_back({"Box 1 Nonemployee compensation", 3.85, 0.75});
-    e.push_back({c.name.toUpper(), 0.2, 0.3});
-    e.push_back({c.addr1.toUpper(), 0.2, 0.44});
-    e.push_back({c.addr2.toUpper(), 0.2, 0.58});
-    e.push_back({(c.city + "   " + c.state + "   " + c.zip).toUpper(), 0.2, 0.72});
-    e.push_back({c.phone, 0.2, 0.86});
+    const double lineY[] = {0.3, 0.44, 0.58, 0.72, 0.86};
+    for (int line = 0; line < 5; ++line)
+        e.push_back({payer.value(line), 0.2, lineY[line]});
     e.push_back({none, 5.55, 1.2});  // box 2, direct sales: left blank
     e.push_back({none, 3.85, 1.65}); // box 4, federal income tax withheld: left blank
     e.push_back({"Payer's TIN", 0.2, 1.25});
@@ -130,7 +127,22 @@ namespace Layouts {
 
 std::vector<Layout> all(int year)
 {
-    return {misc(year), interest(year), div(year), nec(year)};
+    const Company &c = organisation();
+    const QStringList payer = {c.name.toUpper(), c.addr1.toUpper(), c.addr2.toUpper(),
+                               (c.city + "   " + c.state + "   " + c.zip).toUpper(), c.phone};
+    const auto caption = [year](const char *form) {
+        return QStringLiteral("%1 %2").arg(year).arg(QLatin1String(form));
+    };
+    return {misc(caption("MISC")), interest(caption("INT")), div(caption("DIV")),
+            nec(caption("NEC"), payer)};
+}
+
+std::vector<Layout> system()
+{
+    const QStringList payer = {"PAYER'S NAME", "PAYER'S STREET ADDRESS", "", "CITY   STATE   ZIP",
+                               "TELEPHONE"};
+    return {misc("SYSTEM MISC"), interest("SYSTEM INT"), div("SYSTEM DIV"),
+            nec("SYSTEM NEC", payer)};
 }
 
 QString text(const Layout &layout)
@@ -180,6 +192,15 @@ QString writeVendorHelp(const QDir &folder)
             "invoice to see how it was split over G/L accounts.\n"
             "\n"
             "1099 types: 0 none, 1 1099-MISC, 2 1099-INT, 3 1099-DIV, 5 1099-NEC.\n"));
+    return name;
+}
+
+QString writeStaffChoice(const QDir &folder)
+{
+    const QString name = QStringLiteral("stafflist.dat");
+    writeText(folder.absoluteFilePath(name),
+              QStringLiteral("While this file is here, the A/P Master sign-in launcher lets the "
+                             "user choose any name of the staff list.\n"));
     return name;
 }
 

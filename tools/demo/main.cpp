@@ -35,12 +35,14 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("apmaster-demo"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(APMASTER_VERSION));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Writes a demo company's data folder for A/P Master: the database files, the 1099 "
         "layouts and the vendor help text. The same arguments give the same data."));
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("DIR"),
                                  QStringLiteral("The data folder; created when missing."));
     parser.addOption({QStringLiteral("vendors"), QStringLiteral("Number of vendors (300)."),

@@ -37,6 +37,18 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     QStringList args = app.arguments().mid(1);
+    if (args.contains(QStringLiteral("--help")) || args.contains(QStringLiteral("-h"))) {
+        std::fputs("Usage: apmaster-import SOURCE_FOLDER DATA_FOLDER [--time-limit SECONDS]\n"
+                   "Converts the Access files (*.mdb) of SOURCE_FOLDER into the module's files "
+                   "of\nthe same names in DATA_FOLDER, a new or empty folder, and prints a "
+                   "summary.\n",
+                   stdout);
+        return 0;
+    }
+    if (args.contains(QStringLiteral("--version"))) {
+        std::printf("apmaster-import %s\n", APMASTER_VERSION);
+        return 0;
+    }
     CompanyImport::Options options;
     options.readerProgram = readerProgram();
     const qsizetype limit = args.indexOf(QStringLiteral("--time-limit"));

@@ -9,12 +9,14 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("apmaster-pgcopy"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(APMASTER_VERSION));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Copies a company from the SQLite files of SOURCE_FOLDER into the PostgreSQL database "
         "named by TARGET_FOLDER/database.ini, then compares the rows and money totals of both "
         "sides. The source files are only read."));
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("SOURCE_FOLDER"),
                                  QStringLiteral("The data folder with the SQLite files."));
     parser.addPositionalArgument(QStringLiteral("TARGET_FOLDER"),

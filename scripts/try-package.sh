@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Tries the installed package as a new user would: a fresh home folder, the demo company made
+# by apmaster-demo, the launcher started with its desktop entry's command under a virtual
+# display, sign-in as DEMO and a vendor found by name. Saves docs/launcher.png and
+# docs/launched-vendor.png (or into the folder given).
+#   sudo apt install ./build/apmaster_21.12_amd64.deb && bash scripts/try-package.sh [OUT_DIR]
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+out=$(realpath -m "${1:-$here/docs}")
+entry=/usr/share/applications/com.velmora.apmaster.desktop
+[ -f "$entry" ] || { echo "The package is not installed ($entry is missing)." >&2; exit 1; }
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+mkdir -m 700 "$home/run"
+export HOME=$home XDG_CONFIG_HOME=$home/.config XDG_RUNTIME_DIR=$home/run
+apmaster-demo "$home/velmora-demo" >/dev/null
+command=$(sed -n 's/^Exec=//p' "$entry")
+mkdir -p "$out"
+xvfb-run -a -s "-screen 0 1100x800x24" \
+  bash "$here/scripts/try-package-scene.sh" "$home/velmora-demo" "$out" "$command"
+echo "$out/launcher.png $out/launched-vendor.png"
