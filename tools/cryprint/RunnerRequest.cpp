@@ -10,7 +10,7 @@ const QString marker = QStringLiteral("Crystal");
 
 bool readTwips(const QString &value, int &twips)
 {
-    static const QRegularExpression digits(QStringLiteral("^[0-9]{1,9}$"));
+    static const QRegularExpression digits(QStringLiteral("^-?[0-9]{1,9}$"));
     if (!digits.match(value).hasMatch())
         return false;
     twips = value.toInt();

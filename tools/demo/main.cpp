@@ -1,5 +1,6 @@
 #include "DemoCompany.h"
 #include "DemoError.h"
+#include "DemoRunner.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -79,6 +80,9 @@ int main(int argc, char *argv[])
     try {
         const Demo::Summary summary = Demo::generate(options);
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
+        std::fputs(qPrintable(Demo::placeReportRunner(summary.folder,
+                                                      QCoreApplication::applicationDirPath())),
+                   stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;
