@@ -25,8 +25,9 @@ TEST(ReportDefinitionTest, EveryReportTheModuleCanRequestIsShippedAndReads)
         const auto def =
             ReportDefinition::load(dir.filePath(QString::fromLatin1(name) + ".rpt"), error);
         EXPECT_TRUE(def) << name << ": " << error.toStdString();
-        if (def)
+        if (def) {
             EXPECT_FALSE(def->title.isEmpty()) << name;
+        }
     }
 }
 
@@ -94,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadDefinition{"MissingJoin",
                       "table: 0 vendors ap.mdb\ntable: 1 checks ap.mdb\n"
                       "column: {vendors.vendname} | N | 1 | text\n",
-                      "each table after the first needs one join line (2 tables, 1 joins)"},
+                      "each table after the first needs one join line (2 tables, 0 joins)"},
         BadDefinition{"WidthNotANumber", "table: 0 v a.mdb\ncolumn: {v.a} | A | wide | text\n",
                       "line 2: the width \"wide\" is not a number of inches"},
         BadDefinition{"ZeroWidth", "table: 0 v a.mdb\ncolumn: {v.a} | A | 0 | text\n",

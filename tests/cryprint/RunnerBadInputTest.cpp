@@ -64,7 +64,7 @@ TEST_F(RunnerBadInput, AFormulaNamingAColumnThatDoesNotExistNamesIt)
 {
     expectRefused(vendorList("SelectionFormula={vendors.vendnumber} > 1 and "
                              "{vendors.colour} = 'red'~\n"),
-                  "Selection formula, position 31: table vendors has no field colour.");
+                  "Selection formula, position 30: table vendors has no field colour.");
 }
 
 TEST_F(RunnerBadInput, AFormulaWithASyntaxErrorNamesThePosition)

@@ -31,7 +31,8 @@ protected:
     QString path(const QString &name) const { return m_dir.filePath(name); }
     // 1234.5 -> "1,234.50" from the engine's "1234.50".
     static QString withSeparators(const QString &fixed2);
-    // Modification time and size of every database file of the folder.
+    // Modification time and size of every database file of the folder (the engine may make
+    // its -wal and -shm files beside a file read-only; the file itself stays as it was).
     QStringList databaseStamps() const;
 
     QTemporaryDir m_dir;

@@ -1,5 +1,6 @@
 #include "RunnerCompany.h"
 
+#include "common/Clipboard.h"
 #include "frmmisc/ReportRecord.h"
 #include "frmmisc/UserFieldsCall.h"
 #include "reports/ReportRequest.h"
@@ -80,20 +81,17 @@ protected:
 TEST_F(ShippedReports, VendorListByNumberHoldsEveryVendorInNumberOrder)
 {
     const QString text = report("rptbasic");
-    const QStringList vendors = sqlite("ap.mdb", "select vendnumber || '  ' || vendname from "
+    const QStringList vendors = sqlite("ap.mdb", "select vendnumber || ' ' || vendname from "
                                                  "vendors order by vendnumber");
     ASSERT_EQ(vendors.size(), 40);
+    // Each vendor starts a line of its own, in number order.
     QStringList lines;
     for (const QString &line : text.split('\n'))
-        if (QRegularExpression("^\\s*\\d+\\s{2,}\\S").match(line).hasMatch())
-            lines << line.simplified();
+        lines << line.simplified();
     QStringList expected;
-    for (const QString &v : vendors)
-        expected << v.simplified();
-    ASSERT_EQ(lines.size(), 40) << text.toStdString();
-    for (int i = 0; i < 40; ++i)
-        EXPECT_TRUE(lines[i].startsWith(expected[i])) << lines[i].toStdString() << " / "
-                                                      << expected[i].toStdString();
+    for (const QString &vendor : vendors)
+        expected << "\n" + vendor.simplified();
+    expectInOrder(lines.join('\n'), expected);
     EXPECT_TRUE(text.contains("40 vendors"));
     EXPECT_TRUE(text.contains("Vendor List"));
 }
@@ -360,7 +358,7 @@ TEST_F(ShippedReports, MemberAndEmployeeUserFieldsPrintTheirHeadings)
         const Run run = runRequest(toFile(request.text(0, 0), "out.pdf"));
         ASSERT_EQ(run.exitCode, 0) << code << run.errors.toStdString();
         const QString text = pdfText("out.pdf");
-        expectInOrder(text, {"7  Dana Smith", "Dover, DE 19901", "Shirt size", "XL"});
+        expectInOrder(text, {"7 Dana Smith", "Dover, DE 19901", "Shirt size", "XL"});
     }
 }
 

@@ -5,12 +5,17 @@
 
 #include <QFile>
 #include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
+
+#include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -54,6 +59,25 @@ struct Totals {
     explicit Totals(size_t columns = 0) : sums(columns, 0) {}
 };
 
+// A font as glyphs, and room for one line of them.
+struct Glyphs {
+    QRawFont font;
+    quint32 ellipsis = 0;
+    double ellipsisAdvance = 0;
+    QList<quint32> indexes;
+    QList<QPointF> advances, positions;
+    void load(const QFont &f)
+    {
+        font = QRawFont::fromFont(f);
+        const QChar dots(0x2026);
+        int one = 1;
+        font.glyphIndexesForChars(&dots, 1, &ellipsis, &one);
+        QPointF advance;
+        font.advancesForGlyphIndexes(&ellipsis, &advance, 1);
+        ellipsisAdvance = advance.x();
+    }
+};
+
 class Painter {
 public:
     Painter(const Def &def, const RunnerRequest &request, QPagedPaintDevice &device) :
@@ -80,13 +104,15 @@ public:
         m_height = page.height();
         m_body = QFont(QStringLiteral("DejaVu Sans"));
         m_body.setPixelSize(8);
-        // Any letter spacing turns ligatures off, so "fi" stays two letters for readers of
-        // the PDF's text.
-        m_body.setLetterSpacing(QFont::AbsoluteSpacing, 0.01);
         m_bold = m_body;
         m_bold.setBold(true);
         m_title = m_bold;
         m_title.setPixelSize(13);
+        m_bodyGlyphs.load(m_body);
+        m_boldGlyphs.load(m_bold);
+        m_titleGlyphs.load(m_title);
+        const QRawFont &raw = m_bodyGlyphs.font;
+        m_baseline = (lineHeight + raw.ascent() - raw.descent()) / 2;
         return true;
     }
 
@@ -112,19 +138,68 @@ public:
 
     void text(double x, double width, const QString &s, bool right, bool bold = false)
     {
-        m_painter.setFont(bold ? m_bold : m_body);
-        const QFontMetricsF metrics(m_painter.font());
-        const QString shown = metrics.elidedText(s, Qt::ElideRight, width - 4);
-        const QRectF box(x, m_y, width - 4, lineHeight);
-        m_painter.drawText(box, (right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
-                           shown);
+        run(bold ? m_boldGlyphs : m_bodyGlyphs, x, m_y + m_baseline, width - 4, s,
+            right ? Qt::AlignRight : Qt::AlignLeft);
+    }
+
+    // One line of text from its baseline, cut with an ellipsis where it does not fit. The
+    // glyphs come straight from the font's character map, with no text layout: the report's
+    // texts are plain runs of letters, the layout engine costs more than the rest of the page
+    // together, and its ligatures ("fi" as one glyph) would hide the words from PDF readers.
+    void run(Glyphs &g, double x, double baseline, double room, const QString &s,
+             Qt::Alignment align)
+    {
+        if (s.isEmpty())
+            return;
+        g.indexes.resize(s.size());
+        int count = int(s.size());
+        if (!g.font.glyphIndexesForChars(s.constData(), count, g.indexes.data(), &count))
+            return;
+        g.indexes.resize(count);
+        g.advances.resize(count);
+        g.font.advancesForGlyphIndexes(g.indexes.data(), g.advances.data(), count);
+        double total = 0;
+        for (const QPointF &a : g.advances)
+            total += a.x();
+        if (total > room) {
+            // Cut at the last glyph that leaves room for the ellipsis.
+            double used = g.ellipsisAdvance;
+            int keep = 0;
+            while (keep < count && used + g.advances[keep].x() <= room)
+                used += g.advances[keep++].x();
+            g.indexes.resize(keep);
+            g.indexes.push_back(g.ellipsis);
+            g.advances.resize(keep);
+            g.advances.push_back(QPointF(g.ellipsisAdvance, 0));
+            count = keep + 1;
+            total = used;
+        }
+        g.positions.resize(count);
+        double at = 0;
+        for (int i = 0; i < count; ++i) {
+            g.positions[i] = QPointF(at, 0);
+            at += g.advances[i].x();
+        }
+        QGlyphRun glyphs;
+        glyphs.setRawFont(g.font);
+        glyphs.setGlyphIndexes(g.indexes);
+        glyphs.setPositions(g.positions);
+        const double left = align & Qt::AlignRight     ? x + room - total
+                            : align & Qt::AlignHCenter ? x + (room - total) / 2
+                                                       : x;
+        m_painter.drawGlyphRun(QPointF(left, baseline), glyphs);
+    }
+
+    // A label's line, its top at y.
+    void labelLine(double x, double y, double room, const QString &s)
+    {
+        run(m_bodyGlyphs, x, y + m_baseline - 1, room, s, Qt::AlignLeft);
     }
 
     void advance(double lines = 1) { m_y += lines * lineHeight; }
     double y() const { return m_y; }
     void setY(double y) { m_y = y; }
     QPainter &painter() { return m_painter; }
-    QFont &body() { return m_body; }
     bool newSheet()
     {
         if (m_page > 0)
@@ -152,9 +227,7 @@ private:
     {
         ++m_page;
         m_y = edge;
-        m_painter.setFont(m_title);
-        m_painter.drawText(QRectF(edge, m_y, m_width - 2 * edge, 18), Qt::AlignHCenter,
-                           m_def.title);
+        run(m_titleGlyphs, edge, m_y + 13, m_width - 2 * edge, m_def.title, Qt::AlignHCenter);
         m_y += 24;
         if (m_def.layout == Def::Layout::List)
             columnHeadings();
@@ -162,10 +235,8 @@ private:
 
     void footer()
     {
-        m_painter.setFont(m_body);
-        m_painter.drawText(QRectF(edge, m_height - edge - lineHeight, m_width - 2 * edge,
-                                  lineHeight),
-                           Qt::AlignHCenter, QStringLiteral("Page %1").arg(m_page));
+        run(m_bodyGlyphs, edge, m_height - edge - lineHeight + m_baseline, m_width - 2 * edge,
+            QStringLiteral("Page %1").arg(m_page), Qt::AlignHCenter);
     }
 
     const Def &m_def;
@@ -173,6 +244,8 @@ private:
     QPagedPaintDevice &m_device;
     QPainter m_painter;
     QFont m_body, m_bold, m_title;
+    Glyphs m_bodyGlyphs, m_boldGlyphs, m_titleGlyphs;
+    double m_baseline = 8;
     double m_width = 612, m_height = 792, m_y = edge;
     int m_page = 0;
 };
@@ -299,7 +372,10 @@ long long paintList(const Def &def, ReportQuery &rows, Painter &p)
     }
     p.need(3);
     p.advance(0.5);
-    totalLine(grand, QStringLiteral("Report total"));
+    const bool totals = std::any_of(def.columns.begin(), def.columns.end(),
+                                    [](const Def::Column &c) { return c.total; });
+    if (totals)
+        totalLine(grand, QStringLiteral("Report total"));
     p.text(edge, p.width() - 2 * edge, QStringLiteral("%1 %2").arg(count).arg(def.countNoun),
            false);
     p.advance();
@@ -376,13 +452,8 @@ long long paintLabels(const Def &def, ReportQuery &rows, Painter &p)
         const int fit = std::max(1, int((s.height * inch - 4) / 9.5));
         // The lines sit in the middle of the label's height.
         double y = top + std::max(2.0, (s.height * inch - std::min<int>(fit, int(lines.size())) * 9.5) / 2);
-        QPainter &painter = p.painter();
-        painter.setFont(p.body());
         for (int i = 0; i < lines.size() && i < fit; ++i) {
-            painter.drawText(QRectF(x, y, s.width * inch - 10, 9.5),
-                             Qt::AlignLeft | Qt::AlignVCenter,
-                             QFontMetricsF(p.body()).elidedText(lines[i], Qt::ElideRight,
-                                                                s.width * inch - 10));
+            p.labelLine(x, y, s.width * inch - 10, lines[i]);
             y += 9.5;
         }
         ++count;

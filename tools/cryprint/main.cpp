@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <malloc.h>
 
 namespace {
 
@@ -29,6 +30,10 @@ int failed(const QString &message, bool window)
 
 int main(int argc, char *argv[])
 {
+    // The PDF pages are built in buffers of a few hundred kB, made and freed page after page;
+    // without these the C library hands them back to the system and asks again every time.
+    mallopt(M_MMAP_THRESHOLD, 64 * 1024 * 1024);
+    mallopt(M_TRIM_THRESHOLD, 256 * 1024 * 1024);
     QString fromFile;
     QString requestText;
     bool fromClipboard = argc < 2;
