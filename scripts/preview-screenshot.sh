@@ -21,9 +21,9 @@ xvfb-run -a -s "-screen 0 1000x1000x24" bash -c '
   for _ in $(seq 1 100); do
     win=$(xdotool search --name "^$5" 2>/dev/null | head -n 1 || true)
     [ -n "$win" ] && break
-    sleep 0.1
+    sleep 0.2
   done
-  sleep 1.5
+  sleep 4
   import -window root "$4"
   [ -n "$win" ] && xdotool key --window "$win" Escape
   sleep 0.5
