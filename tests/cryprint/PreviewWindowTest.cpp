@@ -22,6 +22,9 @@ protected:
         request.sortFields[0] = QStringLiteral("+{vendors.vendnumber}");
         window.emplace(*def, request);
         window->show();
+        // Shortcuts reach the active window only.
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.operator->()));
         QTRY_VERIFY(window->preview()->pageCount() > 0);
     }
     std::optional<ReportDefinition> def;

@@ -80,7 +80,6 @@ TEST_P(BadReportDefinition, IsAMessageWithTheLine)
     EXPECT_EQ(error.toStdString(), GetParam().message);
 }
 
-
 INSTANTIATE_TEST_SUITE_P(
     Cases, BadReportDefinition,
     ::testing::Values(

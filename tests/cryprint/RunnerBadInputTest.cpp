@@ -104,11 +104,12 @@ TEST_F(RunnerBadInput, DataFilesPointTheTablesAtAnotherFile)
 {
     ASSERT_TRUE(QFile::copy(path("ap.mdb"), path("other.mdb")));
     // The copy's own vendor is the only one named so.
-    ASSERT_EQ(QProcess::execute("sqlite3", {path("other.mdb"), "update vendors set vendname = "
-                                                               "'Only In The Other File' where "
-                                                               "vendnumber = (select min(vendnumber) "
-                                                               "from vendors)"}),
-              0);
+    ASSERT_EQ(
+        QProcess::execute("sqlite3", {path("other.mdb"), "update vendors set vendname = "
+                                                         "'Only In The Other File' where "
+                                                         "vendnumber = (select min(vendnumber) "
+                                                         "from vendors)"}),
+        0);
     const Run run = runRequest(vendorList("DataFiles(0)=other.mdb~\n"));
     ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
     EXPECT_TRUE(pdfText("out.pdf").contains("Only In The Other File"));

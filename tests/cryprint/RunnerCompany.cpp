@@ -9,9 +9,9 @@ void RunnerCompany::SetUp()
 {
     ASSERT_TRUE(m_dir.isValid());
     QProcess demo;
-    demo.start(QStringLiteral(APMASTER_DEMO_PROGRAM),
-               {m_dir.path(), "--vendors", "40", "--invoices", "480", "--seed", "7", "--year",
-                "2024"});
+    demo.start(
+        QStringLiteral(APMASTER_DEMO_PROGRAM),
+        {m_dir.path(), "--vendors", "40", "--invoices", "480", "--seed", "7", "--year", "2024"});
     ASSERT_TRUE(demo.waitForFinished(60000));
     ASSERT_EQ(demo.exitCode(), 0) << demo.readAllStandardError().toStdString();
     // The module driven by a test must not start the runner's preview itself: the tests run
@@ -20,7 +20,8 @@ void RunnerCompany::SetUp()
     const QDir definitions(QStringLiteral(CRYPRINT_DEFINITIONS));
     for (const QString &name : definitions.entryList({"*.rpt"}, QDir::Files)) {
         QFile::remove(m_dir.filePath(name)); // the generator's copy, when it made one
-        ASSERT_TRUE(QFile::copy(definitions.filePath(name), m_dir.filePath(name))) << name.toStdString();
+        ASSERT_TRUE(QFile::copy(definitions.filePath(name), m_dir.filePath(name)))
+            << name.toStdString();
     }
     m_previous = QDir::currentPath();
     QDir::setCurrent(m_dir.path());

@@ -44,7 +44,6 @@ TEST_P(ModuleFormula, BecomesAConditionWithBoundValues)
     EXPECT_EQ(condition->values, GetParam().values);
 }
 
-
 INSTANTIATE_TEST_SUITE_P(
     Menu, ModuleFormula,
     ::testing::Values(
@@ -60,10 +59,13 @@ INSTANTIATE_TEST_SUITE_P(
                 "((((\"invoices\".\"vendnumber\" = ?) AND (\"invoices\".\"invstatus\" = ?)) AND "
                 "(\"invoices\".\"invcheckdate\" >= ?)) AND (\"invoices\".\"invcheckdate\" <= ?))",
                 {12LL, 4LL, 20240101LL, 20241231LL}},
-        Formula{"PaidInvoicesAllDates", "{invoices.vendnumber} =12 and {invoices.invstatus} = 4",
+        Formula{"PaidInvoicesAllDates",
+                "{invoices.vendnumber} =12 and {invoices.invstatus} = 4",
                 "((\"invoices\".\"vendnumber\" = ?) AND (\"invoices\".\"invstatus\" = ?))",
                 {12LL, 4LL}},
-        Formula{"ChecksAllDates", "{checks.chkpayeenum} = 12", "(\"checks\".\"chkpayeenum\" = ?)",
+        Formula{"ChecksAllDates",
+                "{checks.chkpayeenum} = 12",
+                "(\"checks\".\"chkpayeenum\" = ?)",
                 {12LL}},
         Formula{"ChecksInARange",
                 "{checks.chkpayeenum} = 12 and {checks.chkdate} >= 20240101 and "
@@ -71,7 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "(((\"checks\".\"chkpayeenum\" = ?) AND (\"checks\".\"chkdate\" >= ?)) AND "
                 "(\"checks\".\"chkdate\" <= ?))",
                 {12LL, 20240101LL, 20241231LL}},
-        Formula{"AllInvoicesCancelled", "{invoices.invdate} >= 0 and {invoices.invdate} <= 0",
+        Formula{"AllInvoicesCancelled",
+                "{invoices.invdate} >= 0 and {invoices.invdate} <= 0",
                 "((\"invoices\".\"invdate\" >= ?) AND (\"invoices\".\"invdate\" <= ?))",
                 {0LL, 0LL}},
         Formula{"Payments1099",
@@ -94,20 +97,31 @@ INSTANTIATE_TEST_SUITE_P(
                 "((\"invoices\".\"invstatus\" = ?) OR ((\"invoices\".\"invstatus\" = ?) AND "
                 "(\"invoices\".\"invdate\" > ?)))",
                 {1LL, 2LL, 5LL}},
-        Formula{"ParenthesesAndNot",
-                "not ({invoices.invstatus} <> 4) AND NOT {invoices.invdate} < 3",
-                "((NOT (\"invoices\".\"invstatus\" <> ?)) AND (NOT (\"invoices\".\"invdate\" < ?)))",
-                {4LL, 3LL}},
-        Formula{"QuotedTextWithADoubledQuote", "{vendors.vendname} = 'O''Brien; drop table x'",
-                "(\"vendors\".\"vendname\" = ?)", {QString("O'Brien; drop table x")}},
-        Formula{"DoubleQuotedText", "{vendors.vendname} >= \"M\"",
-                "(\"vendors\".\"vendname\" >= ?)", {QString("M")}},
-        Formula{"DecimalAndNegativeNumbers", "{invoices.invstatus} > -1.5",
-                "(\"invoices\".\"invstatus\" > ?)", {-1.5}},
-        Formula{"FieldAgainstField", "{invoices.vendnumber} = {vendors.vendnumber}",
-                "(\"invoices\".\"vendnumber\" = \"vendors\".\"vendnumber\")", {}},
-        Formula{"TableAndFieldInAnyCase", "{Invoices.VendNumber}=7",
-                "(\"invoices\".\"vendnumber\" = ?)", {7LL}}),
+        Formula{
+            "ParenthesesAndNot",
+            "not ({invoices.invstatus} <> 4) AND NOT {invoices.invdate} < 3",
+            "((NOT (\"invoices\".\"invstatus\" <> ?)) AND (NOT (\"invoices\".\"invdate\" < ?)))",
+            {4LL, 3LL}},
+        Formula{"QuotedTextWithADoubledQuote",
+                "{vendors.vendname} = 'O''Brien; drop table x'",
+                "(\"vendors\".\"vendname\" = ?)",
+                {QString("O'Brien; drop table x")}},
+        Formula{"DoubleQuotedText",
+                "{vendors.vendname} >= \"M\"",
+                "(\"vendors\".\"vendname\" >= ?)",
+                {QString("M")}},
+        Formula{"DecimalAndNegativeNumbers",
+                "{invoices.invstatus} > -1.5",
+                "(\"invoices\".\"invstatus\" > ?)",
+                {-1.5}},
+        Formula{"FieldAgainstField",
+                "{invoices.vendnumber} = {vendors.vendnumber}",
+                "(\"invoices\".\"vendnumber\" = \"vendors\".\"vendnumber\")",
+                {}},
+        Formula{"TableAndFieldInAnyCase",
+                "{Invoices.VendNumber}=7",
+                "(\"invoices\".\"vendnumber\" = ?)",
+                {7LL}}),
     [](const auto &info) { return std::string(info.param.name); });
 
 struct BadFormula {
@@ -205,12 +219,51 @@ bool onlyStructure(const QString &sql)
 
 TEST(SelectionFormulaTest, HostileRandomInputNeverChangesTheStatementsStructure)
 {
-    const QStringList atoms = {
-        "{invoices.vendnumber}", "{vendors.vendname}", "{checks.chkdate}", "{nosuch.field}",
-        "{invoices.nosuch}", "12", "-3", "1.5", "'a''b'", "\"x\"", "'--'", "'; drop table x'",
-        "=", "<>", "<", "<=", ">", ">=", "and", "or", "not", "(", ")", "{", "}", "'", "\"", ";",
-        "--", "/*", "*/", "select", "union", ".", ",", "\\", "\n", "~", "0x1F", "1e9",
-        "{invoices.vendnumber", "{.}", "{a.b.c}", QString(QChar(0)), QString(QChar(0x263A))};
+    const QStringList atoms = {"{invoices.vendnumber}",
+                               "{vendors.vendname}",
+                               "{checks.chkdate}",
+                               "{nosuch.field}",
+                               "{invoices.nosuch}",
+                               "12",
+                               "-3",
+                               "1.5",
+                               "'a''b'",
+                               "\"x\"",
+                               "'--'",
+                               "'; drop table x'",
+                               "=",
+                               "<>",
+                               "<",
+                               "<=",
+                               ">",
+                               ">=",
+                               "and",
+                               "or",
+                               "not",
+                               "(",
+                               ")",
+                               "{",
+                               "}",
+                               "'",
+                               "\"",
+                               ";",
+                               "--",
+                               "/*",
+                               "*/",
+                               "select",
+                               "union",
+                               ".",
+                               ",",
+                               "\\",
+                               "\n",
+                               "~",
+                               "0x1F",
+                               "1e9",
+                               "{invoices.vendnumber",
+                               "{.}",
+                               "{a.b.c}",
+                               QString(QChar(0)),
+                               QString(QChar(0x263A))};
     QRandomGenerator random(20240101);
     int parsedCount = 0;
     for (int round = 0; round < 20000; ++round) {
@@ -221,8 +274,13 @@ TEST(SelectionFormulaTest, HostileRandomInputNeverChangesTheStatementsStructure)
             const QStringList fields = {"{invoices.vendnumber}", "{vendors.vendname}",
                                         "{checks.chkdate}"};
             const QStringList ops = {"=", "<>", "<", "<=", ">", ">="};
-            const QStringList values = {"12", "-3", "1.5", "'O''Brien'", "\"x\"",
-                                        "'; drop table x --'", "'a'' or ''1''=''1'"};
+            const QStringList values = {"12",
+                                        "-3",
+                                        "1.5",
+                                        "'O''Brien'",
+                                        "\"x\"",
+                                        "'; drop table x --'",
+                                        "'a'' or ''1''=''1'"};
             const int parts = random.bounded(1, 5);
             for (int i = 0; i < parts; ++i) {
                 if (i > 0)

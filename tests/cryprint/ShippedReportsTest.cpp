@@ -156,14 +156,15 @@ TEST_F(ShippedReports, AddressLabelsPutThirtyVendorsOnASheet)
     }
     tool.start("pdfinfo", {path("out.pdf")});
     ASSERT_TRUE(tool.waitForFinished());
-    EXPECT_TRUE(QString::fromUtf8(tool.readAllStandardOutput()).contains(QRegularExpression("Pages:\\s+2\\n")));
+    EXPECT_TRUE(QString::fromUtf8(tool.readAllStandardOutput())
+                    .contains(QRegularExpression("Pages:\\s+2\\n")));
 }
 
 TEST_F(ShippedReports, FileFolderLabelsShowNameAndNumber)
 {
     const QString text = report("rptfilelabel67");
-    for (const QString &row :
-         sqlite("ap.mdb", "select vendname, vendnumber from vendors order by vendnumber limit 30")) {
+    for (const QString &row : sqlite(
+             "ap.mdb", "select vendname, vendnumber from vendors order by vendnumber limit 30")) {
         const QStringList parts = row.split('|');
         EXPECT_TRUE(text.contains(parts[0])) << parts[0].toStdString();
         EXPECT_TRUE(text.contains("Vendor " + parts[1])) << parts[1].toStdString();
@@ -199,13 +200,14 @@ TEST_F(ShippedReports, OpenInvoicesOfTheVendorShownInDateOrderWithTheirTotal)
     const long vendor = busyVendor();
     ASSERT_GT(vendor, 0);
     const QString text = report("rptunpaid", vendor);
-    const QString where = QStringLiteral("where vendnumber = %1 and invstatus between 1 and 3")
-                              .arg(vendor);
+    const QString where =
+        QStringLiteral("where vendnumber = %1 and invstatus between 1 and 3").arg(vendor);
     expectInOrder(text, sqlite("ap.mdb", "select invnumber from invoices " + where +
                                              " order by invdate, invnumber"));
     EXPECT_TRUE(text.contains(sqliteValue("ap.mdb", "select count(*) from invoices " + where) +
                               " invoices"));
-    EXPECT_TRUE(text.contains(money("select printf('%.2f', sum(invamount)) from invoices " + where)));
+    EXPECT_TRUE(
+        text.contains(money("select printf('%.2f', sum(invamount)) from invoices " + where)));
     // Paid invoices of the vendor are not on it.
     const QString paid = sqliteValue("ap.mdb", QStringLiteral("select invnumber from invoices "
                                                               "where vendnumber = %1 and "
@@ -240,8 +242,8 @@ TEST_F(ShippedReports, ChecksOfTheVendorWithTheDatesCancelledCoverEveryDate)
                                                  "chkpayeenum order by count(*) desc limit 1");
     const QString text = report("rptchecks", vendor.toLong(), {"", ""});
     const QString where = "where chkpayeenum = " + vendor;
-    QStringList numbers = sqlite("ap.mdb", "select chknum from checks " + where +
-                                               " order by chkdate, chknum");
+    QStringList numbers =
+        sqlite("ap.mdb", "select chknum from checks " + where + " order by chkdate, chknum");
     ASSERT_GT(numbers.size(), 1);
     expectInOrder(text, numbers);
     EXPECT_TRUE(text.contains(QString::number(numbers.size()) + " checks"));
@@ -286,7 +288,8 @@ TEST_F(ShippedReports, PaymentsFor1099ShowEachVendorsTotalFormAndThreshold)
         "where i.invcheckdate between 20240101 and 20241231 group by i.vendnumber "
         "order by i.vendnumber");
     ASSERT_GT(rows.size(), 3);
-    const QStringList forms = {"None", "1099-MISC", "1099-INT", "1099-DIV", "1099-MISC", "1099-NEC"};
+    const QStringList forms = {"None",     "1099-MISC", "1099-INT",
+                               "1099-DIV", "1099-MISC", "1099-NEC"};
     int yes = 0;
     for (const QString &row : rows) {
         const QStringList p = row.split('|');
@@ -314,7 +317,8 @@ TEST_F(ShippedReports, InvoicesOfTheVendorInADateRangePaidOrNot)
                                              " order by invdate, invnumber"));
     EXPECT_TRUE(text.contains(sqliteValue("ap.mdb", "select count(*) from invoices " + where) +
                               " invoices"));
-    EXPECT_TRUE(text.contains(money("select printf('%.2f', sum(invamount)) from invoices " + where)));
+    EXPECT_TRUE(
+        text.contains(money("select printf('%.2f', sum(invamount)) from invoices " + where)));
 }
 
 // The user fields' report reads the record the window writes, named as the sixth data file.
@@ -337,9 +341,10 @@ TEST_F(ShippedReports, VendorUserFieldsPrintTheChosenDescriptionsAndValues)
     const Run run = runRequest(toFile(request.text(0, 0), "out.pdf"));
     ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
     const QString text = pdfText("out.pdf");
-    const QString name = sqliteValue("ap.mdb", "select vendname from vendors where vendnumber = 12");
-    expectInOrder(text, {"Vendor 12", name, "Field 5", "value 5", "Field 1", "value 1",
-                         "1 vendors"});
+    const QString name =
+        sqliteValue("ap.mdb", "select vendname from vendors where vendnumber = 12");
+    expectInOrder(text,
+                  {"Vendor 12", name, "Field 5", "value 5", "Field 1", "value 1", "1 vendors"});
     EXPECT_FALSE(text.contains("Field 2"));
 }
 
@@ -348,9 +353,10 @@ TEST_F(ShippedReports, MemberAndEmployeeUserFieldsPrintTheirHeadings)
     for (const char *code : {"ABC7", "EDT~7"}) {
         const UserFieldsCall call = UserFieldsCall::parse(QString::fromLatin1(code));
         const ReportRecord record(call, {1}, QStringList(30, "Shirt size"));
-        ReportRecord::Account account{7, {{"fullname1", "Dana Smith"}, {"city1", "Dover"},
-                                          {"state1", "DE"}, {"zip1", "19901"}},
-                                      QStringList(30, "XL")};
+        ReportRecord::Account account{
+            7,
+            {{"fullname1", "Dana Smith"}, {"city1", "Dover"}, {"state1", "DE"}, {"zip1", "19901"}},
+            QStringList(30, "XL")};
         record.write(path("record.mdb"), {account});
         ReportRequest request;
         request.reportFileName = call.reportLayout();

@@ -72,7 +72,8 @@ int main(int argc, char *argv[])
                                    .arg(from, to);
     request.destination = QStringLiteral("File");
     request.printFileType = csv ? QStringLiteral("CSV") : QStringLiteral("PDF");
-    request.printFileName = out.filePath(csv ? QStringLiteral("out.csv") : QStringLiteral("out.pdf"));
+    request.printFileName =
+        out.filePath(csv ? QStringLiteral("out.csv") : QStringLiteral("out.pdf"));
 
     const long before = residentKb();
     std::atomic<bool> running{true};

@@ -6,9 +6,9 @@
 #include <QAction>
 #include <QFileDialog>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPageLayout>
 #include <QPageSize>
-#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -17,7 +17,8 @@
 
 PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &request,
                              QWidget *parent) :
-    QMainWindow(parent), m_def(def), m_request(request)
+    QMainWindow(parent),
+    m_def(def), m_request(request)
 {
     setObjectName(QStringLiteral("reportpreview"));
     setWindowTitle(m_request.windowTitle.isEmpty() ? m_def.title : m_request.windowTitle);
@@ -30,14 +31,12 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
     m_preview->setObjectName(QStringLiteral("pages"));
     setCentralWidget(m_preview);
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this, &PreviewWindow::paintPages);
-    connect(m_preview, &QPrintPreviewWidget::previewChanged, this,
-            &PreviewWindow::updatePageLabel);
+    connect(m_preview, &QPrintPreviewWidget::previewChanged, this, &PreviewWindow::updatePageLabel);
 
     QToolBar *bar = addToolBar(tr("Report"));
     bar->setObjectName(QStringLiteral("reporttools"));
     bar->setMovable(false);
-    auto add = [this, bar](const QString &name, const QString &text, QKeySequence keys,
-                           auto slot) {
+    auto add = [this, bar](const QString &name, const QString &text, QKeySequence keys, auto slot) {
         QAction *action = bar->addAction(text);
         action->setObjectName(name);
         action->setShortcut(keys);
@@ -96,10 +95,10 @@ void PreviewWindow::paintPages(QPrinter *printer)
 
 void PreviewWindow::updatePageLabel()
 {
-    m_pageLabel->setText(m_error.isEmpty() ? tr("Page %1 of %2")
-                                                 .arg(m_preview->currentPage())
-                                                 .arg(m_preview->pageCount())
-                                           : m_error);
+    m_pageLabel->setText(
+        m_error.isEmpty()
+            ? tr("Page %1 of %2").arg(m_preview->currentPage()).arg(m_preview->pageCount())
+            : m_error);
 }
 
 void PreviewWindow::print()

@@ -9,8 +9,8 @@ using Def = ReportDefinition;
 
 const QRegularExpression &fieldPattern()
 {
-    static const QRegularExpression re(
-        QStringLiteral("\\{([A-Za-z_][A-Za-z0-9_]*)\\.([A-Za-z_][A-Za-z0-9_]*)(?::([a-z0-9]+))?\\}"));
+    static const QRegularExpression re(QStringLiteral(
+        "\\{([A-Za-z_][A-Za-z0-9_]*)\\.([A-Za-z_][A-Za-z0-9_]*)(?::([a-z0-9]+))?\\}"));
     return re;
 }
 
@@ -100,7 +100,8 @@ QString apply(Def &def, const QString &key, const QString &value)
             return QStringLiteral("a table line is \"table: INDEX NAME FILE\" (index 0 to 5)");
         Def::Table table{m.captured(1).toInt(), m.captured(2), m.captured(3)};
         for (const auto &other : def.tables)
-            if (other.index == table.index || other.name.compare(table.name, Qt::CaseInsensitive) == 0)
+            if (other.index == table.index ||
+                other.name.compare(table.name, Qt::CaseInsensitive) == 0)
                 return QStringLiteral("table %1 (index %2) is listed twice")
                     .arg(table.name)
                     .arg(table.index);
@@ -311,11 +312,13 @@ std::optional<Def> Def::load(const QString &path, QString &error)
         return std::nullopt;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        error = QStringLiteral("The report file %1 cannot be read: %2").arg(path, file.errorString());
+        error =
+            QStringLiteral("The report file %1 cannot be read: %2").arg(path, file.errorString());
         return std::nullopt;
     }
     if (file.size() > 1024 * 1024) {
-        error = QStringLiteral("The report file %1 is too large to be a report definition.").arg(path);
+        error =
+            QStringLiteral("The report file %1 is too large to be a report definition.").arg(path);
         return std::nullopt;
     }
     QString inner;

@@ -43,9 +43,9 @@ struct ReportDefinition {
     };
     struct LabelSheet {
         int across = 3, down = 10;
-        double width = 2.625, height = 1.0;  // a label, inches
-        double left = 0.1875, top = 0.5;     // the first label's corner
-        double pitchX = 2.75, pitchY = 1.0;  // from one label to the next
+        double width = 2.625, height = 1.0; // a label, inches
+        double left = 0.1875, top = 0.5;    // the first label's corner
+        double pitchX = 2.75, pitchY = 1.0; // from one label to the next
     };
     struct Pairs {
         Field description, value, count; // "miscdesc" + n, "miscvalue" + n; count: how many

@@ -40,8 +40,7 @@ ReportQuery::~ReportQuery()
         QSqlDatabase::removeDatabase(m_connection);
 }
 
-bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request,
-                         QString &error)
+bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request, QString &error)
 {
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     db.setDatabaseName(QStringLiteral(":memory:"));
@@ -84,8 +83,8 @@ bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
             schemaOfPath.insert(path, schema);
         }
         QSqlQuery columns(db);
-        if (!columns.exec(QStringLiteral("PRAGMA %1.table_info(%2)")
-                              .arg(schema, quoted(table.name)))) {
+        if (!columns.exec(
+                QStringLiteral("PRAGMA %1.table_info(%2)").arg(schema, quoted(table.name)))) {
             error = QStringLiteral("The data file %1 cannot be read: %2")
                         .arg(file, columns.lastError().text());
             return false;
@@ -110,7 +109,8 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
     const FieldResolver resolve = [this](const QString &table, const QString &field) {
         const auto t = m_names.constFind(table.toLower());
         if (t == m_names.constEnd())
-            return FieldAnswer{{}, QStringLiteral("there is no table %1 in this report").arg(table)};
+            return FieldAnswer{{},
+                               QStringLiteral("there is no table %1 in this report").arg(table)};
         const auto f = t->constFind(field.toLower());
         if (f == t->constEnd())
             return FieldAnswer{{}, QStringLiteral("table %1 has no field %2").arg(table, field)};
@@ -211,8 +211,8 @@ bool ReportQuery::next()
     if (m_query->next())
         return true;
     if (m_query->lastError().isValid())
-        m_error = QStringLiteral("Reading the report's rows failed: ") +
-                  m_query->lastError().text();
+        m_error =
+            QStringLiteral("Reading the report's rows failed: ") + m_query->lastError().text();
     return false;
 }
 

@@ -34,7 +34,7 @@ private:
     bool attach(const ReportDefinition &def, const RunnerRequest &request, QString &error);
     QString m_connection;
     std::unique_ptr<QSqlQuery> m_query;
-    QHash<QString, int> m_columns;                  // "table.field" (lower case) -> position
+    QHash<QString, int> m_columns;                   // "table.field" (lower case) -> position
     QHash<QString, QString> m_schemaOf;              // table (lower case) -> attached schema
     QHash<QString, QHash<QString, QString>> m_names; // table -> field (lower) -> real name
     QString m_statement;

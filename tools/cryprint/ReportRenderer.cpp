@@ -6,12 +6,12 @@
 #include <QFile>
 #include <QFontMetricsF>
 #include <QGlyphRun>
-#include <QRawFont>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRawFont>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -276,9 +276,8 @@ QStringList totalCells(const Def &def, QStringList cells, int type1099, const To
             cells[int(i)] = ReportValues::reportable(type1099, t.threshold) ? QStringLiteral("Yes")
                                                                             : QStringLiteral("No");
         else if (column.total)
-            cells[int(i)] = column.format == F::Money
-                                ? ReportValues::moneyText(t.sums[i], !csv)
-                                : QString::number(t.sums[i] / 10000);
+            cells[int(i)] = column.format == F::Money ? ReportValues::moneyText(t.sums[i], !csv)
+                                                      : QString::number(t.sums[i] / 10000);
     }
     return cells;
 }
@@ -451,7 +450,9 @@ long long paintLabels(const Def &def, ReportQuery &rows, Painter &p)
         const QStringList lines = recordLines(def, rows);
         const int fit = std::max(1, int((s.height * inch - 4) / 9.5));
         // The lines sit in the middle of the label's height.
-        double y = top + std::max(2.0, (s.height * inch - std::min<int>(fit, int(lines.size())) * 9.5) / 2);
+        double y =
+            top +
+            std::max(2.0, (s.height * inch - std::min<int>(fit, int(lines.size())) * 9.5) / 2);
         for (int i = 0; i < lines.size() && i < fit; ++i) {
             p.labelLine(x, y, s.width * inch - 10, lines[i]);
             y += 9.5;

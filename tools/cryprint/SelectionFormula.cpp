@@ -16,9 +16,7 @@ struct Token {
 
 class Parser {
 public:
-    Parser(const QString &formula, const FieldResolver &fields) : m_in(formula), m_fields(fields)
-    {
-    }
+    Parser(const QString &formula, const FieldResolver &fields) : m_in(formula), m_fields(fields) {}
 
     std::optional<SqlCondition> run(QString &error)
     {
@@ -127,8 +125,8 @@ private:
             m_pos = end;
             return true;
         }
-        return fail(m_tok.position, QStringLiteral("the character \"%1\" is not understood")
-                                        .arg(c));
+        return fail(m_tok.position,
+                    QStringLiteral("the character \"%1\" is not understood").arg(c));
     }
 
     bool fieldToken()
@@ -170,8 +168,8 @@ private:
         }
         const QString text = m_in.mid(m_pos, end - m_pos);
         if (end < n && (m_in[end].isLetter() || m_in[end] == QLatin1Char('_')))
-            return fail(m_tok.position, QStringLiteral("\"%1%2\" is not a number")
-                                            .arg(text, m_in[end]));
+            return fail(m_tok.position,
+                        QStringLiteral("\"%1%2\" is not a number").arg(text, m_in[end]));
         bool ok = false;
         const double value = text.toDouble(&ok);
         if (!ok)
@@ -191,7 +189,8 @@ private:
         int i = m_pos + 1;
         for (;;) {
             if (i >= n)
-                return fail(m_tok.position, QStringLiteral("the text has no closing %1").arg(quote));
+                return fail(m_tok.position,
+                            QStringLiteral("the text has no closing %1").arg(quote));
             if (m_in[i] == quote) {
                 if (i + 1 < n && m_in[i + 1] == quote) { // a doubled quote is one quote
                     value += quote;
@@ -253,11 +252,11 @@ private:
             if (!advance() || !orExpression(sql))
                 return false;
             if (m_tok.kind != Tok::Close)
-                return fail(m_tok.kind == Tok::End ? open : m_tok.position,
-                            m_tok.kind == Tok::End
-                                ? QStringLiteral("this \"(\" is never closed")
-                                : QStringLiteral("\")\" expected instead of \"%1\"")
-                                      .arg(shown(m_tok)));
+                return fail(
+                    m_tok.kind == Tok::End ? open : m_tok.position,
+                    m_tok.kind == Tok::End
+                        ? QStringLiteral("this \"(\" is never closed")
+                        : QStringLiteral("\")\" expected instead of \"%1\"").arg(shown(m_tok)));
             --m_depth;
             return advance();
         }
@@ -281,9 +280,9 @@ private:
             return fail(m_tok.position, QStringLiteral("the formula ends where a field, number "
                                                        "or text is needed"));
         default:
-            return fail(m_tok.position,
-                        QStringLiteral("a field, number or text is needed, not \"%1\"")
-                            .arg(shown(m_tok)));
+            return fail(
+                m_tok.position,
+                QStringLiteral("a field, number or text is needed, not \"%1\"").arg(shown(m_tok)));
         }
     }
 
@@ -337,8 +336,8 @@ std::optional<SqlCondition> SelectionFormula::parse(const QString &formula,
     return parser.run(error);
 }
 
-std::optional<QString> SelectionFormula::sortField(const QString &text,
-                                                   const FieldResolver &fields, QString &error)
+std::optional<QString> SelectionFormula::sortField(const QString &text, const FieldResolver &fields,
+                                                   QString &error)
 {
     const QString trimmed = text.trimmed();
     if (!trimmed.startsWith(QLatin1Char('+')) && !trimmed.startsWith(QLatin1Char('-'))) {

@@ -11,9 +11,8 @@ namespace {
 // The installed program sits beside the generator; in a build tree it is in tools/cryprint.
 QString findRunner(const QDir &programs)
 {
-    for (const QString &candidate :
-         {programs.filePath(QStringLiteral("cryprint")),
-          programs.filePath(QStringLiteral("../cryprint/cryprint"))}) {
+    for (const QString &candidate : {programs.filePath(QStringLiteral("cryprint")),
+                                     programs.filePath(QStringLiteral("../cryprint/cryprint"))}) {
         const QFileInfo info(candidate);
         if (info.isFile() && info.isExecutable())
             return info.canonicalFilePath();
@@ -23,9 +22,8 @@ QString findRunner(const QDir &programs)
 
 QString findDefinitions(const QDir &programs)
 {
-    for (const QString &candidate :
-         {programs.filePath(QStringLiteral("../share/apmaster/reports")),
-          QStringLiteral(CRYPRINT_DEFINITIONS)}) {
+    for (const QString &candidate : {programs.filePath(QStringLiteral("../share/apmaster/reports")),
+                                     QStringLiteral(CRYPRINT_DEFINITIONS)}) {
         if (QFileInfo(candidate + QStringLiteral("/rap001.rpt")).isFile())
             return QFileInfo(candidate).canonicalFilePath();
     }
