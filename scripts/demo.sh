@@ -10,6 +10,9 @@ demo=$PWD/demo
 if [ ! -f "$demo/ap.mdb" ]; then
   build/tools/demo/apmaster-demo "$demo"
 fi
+# The report runner and its report definitions (also for a demo folder made before they existed).
+ln -sfn "$PWD/build/tools/cryprint/cryprint" "$demo/cryprint.exe"
+cp -n tools/cryprint/definitions/*.rpt "$demo"/
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ -z "${CI:-}" ]; then
   cd "$demo"
   exec ../build/src/apmaster VDR99DEMO

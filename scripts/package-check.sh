@@ -30,6 +30,10 @@ expected=(
   usr/bin/apmaster-import
   usr/bin/apmaster-mdb-reader
   usr/bin/apmaster-pgcopy
+  usr/bin/cryprint
+  usr/share/apmaster/reports/rap001.rpt
+  usr/share/apmaster/reports/rap014.rpt
+  usr/share/apmaster/reports/1099pv.rpt
   usr/share/apmaster/layouts/1099misc.lof
   usr/share/apmaster/layouts/1099int.lof
   usr/share/apmaster/layouts/1099div.lof
@@ -57,7 +61,7 @@ dpkg-deb -x "$deb" "$root"
 desktop-file-validate "$root/usr/share/applications/com.velmora.apmaster.desktop"
 appstreamcli validate --no-net --pedantic \
   "$root/usr/share/metainfo/com.velmora.apmaster.metainfo.xml" >/dev/null
-for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy; do
+for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint; do
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --version |
     grep -qx "$program 21.12" || fail "$program --version"
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --help |

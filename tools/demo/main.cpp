@@ -1,5 +1,6 @@
 #include "DemoCompany.h"
 #include "DemoError.h"
+#include "DemoRunner.h"
 
 #include "CompanyCopy.h"
 
@@ -110,6 +111,9 @@ int main(int argc, char *argv[])
             if (!table.matches())
                 throw Demo::Error(QStringLiteral("The copy of %1 differs.").arg(table.table));
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
+        std::fputs(qPrintable(Demo::placeReportRunner(summary.folder,
+                                                      QCoreApplication::applicationDirPath())),
+                   stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;

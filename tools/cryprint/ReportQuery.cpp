@@ -1,0 +1,223 @@
+#include "ReportQuery.h"
+
+#include "SelectionFormula.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QStringList>
+#include <QUrl>
+
+namespace {
+
+int s_connections = 0;
+
+QString key(const QString &table, const QString &field)
+{
+    return table.toLower() + QLatin1Char('.') + field.toLower();
+}
+
+QString quoted(const QString &name)
+{
+    return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+           QLatin1Char('"');
+}
+
+} // namespace
+
+ReportQuery::ReportQuery() : m_connection(QStringLiteral("cryprint-%1").arg(++s_connections)) {}
+
+ReportQuery::~ReportQuery()
+{
+    m_query.reset();
+    {
+        QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+        if (db.isValid())
+            db.close();
+    }
+    if (QSqlDatabase::contains(m_connection))
+        QSqlDatabase::removeDatabase(m_connection);
+}
+
+bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request, QString &error)
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    db.setDatabaseName(QStringLiteral(":memory:"));
+    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000"));
+    if (!db.open()) {
+        error = QStringLiteral("The database engine cannot start: ") + db.lastError().text();
+        return false;
+    }
+    QHash<QString, QString> schemaOfPath;
+    for (const auto &table : def.tables) {
+        const QString given = request.dataFiles[size_t(table.index)];
+        const QString file = given.isEmpty() ? table.file : given;
+        const QFileInfo info(file);
+        if (!info.isFile()) {
+            error = given.isEmpty()
+                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                              .arg(file, table.name, QDir::currentPath())
+                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
+                                         "cannot be found.")
+                              .arg(file)
+                              .arg(table.index)
+                              .arg(table.name);
+            return false;
+        }
+        const QString path = info.absoluteFilePath();
+        QString schema = schemaOfPath.value(path);
+        if (schema.isEmpty()) {
+            schema = QStringLiteral("d%1").arg(schemaOfPath.size());
+            // Read-only: a report never changes the company's files.
+            const QString uri = QStringLiteral("file:%1?mode=ro")
+                                    .arg(QString::fromLatin1(QUrl::toPercentEncoding(path, "/")));
+            QSqlQuery attach(db);
+            attach.prepare(QStringLiteral("ATTACH DATABASE ? AS ") + schema);
+            attach.addBindValue(uri);
+            if (!attach.exec()) {
+                error = QStringLiteral("The data file %1 cannot be opened: %2")
+                            .arg(file, attach.lastError().text());
+                return false;
+            }
+            schemaOfPath.insert(path, schema);
+        }
+        QSqlQuery columns(db);
+        if (!columns.exec(
+                QStringLiteral("PRAGMA %1.table_info(%2)").arg(schema, quoted(table.name)))) {
+            error = QStringLiteral("The data file %1 cannot be read: %2")
+                        .arg(file, columns.lastError().text());
+            return false;
+        }
+        QHash<QString, QString> names;
+        while (columns.next())
+            names.insert(columns.value(1).toString().toLower(), columns.value(1).toString());
+        if (names.isEmpty()) {
+            error = QStringLiteral("The data file %1 has no table %2.").arg(file, table.name);
+            return false;
+        }
+        m_schemaOf.insert(table.name.toLower(), schema);
+        m_names.insert(table.name.toLower(), names);
+    }
+    return true;
+}
+
+bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request, QString &error)
+{
+    if (!attach(def, request, error))
+        return false;
+    const FieldResolver resolve = [this](const QString &table, const QString &field) {
+        const auto t = m_names.constFind(table.toLower());
+        if (t == m_names.constEnd())
+            return FieldAnswer{{},
+                               QStringLiteral("there is no table %1 in this report").arg(table)};
+        const auto f = t->constFind(field.toLower());
+        if (f == t->constEnd())
+            return FieldAnswer{{}, QStringLiteral("table %1 has no field %2").arg(table, field)};
+        return FieldAnswer{quoted(table.toLower()) + QLatin1Char('.') + quoted(*f), {}};
+    };
+
+    QStringList select;
+    const auto fields = def.fields();
+    for (const auto &field : fields) {
+        const FieldAnswer answer = resolve(field.table, field.column);
+        if (!answer.error.isEmpty()) {
+            error = QStringLiteral("The report definition names {%1.%2}: %3.")
+                        .arg(field.table, field.column, answer.error);
+            return false;
+        }
+        m_columns.insert(key(field.table, field.column), int(select.size()));
+        select << answer.sql;
+    }
+    QString from = m_schemaOf.value(def.tables[0].name.toLower()) + QLatin1Char('.') +
+                   quoted(def.tables[0].name) + QStringLiteral(" AS ") +
+                   quoted(def.tables[0].name.toLower());
+    for (size_t i = 1; i < def.tables.size(); ++i) {
+        const auto &join = def.joins[i - 1];
+        const FieldAnswer left = resolve(join.left.table, join.left.column);
+        const FieldAnswer right = resolve(join.right.table, join.right.column);
+        if (!left.error.isEmpty() || !right.error.isEmpty()) {
+            error = QStringLiteral("The report definition's join %1: %2.")
+                        .arg(i)
+                        .arg(left.error.isEmpty() ? right.error : left.error);
+            return false;
+        }
+        const auto &table = def.tables[i];
+        from += QStringLiteral(" LEFT JOIN %1.%2 AS %3 ON %4 = %5")
+                    .arg(m_schemaOf.value(table.name.toLower()), quoted(table.name),
+                         quoted(table.name.toLower()), left.sql, right.sql);
+    }
+    QStringList where;
+    QVariantList values;
+    for (const bool fromDefinition : {true, false}) {
+        const QString &formula = fromDefinition ? def.filter : request.selectionFormula;
+        if (formula.trimmed().isEmpty())
+            continue;
+        QString problem;
+        const auto condition = SelectionFormula::parse(formula, resolve, problem);
+        if (!condition) {
+            error = fromDefinition ? QStringLiteral("The report definition's filter: ") + problem
+                                   : problem;
+            return false;
+        }
+        where << condition->sql;
+        values << condition->values;
+    }
+    QStringList order;
+    if (def.group)
+        order << resolve(def.group->table, def.group->column).sql + QStringLiteral(" ASC");
+    QStringList sorts;
+    for (const QString &sort : request.sortFields)
+        if (!sort.isEmpty())
+            sorts << sort;
+    if (sorts.isEmpty())
+        sorts = def.order;
+    for (const QString &sort : sorts) {
+        QString problem;
+        const auto column = SelectionFormula::sortField(sort, resolve, problem);
+        if (!column) {
+            error = problem;
+            return false;
+        }
+        order << *column;
+    }
+    m_statement = QStringLiteral("SELECT ") + select.join(QStringLiteral(", ")) +
+                  QStringLiteral(" FROM ") + from;
+    if (!where.isEmpty())
+        m_statement += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
+    if (!order.isEmpty())
+        m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
+
+    m_query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_connection));
+    m_query->setForwardOnly(true);
+    if (!m_query->prepare(m_statement)) {
+        error = QStringLiteral("The report's statement cannot be prepared: ") +
+                m_query->lastError().text();
+        return false;
+    }
+    for (const QVariant &v : values)
+        m_query->addBindValue(v);
+    if (!m_query->exec()) {
+        error = QStringLiteral("The report's rows cannot be read: ") + m_query->lastError().text();
+        return false;
+    }
+    return true;
+}
+
+bool ReportQuery::next()
+{
+    if (!m_query)
+        return false;
+    if (m_query->next())
+        return true;
+    if (m_query->lastError().isValid())
+        m_error =
+            QStringLiteral("Reading the report's rows failed: ") + m_query->lastError().text();
+    return false;
+}
+
+QVariant ReportQuery::value(const ReportDefinition::Field &field) const
+{
+    const int at = m_columns.value(key(field.table, field.column), -1);
+    return at < 0 ? QVariant() : m_query->value(at);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ReportDefinition.h"
+#include "RunnerRequest.h"
+
+#include <QHash>
+#include <QSqlQuery>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+// The rows of one report: the definition's tables in their files (or the files the request
+// names), opened read-only, with the request's selection formula and sort fields. The rows
+// are read forward as they are printed, never held all at once.
+class ReportQuery {
+public:
+    ReportQuery();
+    ~ReportQuery();
+    ReportQuery(const ReportQuery &) = delete;
+    ReportQuery &operator=(const ReportQuery &) = delete;
+
+    // Opens the files, builds and runs the statement; false with a message on failure.
+    bool open(const ReportDefinition &def, const RunnerRequest &request, QString &error);
+    // The next row; false at the end (error() says whether the engine failed).
+    bool next();
+    QString error() const { return m_error; }
+    // The value of a field of the definition in the current row.
+    QVariant value(const ReportDefinition::Field &field) const;
+    // The statement as run (for tests: no formula text in it).
+    QString statement() const { return m_statement; }
+
+private:
+    bool attach(const ReportDefinition &def, const RunnerRequest &request, QString &error);
+    QString m_connection;
+    std::unique_ptr<QSqlQuery> m_query;
+    QHash<QString, int> m_columns;                   // "table.field" (lower case) -> position
+    QHash<QString, QString> m_schemaOf;              // table (lower case) -> attached schema
+    QHash<QString, QHash<QString, QString>> m_names; // table -> field (lower) -> real name
+    QString m_statement;
+    QString m_error;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ReportDefinition.h"
+#include "RunnerRequest.h"
+
+#include <QString>
+
+class QIODevice;
+class QPagedPaintDevice;
+class ReportQuery;
+
+// Prints a report's rows as they are read: page by page on a paged device (a PDF file, a
+// printer, the preview), or as CSV lines. Only the current row, the group's totals and the
+// current page are held, whatever the number of rows.
+class ReportRenderer {
+public:
+    ReportRenderer(const ReportDefinition &def, const RunnerRequest &request) :
+        m_def(def), m_request(request)
+    {
+    }
+
+    // Sets the device's page (US letter, the definition's orientation, no margins of its own)
+    // and prints every row. Returns the number of rows printed, or -1 with error set.
+    long long paint(ReportQuery &rows, QPagedPaintDevice &device, QString &error) const;
+    long long csv(ReportQuery &rows, QIODevice &out, QString &error) const;
+
+private:
+    const ReportDefinition &m_def;
+    const RunnerRequest &m_request;
+};
+
+// Runs a request to a file (PDF or CSV): opens the rows and renders them. The message says
+// what went wrong.
+bool writeReportFile(const ReportDefinition &def, const RunnerRequest &request, QString &error);
