@@ -19,6 +19,7 @@ protected:
 
     void SetUp() override
     {
+        SQLITE_FILES_ONLY();
         for (const Schema::Table &table : Schema::tablesOf("ap.mdb")) {
             QStringList defs;
             for (const Schema::Column &c : table.columns)
@@ -51,7 +52,6 @@ protected:
 
 TEST_F(SchemaUpgradeTest, TextColumnsBecomeCaseBlindAndTheRowsKeepTheirNumbers)
 {
-    SQLITE_FILES_ONLY();
     Databases dbs;
     EXPECT_TRUE(dbs.scalar("ap.mdb", "select sql from sqlite_master where name = 'vendors'")
                     .toString()
@@ -66,7 +66,6 @@ TEST_F(SchemaUpgradeTest, TextColumnsBecomeCaseBlindAndTheRowsKeepTheirNumbers)
 
 TEST_F(SchemaUpgradeTest, RetiredIndexesGoTheNewOnesComeAndTheUsersOwnStays)
 {
-    SQLITE_FILES_ONLY();
     Databases dbs;
     const auto has = [&](const char *name) {
         return count(dbs, QStringLiteral("select count(*) from sqlite_master where type = "
@@ -84,7 +83,6 @@ TEST_F(SchemaUpgradeTest, RetiredIndexesGoTheNewOnesComeAndTheUsersOwnStays)
 
 TEST_F(SchemaUpgradeTest, TheStepsRunAgainChangeNothing)
 {
-    SQLITE_FILES_ONLY();
     {
         Databases dbs;
         dbs.open("ap.mdb");
@@ -102,7 +100,6 @@ TEST_F(SchemaUpgradeTest, TheStepsRunAgainChangeNothing)
 
 TEST_F(SchemaUpgradeTest, TheCheckpointAfterARebuildLeavesNoLogBehind)
 {
-    SQLITE_FILES_ONLY();
     Databases dbs;
     dbs.open("ap.mdb");
     EXPECT_LT(QFileInfo(folder.file("ap.mdb-wal")).size(), 64 * 1024);

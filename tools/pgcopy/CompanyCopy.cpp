@@ -139,6 +139,9 @@ long long copyRows(QSqlDatabase &source, QSqlDatabase &target, const QString &ta
     }
     QSqlQuery write(target);
     run(write, QStringLiteral("begin"));
+    // A new schema may start with rows of its own (the one row of user-field descriptions):
+    // the source's rows take their place.
+    run(write, QStringLiteral("delete from \"%1\"").arg(table.toLower()));
     if (!write.prepare(QStringLiteral("insert into \"%1\" (%2) values (%3)")
                            .arg(table.toLower(), columns.join(", "), marks.join(", "))))
         throw Error(write.lastError().text());
