@@ -23,6 +23,18 @@ protected:
     {
         return folder.readFile("database.ini").section("database=", 1).section('\n', 0, 0);
     }
+    // Another office's psql session takes vendor 100's row and keeps it until told "commit".
+    bool holdVendorRow(QProcess &psql)
+    {
+        psql.start("psql", {"-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U",
+                            "postgres", "-d", database(), "-v", "ON_ERROR_STOP=1"});
+        if (!psql.waitForStarted())
+            return false;
+        psql.write("begin;\nselect vendnumber from ap_mdb.vendors where vendnumber = 100 for "
+                   "update;\nselect 'held';\n");
+        return QTest::qWaitFor([&] { return psql.readAllStandardOutput().contains("held"); },
+                               10000);
+    }
 };
 
 TEST_F(ServerEngine, AVendorRowHeldByAnotherSessionIsSavedOnceItLetsGo)
@@ -31,14 +43,7 @@ TEST_F(ServerEngine, AVendorRowHeldByAnotherSessionIsSavedOnceItLetsGo)
     c().cmdmodify->click();
     c().Text1[7]->setText("217-555-7777");
     QProcess psql;
-    psql.start("psql", {"-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U",
-                        "postgres", "-d", database(), "-v", "ON_ERROR_STOP=1"});
-    ASSERT_TRUE(psql.waitForStarted());
-    psql.write("begin;\nselect vendnumber from ap_mdb.vendors where vendnumber = 100 for "
-               "update;\nselect 'held';\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return psql.readAllStandardOutput().contains("held") ||
-                                             psql.state() != QProcess::Running; },
-                                10000));
+    ASSERT_TRUE(holdVendorRow(psql));
     // The other session lets go after about a second: the save waits, retries and lands.
     QTimer::singleShot(1000, &psql, [&] { psql.write("commit;\n\\q\n"); });
     c().cmdsave->click();
@@ -54,13 +59,7 @@ TEST_F(ServerEngine, ARowHeldLongerThanTheRetriesGivesTheWriteReportAndWritesNot
     c().cmdmodify->click();
     c().Text1[7]->setText("217-555-8888");
     QProcess psql;
-    psql.start("psql", {"-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U",
-                        "postgres", "-d", database(), "-v", "ON_ERROR_STOP=1"});
-    ASSERT_TRUE(psql.waitForStarted());
-    psql.write("begin;\nselect vendnumber from ap_mdb.vendors where vendnumber = 100 for "
-               "update;\nselect 'held';\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return psql.readAllStandardOutput().contains("held"); },
-                                10000));
+    ASSERT_TRUE(holdVendorRow(psql));
     c().cmdsave->click();
     ASSERT_EQ(module.dialogs.count(), 1);
     EXPECT_TRUE(module.dialogs.last()->text.startsWith(
