@@ -130,7 +130,8 @@ bool Databases::isOpen(const QString &fileName) const
 QSqlQuery Databases::select(const QString &fileName, const QString &statement)
 {
     QSqlQuery q(open(fileName));
-    q.setForwardOnly(true);
+    // A read the caller walks while running other statements must then be taken whole.
+    q.setForwardOnly(m_dialect->readsStayOpenBetweenStatements());
     const QString sql = m_dialect->map(statement);
     if (!q.exec(sql))
         throw errorFrom(q.lastError(), statement);

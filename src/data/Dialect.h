@@ -21,6 +21,9 @@ public:
     // A search criterion (the condition of a find-first) as this engine accepts it. Beyond
     // map(), a date column compared with an empty text finds the rows without a date.
     QString mapCriterion(const QString &criterion) const;
+    // The mapped statement ordered so that rows of equal order values come in one fixed order
+    // on every read, as a record source reading it a window at a time needs.
+    virtual QString withFixedTies(const QString &statement) const { return statement; }
 
     // The engine of the data folder (the current folder): PostgreSQL when the folder holds the
     // engine settings file, the SQLite files otherwise.
@@ -54,6 +57,12 @@ public:
 
     // The column type a kind of column is created with.
     virtual QString columnType(Schema::Kind kind) const = 0;
+    // The column list of an index ("a, b") as this engine makes it, so that the index serves
+    // the orders map() writes.
+    virtual QString indexColumns(const QString &columns) const { return columns; }
+    // Whether a forward-only read may stay open while other statements run on its connection
+    // (a row read, then another statement, then the next row).
+    virtual bool readsStayOpenBetweenStatements() const { return true; }
     // The names of the indexes the connection's database holds.
     virtual QStringList indexNames(QSqlDatabase &db) const = 0;
     // The statements that open the transaction in which tables are made, so that two copies

@@ -2,6 +2,7 @@
 
 #include "data/Databases.h"
 #include "data/DbError.h"
+#include "data/StatementClauses.h"
 
 #include <QRegularExpression>
 #include <QSqlError>
@@ -41,13 +42,116 @@ private:
     QSqlDatabase m_db;
 };
 
+// The end of the order term that starts at `from`: a comma or a limit clause at the top
+// level, or the end of the statement.
+qsizetype orderTermEnd(const QString &sql, qsizetype from, bool &last)
+{
+    int depth = 0;
+    QChar quote;
+    for (qsizetype i = from; i < sql.size(); ++i) {
+        const QChar c = sql.at(i);
+        if (!quote.isNull()) {
+            if (c == quote)
+                quote = QChar();
+            continue;
+        }
+        if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            quote = c;
+        } else if (c == QLatin1Char('(')) {
+            ++depth;
+        } else if (c == QLatin1Char(')')) {
+            --depth;
+        } else if (depth == 0 && c == QLatin1Char(',')) {
+            last = false;
+            return i;
+        } else if (depth == 0 && c.isSpace()) {
+            static const QRegularExpression tail(QStringLiteral(R"(^\s+(limit|offset|for)\b)"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+            if (tail.match(sql.mid(i)).hasMatch()) {
+                last = true;
+                return i;
+            }
+        }
+    }
+    last = true;
+    return sql.size();
+}
+
+// Each term of the statement's own order clause gets the files' place for nulls.
+QString withNullsAsOnTheFiles(const QString &statement)
+{
+    const QString sql = bareStatement(statement);
+    const StatementClauses at = StatementClauses::of(sql);
+    if (at.order < 0)
+        return statement;
+    static const QRegularExpression orderBy(QStringLiteral(R"(^order\s+by\s+)"),
+                                            QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch m = orderBy.match(sql.mid(at.order));
+    if (!m.hasMatch())
+        return statement;
+    static const QRegularExpression descending(QStringLiteral(R"(\sdesc$)"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression nulls(QStringLiteral(R"(\snulls\s+(first|last)$)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    QString mapped = sql.left(at.order + m.capturedLength());
+    qsizetype start = mapped.size();
+    bool last = false;
+    while (!last) {
+        const qsizetype end = orderTermEnd(sql, start, last);
+        const QString term = sql.mid(start, end - start).trimmed();
+        mapped += term;
+        if (!nulls.match(term).hasMatch())
+            mapped += descending.match(term).hasMatch() ? QStringLiteral(" nulls last")
+                                                        : QStringLiteral(" nulls first");
+        if (!last) {
+            mapped += QStringLiteral(", ");
+            start = end + 1;
+        } else {
+            mapped += sql.mid(end);
+        }
+    }
+    return mapped;
+}
+
 } // namespace
 
 PostgresDialect::PostgresDialect(EngineSettings settings) : m_settings(std::move(settings)) {}
 
 QString PostgresDialect::map(const QString &statement) const
 {
-    return mapDesktopStatement(statement);
+    return withNullsAsOnTheFiles(mapDesktopStatement(statement));
+}
+
+QString PostgresDialect::indexColumns(const QString &columns) const
+{
+    QStringList made;
+    for (const QString &column : columns.split(QLatin1Char(',')))
+        made << column.trimmed() + QStringLiteral(" nulls first");
+    return made.join(QStringLiteral(", "));
+}
+
+QString PostgresDialect::withFixedTies(const QString &statement) const
+{
+    const QString sql = bareStatement(statement);
+    const StatementClauses at = StatementClauses::of(sql);
+    if (at.order < 0 || at.from < 0 || at.other)
+        return statement;
+    const qsizetype fromEnd = at.where >= 0 ? at.where : at.order;
+    // Only a statement of one table: with a join, which table's row id settles is unclear.
+    static const QRegularExpression oneTable(
+        QStringLiteral(R"(^from\s+([a-z_]\w*)(?:\s+(?:as\s+)?([a-z_]\w*))?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch m = oneTable.match(sql.mid(at.from, fromEnd - at.from));
+    if (!m.hasMatch())
+        return statement;
+    const QString alias = m.captured(2);
+    static const QStringList joinWords{QStringLiteral("join"), QStringLiteral("natural"),
+                                       QStringLiteral("cross"), QStringLiteral("inner"),
+                                       QStringLiteral("left")};
+    if (joinWords.contains(alias, Qt::CaseInsensitive))
+        return statement;
+    return sql + QStringLiteral(", ") + (alias.isEmpty() ? m.captured(1) : alias) +
+           QStringLiteral(".ctid");
 }
 
 QString PostgresDialect::schemaOf(const QString &fileName)

@@ -14,7 +14,12 @@ public:
     explicit PostgresDialect(EngineSettings settings);
 
     QString name() const override { return QStringLiteral("PostgreSQL"); }
+    // Beyond the desktop statements: nulls come first in an ascending order and last in a
+    // descending one, as on the files (the server's default is the other way round).
     QString map(const QString &statement) const override;
+    // The server returns rows of equal order values in whatever order its plan gives, which
+    // can differ between two windows' reads: a single table's row id settles them.
+    QString withFixedTies(const QString &statement) const override;
 
     QString placeOf(const QString &fileName) const override;
     bool exists(const QString &fileName) const override;
@@ -30,6 +35,12 @@ public:
     QStringList passEnd() const override { return {}; }
 
     QString columnType(Schema::Kind kind) const override;
+    // Nulls first, as the files order them: the index then serves both directions of map()'s
+    // orders.
+    QString indexColumns(const QString &columns) const override;
+    // The driver reads a forward-only result row by row from the server, and the next
+    // statement on the connection ends it.
+    bool readsStayOpenBetweenStatements() const override { return false; }
     QStringList indexNames(QSqlDatabase &db) const override;
     QStringList beginSchemaChange(const QString &fileName) const override;
     bool hasCaseSensitiveTables() const override { return false; }

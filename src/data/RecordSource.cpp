@@ -128,7 +128,9 @@ std::vector<QSqlRecord> RecordSource::readRows(long long first, int count)
         return rows;
     QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
     q.setForwardOnly(true);
-    const QString sql = PagedStatement::rows(m_dbs.dialect().map(fullStatement()), first, count);
+    const Dialect &dialect = m_dbs.dialect();
+    const QString sql =
+        PagedStatement::rows(dialect.withFixedTies(dialect.map(fullStatement())), first, count);
     if (!q.exec(sql))
         throw Databases::errorFrom(q.lastError(), m_statement);
     rows.reserve(static_cast<size_t>(count));

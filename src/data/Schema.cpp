@@ -292,14 +292,17 @@ bool createTables(QSqlDatabase &db, const QString &fileName, const Dialect &dial
     return true;
 }
 
-bool createIndexes(QSqlDatabase &db, const QString &fileName, QString &error)
+bool createIndexes(QSqlDatabase &db, const QString &fileName, const Dialect &dialect,
+                   QString &error)
 {
     for (const Table &table : tablesOf(fileName)) {
         for (const QString &index : table.indexes) {
             const qsizetype paren = index.indexOf(QLatin1Char('('));
+            const qsizetype close = index.indexOf(QLatin1Char(')'), paren);
+            const QString columns = dialect.indexColumns(index.mid(paren + 1, close - paren - 1));
             if (!run(db,
-                     QStringLiteral("create index if not exists %1 on %2 %3")
-                         .arg(index.left(paren), table.name, index.mid(paren)),
+                     QStringLiteral("create index if not exists %1 on %2 (%3)%4")
+                         .arg(index.left(paren), table.name, columns, index.mid(close + 1)),
                      error))
                 return false;
         }
@@ -426,7 +429,7 @@ QString ensure(QSqlDatabase &db, const QString &fileName, const Dialect &dialect
         (version >= 4 || dropIndexes(db, retiredIndexes(), error)) &&
         (version >= 3 || !dialect.hasCaseSensitiveTables() ||
          rebuildWithNocase(db, fileName, rebuilt, error)) &&
-        createIndexes(db, fileName, error) &&
+        createIndexes(db, fileName, dialect, error) &&
         run(db, QStringLiteral("delete from schema_version"), error) &&
         run(db,
             QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion),

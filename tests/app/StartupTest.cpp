@@ -159,7 +159,7 @@ TEST_F(StartupTest, MissingConfigDatabaseEndsTheProgram)
 
 TEST_F(StartupTest, CanadianCompanyCaptionsProvinceAndCode)
 {
-    folder.writeFile("canada.mdb", "");
+    folder.createDatabase("canada.mdb");
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
     EXPECT_TRUE(module.window->canadianAddresses());
     EXPECT_EQ(module.window->controls().label1[5]->text(), "Province");
@@ -294,6 +294,7 @@ TEST_F(StartupTest, MissingApDatabaseShowsTheEngineErrorAndEnds)
 
 TEST_F(StartupTest, EmptyApFileIsRefusedByNameAndLeftEmpty)
 {
+    SQLITE_FILES_ONLY();
     folder.removeDatabase("ap.mdb");
     folder.writeFile("ap.mdb", "");
     EXPECT_EQ(module.start("VDR50ANNE"), Startup::DatabaseError);
@@ -317,17 +318,14 @@ TEST_F(StartupTest, MissingColumnOfACurrentFileIsCreatedAgain)
 {
     folder.exec("ap.mdb", "alter table vendors drop column vcontact2email");
     ASSERT_EQ(module.start("VDR50ANNE"), std::nullopt);
-    EXPECT_EQ(folder
-                  .scalar("ap.mdb", "select count(*) from pragma_table_info('vendors') "
-                                    "where name = 'vcontact2email'")
-                  .toInt(),
-              1);
+    EXPECT_TRUE(folder.hasColumn("ap.mdb", "vendors", "vcontact2email"));
 }
 
 TEST_F(StartupTest, AccessFileInPlaceOfGlIsNamedAndLeftAlone)
 {
     const QString sample = SharedTestData::find("access/DateTestDatabase.mdb");
     SKIP_WITHOUT_SHARED_FILE(sample, "access/DateTestDatabase.mdb");
+    SQLITE_FILES_ONLY();
     folder.removeDatabase("gl.mdb");
     ASSERT_TRUE(QFile::copy(sample, folder.file("gl.mdb")));
     const QByteArray before = folder.readFile("gl.mdb").toLatin1();

@@ -141,3 +141,76 @@ TEST(PostgresDialect, AnEditLocksItsRowAndSqliteLocksTheFileInstead)
 }
 
 } // namespace
+
+namespace {
+
+QString fixedTies(const QString &statement)
+{
+    return PostgresDialect(EngineSettings{}).withFixedTies(statement);
+}
+
+TEST(PostgresDialect, TiesOfOneTablesOrderAreSettledByTheRowId)
+{
+    EXPECT_EQ(fixedTies("select * from vendors where vendname >= 'a' order by vendname"),
+              "select * from vendors where vendname >= 'a' order by vendname, vendors.ctid");
+    EXPECT_EQ(fixedTies("select * from vendors order by vendname desc;"),
+              "select * from vendors order by vendname desc, vendors.ctid");
+}
+
+TEST(PostgresDialect, TiesUnderATableAliasUseTheAlias)
+{
+    EXPECT_EQ(fixedTies("select v.* from vendors v order by v.vendname"),
+              "select v.* from vendors v order by v.vendname, v.ctid");
+    EXPECT_EQ(fixedTies("select i.* from invoices as i where i.invvendor = 3 order by invdate"),
+              "select i.* from invoices as i where i.invvendor = 3 order by invdate, i.ctid");
+}
+
+TEST(PostgresDialect, StatementsWithoutOrderOrOfSeveralTablesAreLeftAsTheyAre)
+{
+    for (const char *sql :
+         {"select * from vendors", "select * from vendors where vendname = 'a'",
+          "select * from vendors v join invoices i on i.invvendor = v.vendnumber order by 1",
+          "select * from vendors, invoices order by vendname",
+          "select * from vendors natural join invoices order by vendname",
+          "select * from vendors order by vendname limit 5",
+          "select vendstate, count(*) from vendors group by vendstate order by vendstate",
+          "select * from (select * from vendors) as v order by vendname"})
+        EXPECT_EQ(fixedTies(sql), sql) << sql;
+}
+
+} // namespace
+
+namespace {
+
+QString mapped(const QString &statement)
+{
+    return PostgresDialect(EngineSettings{}).map(statement);
+}
+
+TEST(PostgresDialect, NullsComeFirstAscendingAndLastDescendingAsOnTheFiles)
+{
+    EXPECT_EQ(mapped("select * from invoices order by invdate"),
+              "select * from invoices order by invdate nulls first");
+    EXPECT_EQ(mapped("select * from invoices order by invdate asc, invnumber DESC"),
+              "select * from invoices order by invdate asc nulls first, invnumber DESC nulls last");
+    EXPECT_EQ(mapped("select * from invoices order by vendnumber, coalesce(invdate, 0) limit 5"),
+              "select * from invoices order by vendnumber nulls first, coalesce(invdate, 0) "
+              "nulls first limit 5");
+}
+
+TEST(PostgresDialect, AnOrderThatPlacesItsNullsOrNoOrderIsLeftAlone)
+{
+    EXPECT_EQ(mapped("select * from invoices order by invdate nulls last"),
+              "select * from invoices order by invdate nulls last");
+    EXPECT_EQ(mapped("select * from invoices where invnumber = 'a, b order by x'"),
+              "select * from invoices where invnumber = 'a, b order by x'");
+}
+
+TEST(PostgresDialect, IndexColumnsPutNullsFirst)
+{
+    EXPECT_EQ(PostgresDialect(EngineSettings{}).indexColumns("vendnumber, invdate"),
+              "vendnumber nulls first, invdate nulls first");
+    EXPECT_EQ(SqliteDialect().indexColumns("vendnumber, invdate"), "vendnumber, invdate");
+}
+
+} // namespace

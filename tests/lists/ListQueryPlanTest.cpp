@@ -3,6 +3,7 @@
 #include "lists/ListQueries.h"
 #include "support/DataFolder.h"
 
+#include <QRegularExpression>
 #include <QSqlQuery>
 #include <QStringList>
 
@@ -19,22 +20,48 @@ protected:
     DataFolder folder;
     Databases dbs;
 
+    // The engine's plan, its steps joined by "; ". The server is told to avoid reading a
+    // whole table and sorting wherever an index can serve, so that the plan shows whether one
+    // can even on a table of a few rows.
     QString plan(const QString &sql)
     {
-        QSqlQuery q = dbs.select("ap.mdb", "explain query plan " + sql);
+        if (DataFolder::onPostgres()) {
+            dbs.select("ap.mdb", "set enable_seqscan = off").finish();
+            dbs.select("ap.mdb", "set enable_sort = off").finish();
+            dbs.select("ap.mdb", "set enable_incremental_sort = off").finish();
+        }
+        QSqlQuery q = dbs.select("ap.mdb", (DataFolder::onPostgres() ? "explain " :
+                                                                       "explain query plan ") +
+                                               sql);
         QStringList steps;
         while (q.next())
-            steps << q.value(3).toString();
+            steps << q.value(DataFolder::onPostgres() ? 0 : 3).toString().trimmed();
         return steps.join("; ");
+    }
+    static bool readsAnIndex(const QString &how)
+    {
+        return how.contains("USING INDEX") || how.contains("USING COVERING INDEX") ||
+               how.contains(QRegularExpression("Index (Only )?Scan"));
+    }
+    static bool sorts(const QString &how)
+    {
+        return how.contains("TEMP B-TREE") || how.contains(QRegularExpression("(^|; |-> )Sort"));
+    }
+    // Read from the index alone, without the table's rows. The server reads a table's rows
+    // beside the index until the table was vacuumed, and on a table of a few rows any index
+    // costs the same to it: there, an index read is what can be shown.
+    static bool fromIndexAlone(const QString &how, const QString &index)
+    {
+        if (DataFolder::onPostgres())
+            return readsAnIndex(how) && !how.contains("Seq Scan");
+        return how.contains("USING COVERING INDEX " + index);
     }
     void expectIndexed(const QString &sql, bool sortAllowed = false)
     {
         const QString how = plan(sql);
-        EXPECT_TRUE(how.contains("USING INDEX") || how.contains("USING COVERING INDEX"))
-            << sql.toStdString() << " -> " << how.toStdString();
+        EXPECT_TRUE(readsAnIndex(how)) << sql.toStdString() << " -> " << how.toStdString();
         if (!sortAllowed) {
-            EXPECT_FALSE(how.contains("TEMP B-TREE"))
-                << sql.toStdString() << " -> " << how.toStdString();
+            EXPECT_FALSE(sorts(how)) << sql.toStdString() << " -> " << how.toStdString();
         }
     }
     // The statement as a list reads it: a page of rows, and the count of all of them.
@@ -51,9 +78,9 @@ TEST_F(ListQueryPlanTest, TheOpenInvoiceAndYearTotalsAreReadFromAnIndexAlone)
                          "invstatus > 0 and invstatus < 4";
     const QString year = "select sum(invamount) from invoices where vendnumber = 12 and invdate "
                          "between 20260100 and 20261232";
-    EXPECT_TRUE(plan(open).contains("USING COVERING INDEX ix_invoices_unpaid_amount"))
+    EXPECT_TRUE(fromIndexAlone(plan(open), "ix_invoices_unpaid_amount"))
         << plan(open).toStdString();
-    EXPECT_TRUE(plan(year).contains("USING COVERING INDEX ix_invoices_vendor_date_amount"))
+    EXPECT_TRUE(fromIndexAlone(plan(year), "ix_invoices_vendor_date_amount"))
         << plan(year).toStdString();
 }
 
@@ -70,7 +97,7 @@ TEST_F(ListQueryPlanTest, TheInvoiceListsAreCountedFromAnIndexAlone)
 {
     for (const QString &sql : {ListQueries::unpaid(12, true), ListQueries::paid(12, true)}) {
         const QString how = plan(PagedStatement::count(sql));
-        EXPECT_TRUE(how.contains("USING COVERING INDEX")) << how.toStdString();
+        EXPECT_TRUE(fromIndexAlone(how, "")) << how.toStdString();
     }
 }
 

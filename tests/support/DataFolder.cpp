@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFile>
+#include <QProcess>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QTest>
@@ -173,6 +174,39 @@ QVariant DataFolder::scalar(const QString &fileName, const QString &statement)
             value = q.value(0);
     });
     return value;
+}
+
+QString DataFolder::otherProgram(const QString &fileName, const QString &statement) const
+{
+    QProcess program;
+    if (m_database.isEmpty()) {
+        program.start(QStringLiteral("sqlite3"), {file(fileName), statement});
+    } else {
+        QString schema = fileName.toLower();
+        schema.replace(QLatin1Char('.'), QLatin1Char('_'));
+        program.start(QStringLiteral("psql"),
+                      {"-X", "-q", "-v", "ON_ERROR_STOP=1", "-h", serverHost(), "-U", "postgres",
+                       "-d", m_database, "-c",
+                       QStringLiteral("set search_path to %1, public").arg(schema), "-c",
+                       statement});
+    }
+    if (!program.waitForFinished(10000))
+        return QStringLiteral("the program did not end: ") + program.errorString();
+    const QString errors = QString::fromUtf8(program.readAllStandardError());
+    if (program.exitStatus() != QProcess::NormalExit || program.exitCode() != 0)
+        return errors.isEmpty() ? QStringLiteral("exit code %1").arg(program.exitCode()) : errors;
+    return {};
+}
+
+bool DataFolder::hasColumn(const QString &fileName, const QString &table, const QString &column)
+{
+    const QString statement =
+        m_database.isEmpty()
+            ? QStringLiteral("select count(*) from pragma_table_info('%1') where name = '%2'")
+            : QStringLiteral("select count(*) from information_schema.columns where "
+                             "table_schema = current_schema() and table_name = '%1' and "
+                             "column_name = '%2'");
+    return scalar(fileName, statement.arg(table, column)).toInt() == 1;
 }
 
 void DataFolder::writeFile(const QString &name, const QByteArray &contents)

@@ -36,6 +36,12 @@ public:
     // Runs a statement on a file through a connection of the test's own, closed afterwards.
     void exec(const QString &fileName, const QString &statement);
     QVariant scalar(const QString &fileName, const QString &statement);
+    // Runs a statement as another user's program would, in a process of its own: the sqlite3
+    // program on the file, or psql on its schema. The program's error output, "" when it
+    // succeeded.
+    QString otherProgram(const QString &fileName, const QString &statement) const;
+    // Whether a table of a file has the column, on either engine.
+    bool hasColumn(const QString &fileName, const QString &table, const QString &column);
     void writeFile(const QString &name, const QByteArray &contents);
     // An executable shell script under that name (the suite's other programs in tests).
     void writeProgram(const QString &name, const QString &script);

@@ -62,12 +62,18 @@ TEST_F(VendorDisplayTest, TypeFourShowsZeroAndFiveStays)
     EXPECT_EQ(field(11), "5");
 }
 
-TEST_F(VendorDisplayTest, TypeSevenAndTextTypeShowZero)
+TEST_F(VendorDisplayTest, TypeSevenShowsZero)
 {
     folder.exec("ap.mdb", "update vendors set vend1099type = 7 where vendnumber = 100");
-    folder.exec("ap.mdb", "update vendors set vend1099type = 'x' where vendnumber = 250");
     lookup(0, "100");
     EXPECT_EQ(field(11), "0");
+}
+
+TEST_F(VendorDisplayTest, TextTypeShowsZero)
+{
+    // Only a file can hold text in the number column; the server's column refuses it.
+    SQLITE_FILES_ONLY();
+    folder.exec("ap.mdb", "update vendors set vend1099type = 'x' where vendnumber = 250");
     lookup(0, "250");
     EXPECT_EQ(field(11), "0");
 }
