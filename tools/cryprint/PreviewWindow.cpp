@@ -81,7 +81,11 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
     updatePageLabel();
 }
 
-PreviewWindow::~PreviewWindow() = default;
+PreviewWindow::~PreviewWindow()
+{
+    // The view paints from the pages: it goes before them.
+    delete m_view;
+}
 
 void PreviewWindow::paintPages(QPrinter *printer)
 {
