@@ -4,7 +4,9 @@
 #include "RunnerCompany.h"
 
 #include <QFile>
+#include <QImage>
 #include <QLabel>
+#include <QScrollBar>
 #include <QTest>
 
 namespace {
@@ -171,6 +173,25 @@ TEST_F(PreviewWindowTest, ALongReportIsLaidOutToItsEndOnlyForItsLastPage)
     EXPECT_GT(pages->pageCount(), 8);
     EXPECT_EQ(pages->currentPage(), pages->pageCount());
     EXPECT_EQ(pageLabel(), QStringLiteral("Page %1 of %1").arg(pages->pageCount()));
+}
+
+// The page is painted from its recording: dark text on white paper, from its top.
+TEST_F(PreviewWindowTest, ThePageShownIsPaintedWithItsText)
+{
+    open("rap001.rpt");
+    const QImage page = window->preview()->widget()->grab().toImage();
+    ASSERT_GT(page.height(), 500);
+    auto darkPixels = [&page](int fromY, int toY) {
+        int dark = 0;
+        for (int y = fromY; y < toY; ++y)
+            for (int x = 0; x < page.width(); ++x)
+                dark += qGray(page.pixel(x, y)) < 128 ? 1 : 0;
+        return dark;
+    };
+    // The title and column headings in the top tenth, nothing in the margin above them.
+    EXPECT_GT(darkPixels(0, page.height() / 10), 200);
+    EXPECT_EQ(darkPixels(0, page.height() / 40), 0);
+    EXPECT_EQ(window->preview()->verticalScrollBar()->value(), 0);
 }
 
 TEST_F(PreviewWindowTest, EscapeClosesThePreview)

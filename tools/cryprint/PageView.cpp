@@ -29,7 +29,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(event->rect(), Qt::white);
-        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::black); // not the palette's: the page is paper
         painter.scale(m_scale, m_scale);
         ScreenPages screen(painter);
         m_pages.replay(m_current, screen);
