@@ -1,16 +1,17 @@
 #include "PreviewWindow.h"
 
+#include "PageView.h"
+#include "PreviewPages.h"
+#include "ReportLayout.h"
 #include "ReportQuery.h"
 #include "ReportRenderer.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
-#include <QPageLayout>
-#include <QPageSize>
 #include <QPrintDialog>
-#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QStatusBar>
 #include <QToolBar>
@@ -22,16 +23,11 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
 {
     setObjectName(QStringLiteral("reportpreview"));
     setWindowTitle(m_request.windowTitle.isEmpty() ? m_def.title : m_request.windowTitle);
-    m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    m_printer->setFullPage(true);
-    m_printer->setPageLayout(QPageLayout(
-        QPageSize(QPageSize::Letter),
-        def.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
-    m_preview = new QPrintPreviewWidget(m_printer.get(), this);
-    m_preview->setObjectName(QStringLiteral("pages"));
-    setCentralWidget(m_preview);
-    connect(m_preview, &QPrintPreviewWidget::paintRequested, this, &PreviewWindow::paintPages);
-    connect(m_preview, &QPrintPreviewWidget::previewChanged, this, &PreviewWindow::updatePageLabel);
+    m_pages = std::make_unique<PreviewPages>(m_def, m_request);
+    m_view = new PageView(*m_pages, ReportLayout::pageSize(m_def), this);
+    m_view->setObjectName(QStringLiteral("pages"));
+    setCentralWidget(m_view);
+    connect(m_view, &PageView::changed, this, &PreviewWindow::updatePageLabel);
 
     QToolBar *bar = addToolBar(tr("Report"));
     bar->setObjectName(QStringLiteral("reporttools"));
@@ -46,22 +42,26 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
         return action;
     };
     add(QStringLiteral("firstpage"), tr("First"), QKeySequence(Qt::CTRL | Qt::Key_Home),
-        [this] { m_preview->setCurrentPage(1); });
+        [this] { m_view->setCurrentPage(1); });
     add(QStringLiteral("previouspage"), tr("Previous"), QKeySequence(Qt::Key_PageUp),
-        [this] { m_preview->setCurrentPage(m_preview->currentPage() - 1); });
+        [this] { m_view->setCurrentPage(m_view->currentPage() - 1); });
     add(QStringLiteral("nextpage"), tr("Next"), QKeySequence(Qt::Key_PageDown),
-        [this] { m_preview->setCurrentPage(m_preview->currentPage() + 1); });
-    add(QStringLiteral("lastpage"), tr("Last"), QKeySequence(Qt::CTRL | Qt::Key_End),
-        [this] { m_preview->setCurrentPage(m_preview->pageCount()); });
+        [this] { m_view->setCurrentPage(m_view->currentPage() + 1); });
+    add(QStringLiteral("lastpage"), tr("Last"), QKeySequence(Qt::CTRL | Qt::Key_End), [this] {
+        // The whole report is laid out first: a long one takes a while.
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        m_view->showLastPage();
+        QApplication::restoreOverrideCursor();
+    });
     bar->addSeparator();
     add(QStringLiteral("zoomin"), tr("Zoom in"), QKeySequence(QKeySequence::ZoomIn),
-        [this] { m_preview->zoomIn(); });
+        [this] { m_view->zoomIn(); });
     add(QStringLiteral("zoomout"), tr("Zoom out"), QKeySequence(QKeySequence::ZoomOut),
-        [this] { m_preview->zoomOut(); });
+        [this] { m_view->zoomOut(); });
     add(QStringLiteral("fitwidth"), tr("Fit width"), QKeySequence(Qt::CTRL | Qt::Key_1),
-        [this] { m_preview->fitToWidth(); });
+        [this] { m_view->fitToWidth(); });
     add(QStringLiteral("fitpage"), tr("Whole page"), QKeySequence(Qt::CTRL | Qt::Key_0),
-        [this] { m_preview->fitInView(); });
+        [this] { m_view->fitInView(); });
     bar->addSeparator();
     add(QStringLiteral("printreport"), tr("Print..."), QKeySequence(QKeySequence::Print),
         [this] { print(); });
@@ -74,12 +74,18 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
     add(QStringLiteral("closepreview"), tr("Close"), QKeySequence(Qt::Key_Escape),
         [this] { close(); });
     m_pageLabel = new QLabel(this);
+    m_pageLabel->setObjectName(QStringLiteral("pagenumber"));
     statusBar()->addWidget(m_pageLabel);
     resize(900, 1000);
-    m_preview->fitToWidth();
+    m_view->fitToWidth();
+    updatePageLabel();
 }
 
-PreviewWindow::~PreviewWindow() = default;
+PreviewWindow::~PreviewWindow()
+{
+    // The view paints from the pages: it goes before them.
+    delete m_view;
+}
 
 void PreviewWindow::paintPages(QPrinter *printer)
 {
@@ -95,10 +101,14 @@ void PreviewWindow::paintPages(QPrinter *printer)
 
 void PreviewWindow::updatePageLabel()
 {
-    m_pageLabel->setText(
-        m_error.isEmpty()
-            ? tr("Page %1 of %2").arg(m_preview->currentPage()).arg(m_preview->pageCount())
-            : m_error);
+    const QString error = m_error.isEmpty() ? m_pages->error() : m_error;
+    if (!error.isEmpty())
+        m_pageLabel->setText(error);
+    else if (m_view->isComplete())
+        m_pageLabel->setText(
+            tr("Page %1 of %2").arg(m_view->currentPage()).arg(m_view->pageCount()));
+    else // the rest is laid out when it is asked for
+        m_pageLabel->setText(tr("Page %1 of many").arg(m_view->currentPage()));
 }
 
 void PreviewWindow::print()

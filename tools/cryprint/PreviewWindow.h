@@ -7,12 +7,14 @@
 
 #include <memory>
 
+class PageView;
+class PreviewPages;
 class QLabel;
 class QPrinter;
-class QPrintPreviewWidget;
 
 // The report on screen: its pages, page by page or zoomed, printed on a printer chosen in the
 // print dialog, or exported to PDF or CSV. Everything is reached from the keyboard as well.
+// The pages are laid out as they are needed, so the first one shows at once.
 class PreviewWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -20,7 +22,8 @@ public:
                   QWidget *parent = nullptr);
     ~PreviewWindow() override;
 
-    QPrintPreviewWidget *preview() const { return m_preview; }
+    PageView *preview() const { return m_view; }
+    const PreviewPages &pages() const { return *m_pages; }
     // Writes the report to a file as the export commands do; false with a message on failure.
     bool exportTo(const QString &fileName, const QString &type, QString &error);
 
@@ -32,8 +35,8 @@ private:
 
     ReportDefinition m_def;
     RunnerRequest m_request;
-    std::unique_ptr<QPrinter> m_printer;
-    QPrintPreviewWidget *m_preview = nullptr;
+    std::unique_ptr<PreviewPages> m_pages;
+    PageView *m_view = nullptr;
     QLabel *m_pageLabel = nullptr;
     QString m_error;
 };

@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <utility>
+
 namespace {
 
 int s_connections = 0;
@@ -185,20 +187,34 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
                   QStringLiteral(" FROM ") + from;
     if (!where.isEmpty())
         m_statement += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
+    if (m_quickRows > 0)
+        order << quoted(def.tables[0].name.toLower()) + QStringLiteral(".rowid");
     if (!order.isEmpty())
         m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
-
-    m_query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_connection));
-    m_query->setForwardOnly(true);
-    if (!m_query->prepare(m_statement)) {
-        error = QStringLiteral("The report's statement cannot be prepared: ") +
-                m_query->lastError().text();
+    m_values = values;
+    m_quick = m_quickRows > 0;
+    if (!run(m_quick ? m_statement + QStringLiteral(" LIMIT %1").arg(m_quickRows) : m_statement)) {
+        error = m_error;
+        m_error.clear();
         return false;
     }
-    for (const QVariant &v : values)
+    return true;
+}
+
+bool ReportQuery::run(const QString &statement)
+{
+    m_query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_connection));
+    m_query->setForwardOnly(true);
+    if (!m_query->prepare(statement)) {
+        m_error = QStringLiteral("The report's statement cannot be prepared: ") +
+                  m_query->lastError().text();
+        return false;
+    }
+    for (const QVariant &v : std::as_const(m_values))
         m_query->addBindValue(v);
     if (!m_query->exec()) {
-        error = QStringLiteral("The report's rows cannot be read: ") + m_query->lastError().text();
+        m_error =
+            QStringLiteral("The report's rows cannot be read: ") + m_query->lastError().text();
         return false;
     }
     return true;
@@ -208,8 +224,19 @@ bool ReportQuery::next()
 {
     if (!m_query)
         return false;
-    if (m_query->next())
+    if (m_query->next()) {
+        ++m_read;
         return true;
+    }
+    if (!m_query->lastError().isValid() && quickRowsUsedUp()) {
+        // The limited statement gave all it may: the rest come from the whole one.
+        m_quick = false;
+        if (!run(m_statement + QStringLiteral(" LIMIT -1 OFFSET %1").arg(m_read))) {
+            m_query.reset();
+            return false;
+        }
+        return next();
+    }
     if (m_query->lastError().isValid())
         m_error =
             QStringLiteral("Reading the report's rows failed: ") + m_query->lastError().text();

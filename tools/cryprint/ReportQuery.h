@@ -20,6 +20,13 @@ public:
     ReportQuery(const ReportQuery &) = delete;
     ReportQuery &operator=(const ReportQuery &) = delete;
 
+    // Before open: read the first rows through a statement limited to that many, which the
+    // engine answers without sorting every row; the rows after them come from the whole
+    // statement, run only when they are asked for. Ties are broken by the main table's row
+    // number, so both statements give the rows in one order.
+    void setQuickStart(long long rows) { m_quickRows = rows; }
+    // Whether the next row needs the whole statement run (and its rows sorted) first.
+    bool quickRowsUsedUp() const { return m_quick && m_read == m_quickRows; }
     // Opens the files, builds and runs the statement; false with a message on failure.
     bool open(const ReportDefinition &def, const RunnerRequest &request, QString &error);
     // The next row; false at the end (error() says whether the engine failed).
@@ -31,6 +38,7 @@ public:
     QString statement() const { return m_statement; }
 
 private:
+    bool run(const QString &statement);
     bool attach(const ReportDefinition &def, const RunnerRequest &request, QString &error);
     QString m_connection;
     std::unique_ptr<QSqlQuery> m_query;
@@ -39,4 +47,8 @@ private:
     QHash<QString, QHash<QString, QString>> m_names; // table -> field (lower) -> real name
     QString m_statement;
     QString m_error;
+    QVariantList m_values;
+    long long m_quickRows = 0;
+    bool m_quick = false; // the limited statement is being read
+    long long m_read = 0;
 };

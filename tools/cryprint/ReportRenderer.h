@@ -9,8 +9,8 @@ class QIODevice;
 class QPagedPaintDevice;
 class ReportQuery;
 
-// Prints a report's rows as they are read: page by page on a paged device (a PDF file, a
-// printer, the preview), or as CSV lines. Only the current row, the group's totals and the
+// Prints a report's rows as they are read: page by page on a paged device (a printer), into a
+// PDF file written as it goes, or as CSV lines. Only the current row, the group's totals and the
 // current page are held, whatever the number of rows.
 class ReportRenderer {
 public:
@@ -22,6 +22,8 @@ public:
     // Sets the device's page (US letter, the definition's orientation, no margins of its own)
     // and prints every row. Returns the number of rows printed, or -1 with error set.
     long long paint(ReportQuery &rows, QPagedPaintDevice &device, QString &error) const;
+    // A PDF file of US letter pages, each written to out as it is complete.
+    long long pdf(ReportQuery &rows, QIODevice &out, QString &error) const;
     long long csv(ReportQuery &rows, QIODevice &out, QString &error) const;
 
 private:
