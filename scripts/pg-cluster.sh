@@ -2,12 +2,17 @@
 # A throwaway PostgreSQL server for the tests and benchmarks, in a folder of its own:
 #   scripts/pg-cluster.sh start DIR   makes DIR, starts a server listening only on a Unix socket
 #                                      in DIR (no network port), with fsync off
+#   scripts/pg-cluster.sh start DIR durable
+#                                      the same, but commits reach the disk as on a real server
+#                                      (fsync on), for benchmarks
 #   scripts/pg-cluster.sh stop DIR    stops the server and removes DIR
 # The server's superuser is "postgres" (trust on the socket). initdb refuses to run as root, so
 # as root the server runs as the postgres user.
 set -euo pipefail
 action=${1:?start or stop}
 dir=${2:?the server folder}
+durability="-c fsync=off -c synchronous_commit=off -c full_page_writes=off"
+[ "${3:-}" != durable ] || durability=""
 bin=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -1)
 [ -n "$bin" ] || { echo "PostgreSQL is not installed (scripts/setup.sh installs it)." >&2; exit 1; }
 as=()
@@ -21,8 +26,8 @@ start)
   # The superuser comes in without a password; everyone else needs theirs.
   printf 'local all postgres trust\nlocal all all scram-sha-256\n' >"$dir/data/pg_hba.conf"
   "${as[@]}" "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w -s \
-    -o "-c listen_addresses='' -c unix_socket_directories='$dir' -c fsync=off \
-        -c synchronous_commit=off -c full_page_writes=off -c max_connections=400" start \
+    -o "-c listen_addresses='' -c unix_socket_directories='$dir' $durability \
+        -c max_connections=400" start \
     || { cat "$dir/server.log" >&2; exit 1; }
   # Every database made for a test is a copy of template1: the case-blind text type is there.
   "${as[@]}" "$bin/psql" -h "$dir" -U postgres -d template1 -qc \

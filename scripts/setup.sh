@@ -5,7 +5,7 @@ packages=(
   build-essential cmake pkg-config
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql qt6-qpa-plugins
   libgl-dev
-  googletest libgtest-dev libgmock-dev libsqlite3-dev
+  googletest libgtest-dev libgmock-dev libsqlite3-dev libpq-dev
   xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils qpdf sqlite3 fonts-dejavu-core
   postgresql postgresql-client
   libmdb3 mdbtools-dev libglib2.0-dev

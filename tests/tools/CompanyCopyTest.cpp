@@ -101,6 +101,32 @@ TEST_F(CompanyCopyTest, EveryRowAndMoneyTotalArrivesAndIsCompared)
     EXPECT_TRUE(sawVendors);
 }
 
+TEST_F(CompanyCopyTest, TheTotalsOfManyLargeAmountsAreAddedUpExactly)
+{
+    // Added up as floating point, a thousand amounts of this size drift by more than a
+    // ten-thousandth, and a sound copy would be reported as differing.
+    SqliteCompany company;
+    company.exec("ap.mdb", "with recursive n(i) as (select 1 union all select i + 1 from n "
+                           "where i < 1000) insert into invoices (vendnumber, invnumber, "
+                           "invamount) select 2, 'L' || i, 999999999.9999 from n");
+    DataFolder target(DataFolder::Start::Empty);
+    const auto results = CompanyCopy::copy(company.path(), target.path());
+    bool sawInvoices = false;
+    for (const auto &r : results) {
+        EXPECT_TRUE(r.matches()) << r.file.toStdString() << " " << r.table.toStdString();
+        if (r.table != "invoices")
+            continue;
+        for (const auto &m : r.money) {
+            if (m.column != "invamount")
+                continue;
+            sawInvoices = true;
+            EXPECT_NEAR(m.source, 1000000000099.9, 0.0002);
+            EXPECT_NEAR(m.target, 1000000000099.9, 0.0002);
+        }
+    }
+    EXPECT_TRUE(sawInvoices);
+}
+
 TEST_F(CompanyCopyTest, ADatabaseThatAlreadyHoldsTheCompanyIsRefusedAndLeftAsItIs)
 {
     SqliteCompany company;

@@ -28,6 +28,10 @@ sqlite3 *BareEngine::connection(const QString &file)
 
 void BareEngine::run(const RanStatement &statement)
 {
+    if (statement.onServer) {
+        m_server.run(statement);
+        return;
+    }
     sqlite3 *db = connection(statement.file);
     if (!db)
         return;
@@ -54,6 +58,7 @@ double BareEngine::medianMs(const std::vector<RanStatement> &statements, int run
 {
     if (statements.empty())
         return 0;
+    m_server.prepare(statements);
     return ::medianMs(runs, [&] {
         for (const RanStatement &statement : statements)
             run(statement);
@@ -61,5 +66,6 @@ double BareEngine::medianMs(const std::vector<RanStatement> &statements, int run
         for (sqlite3 *db : std::as_const(m_connections))
             if (!sqlite3_get_autocommit(db))
                 sqlite3_exec(db, "rollback", nullptr, nullptr, nullptr);
+        m_server.endTransactions();
     });
 }

@@ -128,7 +128,10 @@ int main(int argc, char *argv[])
         const qlonglong vendor = most.value(0).toLongLong();
         const qlonglong invoices = most.value(1).toLongLong();
         most.finish();
-        StepTimer::note(QStringLiteral("vendor %1 with %2 invoices").arg(vendor).arg(invoices));
+        StepTimer::note(QStringLiteral("engine: %1, vendor %2 with %3 invoices")
+                            .arg(databases.dialect().name())
+                            .arg(vendor)
+                            .arg(invoices));
 
         const VendorWindow::Controls &c = window.controls();
         c.fralookup->hide();

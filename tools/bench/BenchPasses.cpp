@@ -9,6 +9,7 @@
 #include "common/PassProgress.h"
 #include "common/StatusLine.h"
 #include "data/Databases.h"
+#include "data/Dialect.h"
 #include "utilities/BalanceRecalculation.h"
 #include "utilities/YearEndZero.h"
 #include "vendorscreen/VendorWindow.h"
@@ -24,6 +25,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -53,22 +55,30 @@ double seconds(const std::function<void()> &work)
     return timer.nsecsElapsed() / 1e9;
 }
 
-// Runs work on a connection of its own to the data folder's ap.mdb, outside the module.
+// Runs work on a connection of its own to the data folder's ap.mdb, outside the module, on the
+// folder's engine.
 void onOwnConnection(const QString &name, const std::function<void(QSqlDatabase &)> &work)
 {
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        db.setDatabaseName(QDir::current().absoluteFilePath(QStringLiteral("ap.mdb")));
-        db.open();
+        const std::unique_ptr<Dialect> dialect = Dialect::forDataFolder();
+        QSqlDatabase db = dialect->connect(QStringLiteral("ap.mdb"), name, 3000, false);
         work(db);
         db.close();
     }
     QSqlDatabase::removeDatabase(name);
 }
 
-// Puts other totals in place, untimed, before each way of doing a pass is timed. The engine
-// leaves a row's page alone when an update writes the bytes it already holds, so a pass run
-// after another one that left the same totals would be timed writing nothing.
+void runAll(QSqlDatabase &db, const QStringList &statements)
+{
+    QSqlQuery q(db);
+    for (const QString &statement : statements)
+        if (!q.exec(statement))
+            std::printf("%s failed: %s\n", qPrintable(statement), qPrintable(q.lastError().text()));
+}
+
+// Puts other totals in place, untimed, before each way of doing a pass is timed. The SQLite
+// engine leaves a row's page alone when an update writes the bytes it already holds, so a pass
+// run after another one that left the same totals would be timed writing nothing.
 void scrambleTotals()
 {
     onOwnConnection(QStringLiteral("scramble"), [](QSqlDatabase &db) {
@@ -76,7 +86,8 @@ void scrambleTotals()
         if (!q.exec(QStringLiteral("update vendors set vendbalcurrent = -1 - vendnumber, "
                                    "vendytd = -1 - vendnumber")))
             std::printf("scrambling the totals failed: %s\n", qPrintable(q.lastError().text()));
-        q.exec(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
+        // Everything written reaches the database itself before the next timing.
+        runAll(db, Dialect::forDataFolder()->passEnd());
     });
 }
 
@@ -102,29 +113,37 @@ double bareRecords(const QString &statement, int binds, bool scramble = true)
     if (scramble)
         scrambleTotals();
     double taken = 0;
+    const std::unique_ptr<Dialect> dialect = Dialect::forDataFolder();
     onOwnConnection(QStringLiteral("bare"), [&](QSqlDatabase &db) {
         QSqlQuery q(db);
-        q.exec(QStringLiteral("pragma synchronous=NORMAL"));
-        q.exec(QStringLiteral("pragma wal_autocheckpoint=10000"));
+        runAll(db, dialect->passStart());
         std::vector<qlonglong> keys;
         q.exec(QStringLiteral("select vendnumber from vendors order by vendnumber"));
         while (q.next())
             keys.push_back(q.value(0).toLongLong());
         q.finish();
-        QSqlQuery begin(db), write(db), commit(db);
-        begin.prepare(QStringLiteral("begin immediate"));
+        // A light commit's transaction, without the settings the pass made for its length.
+        std::vector<std::unique_ptr<QSqlQuery>> begin;
+        for (const QString &sql : dialect->beginWrite(true, -1, 3000)) {
+            if (dialect->passStart().contains(sql))
+                continue;
+            begin.push_back(std::make_unique<QSqlQuery>(db));
+            begin.back()->prepare(sql);
+        }
+        QSqlQuery write(db), commit(db);
         write.prepare(statement);
         commit.prepare(QStringLiteral("commit"));
         taken = seconds([&] {
             for (const qlonglong key : keys) {
-                begin.exec();
+                for (const auto &step : begin)
+                    step->exec();
                 for (int i = 0; i < binds; ++i)
                     write.bindValue(i, key);
                 write.exec();
                 commit.exec();
             }
         });
-        q.exec(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
+        runAll(db, dialect->afterWrite(true, -1, 3000) + dialect->passEnd());
     });
     return taken;
 }
@@ -165,7 +184,7 @@ int main(int argc, char *argv[])
     }
     Databases &dbs = module.databases();
     std::printf(
-        "vendors: %d, invoices: %d\n",
+        "engine: %s, vendors: %d, invoices: %d\n", qPrintable(dbs.dialect().name()),
         dbs.scalar(QStringLiteral("ap.mdb"), QStringLiteral("select count(*) from vendors"))
             .toInt(),
         dbs.scalar(QStringLiteral("ap.mdb"), QStringLiteral("select count(*) from invoices"))

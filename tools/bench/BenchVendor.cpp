@@ -77,7 +77,8 @@ int main(int argc, char *argv[])
     try {
         const long long vendors =
             firstValue(dbs, QStringLiteral("select count(*) from vendors")).toLongLong();
-        StepTimer::note(QStringLiteral("vendors: %1, invoices: %2")
+        StepTimer::note(QStringLiteral("engine: %1, vendors: %2, invoices: %3")
+                            .arg(dbs.dialect().name())
                             .arg(vendors)
                             .arg(firstValue(dbs, QStringLiteral("select count(*) from invoices"))));
         if (vendors == 0) {
@@ -88,18 +89,19 @@ int main(int argc, char *argv[])
         const QString midNumber = firstValue(
             dbs, QStringLiteral("select vendnumber from vendors order by vendnumber limit 1 "
                                 "offset (select count(*) / 2 from vendors)"));
+        // Entries from the middle of the file, found the same way on either engine.
         const QString entries[7] = {
             midNumber,
             QStringLiteral("M"),
             QStringLiteral("M"),
-            firstValue(dbs, QStringLiteral("select invnumber from invoices where rowid >= "
-                                           "(select max(rowid) / 2 from invoices) limit 1")),
+            firstValue(dbs, QStringLiteral("select invnumber from invoices where vendnumber >= ") +
+                                midNumber + QStringLiteral(" order by vendnumber limit 1")),
             firstValue(dbs, QStringLiteral("select invchecknumber from invoices where "
-                                           "invchecknumber > 0 and rowid >= (select max(rowid) "
-                                           "/ 2 from invoices) limit 1")),
+                                           "invchecknumber > 0 and vendnumber >= ") +
+                                midNumber + QStringLiteral(" order by vendnumber limit 1")),
             QStringLiteral("P"),
-            firstValue(dbs, QStringLiteral("select vendglacct from vendors where rowid >= "
-                                           "(select max(rowid) / 2 from vendors) limit 1")),
+            firstValue(dbs, QStringLiteral("select vendglacct from vendors where vendnumber >= ") +
+                                midNumber + QStringLiteral(" order by vendnumber limit 1")),
         };
         const char *names[7] = {"vendor #", "vendor name", "contact",   "invoice #",
                                 "check #",  "product",     "G/L number"};

@@ -63,7 +63,9 @@ void StepTimer::step(const char *name, const std::function<void()> &prepare,
                     median, bare, median / bare, msecs.front(), msecs.back(), ran.size(), slow);
     if (qEnvironmentVariableIsSet("BENCH_STATEMENTS"))
         for (const RanStatement &statement : ran)
-            std::printf("    [%d rows] %s\n", statement.rows, qPrintable(statement.sql));
+            std::printf("    [%d rows] %s\n", statement.rows, qPrintable(statement.shown()));
+    for (const QString &failure : m_bare.takeFailures())
+        std::printf("    bare run failed: %s\n", qPrintable(failure));
 }
 
 void StepTimer::single(const char *name, double ms, const QString &note)

@@ -185,11 +185,13 @@ TableResult compare(QSqlDatabase &source, QSqlDatabase &target, const QString &f
         const QString column = shape.fieldName(i);
         if (!Schema::isMoney(table, column))
             continue;
-        // Each side adds up the values as the copy wrote them: rounded to four decimals.
-        const QString sum = QStringLiteral("select coalesce(sum(round(%1, 4)), 0) from \"%2\"");
+        // Each side adds up whole ten-thousandths, as the copy wrote the values: a sum of
+        // millions of amounts as floating point drifts by more than one.
+        const QString sum = QStringLiteral(
+            "select coalesce(sum(cast(round(%1 * 10000) as bigint)), 0) from \"%2\"");
         result.money.push_back(
-            {column, Money::round4(valueOf(source, sum.arg(column, table)).toDouble()),
-             Money::round4(valueOf(target, sum.arg(column, table.toLower())).toDouble())});
+            {column, valueOf(source, sum.arg(column, table)).toLongLong() / 10000.0,
+             valueOf(target, sum.arg(column, table.toLower())).toLongLong() / 10000.0});
     }
     return result;
 }
