@@ -5,9 +5,8 @@
 #include <QString>
 #include <QVariantList>
 
-// Where the converted tables go. SqliteDestination writes the module's SQLite files; a
-// PostgreSQL destination (a schema per data folder) is meant to implement the same calls once
-// the module can run on that engine. Failures are thrown as ImportError.
+// Where the converted tables go: SqliteDestination writes the module's SQLite files,
+// PostgresDestination a schema per file on the server. Failures are thrown as ImportError.
 class ImportDestination {
 public:
     virtual ~ImportDestination() = default;

@@ -6,8 +6,12 @@
 #include "data/SqliteDialect.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSqlError>
 #include <QSqlRecord>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using TablePlans::quoted;
 
@@ -141,6 +145,13 @@ void SqliteDestination::endFile()
     // Everything into the file itself, so that it travels alone.
     run(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
     close();
+    // The finished file reaches the disk before it is moved into place.
+    const int fd = ::open(
+        QFile::encodeName(QDir(m_folder).absoluteFilePath(m_fileName)).constData(), O_RDONLY);
+    if (fd >= 0) {
+        ::fsync(fd);
+        ::close(fd);
+    }
 }
 
 void SqliteDestination::close()
