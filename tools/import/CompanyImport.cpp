@@ -3,6 +3,7 @@
 #include "AccessReader.h"
 #include "FileImport.h"
 #include "ImportError.h"
+#include "JetHeader.h"
 #include "PostgresDestination.h"
 #include "SqliteDestination.h"
 
@@ -58,6 +59,24 @@ void checkSource(const QString &path)
         QStringLiteral("The file '%1' is not an Access database (its first bytes say otherwise).")
             .arg(path));
 }
+
+// What the file's protection in Access means for the imported data.
+QStringList protectionWarnings(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const auto protection = JetHeader::protectionOf(file.read(JetHeader::headerSize));
+    QStringList warnings;
+    if (protection && protection->password)
+        warnings << QStringLiteral("the file has a database password in Access; the import "
+                                   "reads it without one, and the imported data is not "
+                                   "protected by it");
+    if (protection && protection->encoded)
+        warnings << QStringLiteral("the file is encoded (Encode Database in Access); it was "
+                                   "decoded for the import");
+    return warnings;
+}
 } // namespace
 
 QStringList CompanyImport::accessFiles(const QString &sourceFolder) const
@@ -109,7 +128,7 @@ void CompanyImport::importFiles(const QString &source, const QStringList &files,
 {
     for (const QString &name : files) {
         const QString path = QDir(source).filePath(name);
-        summary.files.push_back(FileSummary{name, {}});
+        summary.files.push_back(FileSummary{name, {}, protectionWarnings(path)});
         FileImport fileImport(
             name, destination, summary.files.back(),
             [this, name](const QString &table, qint64 rows, qint64 of) {
