@@ -289,3 +289,22 @@ TEST_F(ServerImport, ADatabaseHoldingOtherFilesOnlyIsUsed)
     EXPECT_EQ(schemas(target).join(","), "ap_mdb,config_mdb,emp_mdb,gl_mdb,user_mdb");
     EXPECT_EQ(target.scalar("emp.mdb", "select count(*) from empinfo").toInt(), 1);
 }
+
+TEST_F(ServerImport, MoneyTotalsOfLargeAmountsAreAddedUpExactly)
+{
+    DataFolder target(DataFolder::Start::Empty);
+    fixture.useDataFolder(target.path());
+    fixture.writeSource("ap.mdb", jetHeader());
+    StreamBuilder s;
+    s.table("Ledger", 100, {{"Amount", P::Currency}});
+    for (int i = 0; i < 100; ++i)
+        s.row().money(10000000000001); // 1,000,000,000.0001
+    fixture.useStream(s.end(100).endOfFile().bytes());
+    ASSERT_EQ(fixture.run(), QString());
+    const TableSummary &ledger = fixture.summary().files.at(0).tables.at(0);
+    ASSERT_EQ(ledger.totals.size(), 1u);
+    EXPECT_EQ(ledger.totals[0].read, 1000000000000100);
+    EXPECT_EQ(ledger.totals[0].written, 1000000000000100);
+    EXPECT_EQ(target.scalar("ap.mdb", "select sum(amount)::text from ledger").toString(),
+              "100000000000.0100");
+}

@@ -17,6 +17,7 @@ public:
     virtual void endTable() = 0;
     // What the current table holds, read back after endTable().
     virtual qint64 rowCount() = 0;
-    virtual double columnTotal(const QString &column) = 0;
+    // The total of a money column in ten-thousandths, added up exactly.
+    virtual qint64 moneyTotal(const QString &column) = 0;
     virtual void endFile() = 0;
 };

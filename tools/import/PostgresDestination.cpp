@@ -184,15 +184,16 @@ qint64 PostgresDestination::rowCount()
     return q.value(0).toLongLong();
 }
 
-double PostgresDestination::columnTotal(const QString &column)
+qint64 PostgresDestination::moneyTotal(const QString &column)
 {
+    // Amounts are exact decimals on the server; the sum is made whole ten-thousandths there.
     QSqlQuery q(QSqlDatabase::database(m_connection, false));
-    if (!q.exec(QStringLiteral("select sum(%1) from %2")
+    if (!q.exec(QStringLiteral("select (coalesce(sum(%1), 0) * 10000)::bigint from %2")
                     .arg(identifier(column), identifier(m_table))) ||
         !q.next())
         throw ImportError(QStringLiteral("column '%1' of table '%2' could not be added up: %3")
                               .arg(column, m_table, q.lastError().text().trimmed()));
-    return q.value(0).toDouble();
+    return q.value(0).toLongLong();
 }
 
 void PostgresDestination::endFile()

@@ -27,7 +27,7 @@ public:
     void insert(const QVariantList &values) override;
     void endTable() override;
     qint64 rowCount() override;
-    double columnTotal(const QString &column) override;
+    qint64 moneyTotal(const QString &column) override;
     void endFile() override;
     // Makes everything written visible at once.
     void commit();

@@ -122,14 +122,18 @@ qint64 SqliteDestination::rowCount()
     return q.value(0).toLongLong();
 }
 
-double SqliteDestination::columnTotal(const QString &column)
+qint64 SqliteDestination::moneyTotal(const QString &column)
 {
+    // Each amount as whole ten-thousandths first: a sum of the stored floating-point values
+    // drifts by more than that over a hundred thousand rows.
     QSqlQuery q(db());
-    if (!q.exec(QStringLiteral("select sum(%1) from %2").arg(quoted(column), quoted(m_table))) ||
+    if (!q.exec(QStringLiteral("select coalesce(sum(cast(round(%1 * 10000) as integer)), 0) "
+                               "from %2")
+                    .arg(quoted(column), quoted(m_table))) ||
         !q.next())
         throw ImportError(QStringLiteral("column '%1' of table '%2' could not be added up: %3")
                               .arg(column, m_table, q.lastError().text()));
-    return q.value(0).toDouble();
+    return q.value(0).toLongLong();
 }
 
 void SqliteDestination::endFile()
