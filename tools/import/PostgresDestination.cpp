@@ -102,10 +102,10 @@ void PostgresDestination::start(const QStringList &fileNames)
     }
     if (!held.isEmpty())
         throw ImportError(
-            QStringLiteral("%1 already holds a company (%2). The import writes only "
-                           "into a database that holds none of the files; nothing "
+            QStringLiteral("The database %1 on %2 already holds a company (%3). The import "
+                           "writes only into a database that holds none of the files; nothing "
                            "was changed.")
-                .arg(place().left(1).toUpper() + place().mid(1), held.join(QStringLiteral(", "))));
+                .arg(m_settings.database, m_settings.host, held.join(QStringLiteral(", "))));
     run(QStringLiteral("begin"));
     m_inTransaction = true;
     // The module's text columns need the case-blind text type.
