@@ -449,4 +449,22 @@ QString ensure(QSqlDatabase &db, const QString &fileName, const Dialect &dialect
     return {};
 }
 
+QString makeTablesInTransaction(QSqlDatabase &db, const QString &fileName, const Dialect &dialect)
+{
+    QString error;
+    const bool ok =
+        run(db, QStringLiteral("create table schema_version (version INTEGER)"), error) &&
+        createTables(db, fileName, dialect, error) &&
+        run(db,
+            QStringLiteral("insert into schema_version (version) values (%1)").arg(currentVersion),
+            error);
+    return ok ? QString() : error;
+}
+
+QString makeIndexesInTransaction(QSqlDatabase &db, const QString &fileName)
+{
+    QString error;
+    return createIndexes(db, fileName, error) ? QString() : error;
+}
+
 } // namespace Schema

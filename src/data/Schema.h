@@ -44,4 +44,11 @@ constexpr int currentVersion = 4;
 // engine's error text, or "" on success.
 QString ensure(QSqlDatabase &db, const QString &fileName, const Dialect &dialect);
 
+// For a new, empty database filled in the same transaction as it is made (the import): the
+// file's tables and its layout version, and afterwards, once the rows are in, its indexes.
+// Both run inside the caller's open transaction and neither opens nor ends one. Return the
+// engine's error text, or "" on success.
+QString makeTablesInTransaction(QSqlDatabase &db, const QString &fileName, const Dialect &dialect);
+QString makeIndexesInTransaction(QSqlDatabase &db, const QString &fileName);
+
 } // namespace Schema

@@ -10,7 +10,9 @@
 
 #include <gtest/gtest.h>
 
-ImportFixture::ImportFixture() : m_reader(QStringLiteral(APMASTER_MDB_READER_PROGRAM))
+ImportFixture::ImportFixture() :
+    m_data(m_dir.filePath(QStringLiteral("data"))),
+    m_reader(QStringLiteral(APMASTER_MDB_READER_PROGRAM))
 {
     QDir(m_dir.path()).mkdir(QStringLiteral("source"));
 }

@@ -18,7 +18,9 @@ public:
     ~ImportFixture();
 
     QString source() const { return m_dir.filePath(QStringLiteral("source")); }
-    QString data() const { return m_dir.filePath(QStringLiteral("data")); }
+    QString data() const { return m_data; }
+    // Imports into another data folder (one set to the server engine, say).
+    void useDataFolder(const QString &path) { m_data = path; }
     QString sourceFile(const QString &name) const;
     QString dataFile(const QString &name) const;
 
@@ -42,6 +44,7 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    QString m_data;
     QString m_reader;
     ImportSummary m_summary;
     QStringList m_progress;

@@ -299,3 +299,29 @@ TEST(ModuleTables, AFileNameInCapitalsIsTheModulesFileToo)
                   .toString(),
               "INTEGER");
 }
+
+TEST(ModuleTables, MoneyTotalsOfAThousandLargeAmountsAreAddedUpExactly)
+{
+    // Added up as floating-point numbers, these thousand amounts miss their total by a
+    // ten-thousandth; the comparison of both sides must not.
+    ImportFixture fixture;
+    fixture.writeSource("ap.mdb", jetHeader());
+    StreamBuilder s;
+    s.table("vendors", 1000, {{"vendnumber", P::LongInteger}, {"vendytd", P::Currency}});
+    for (int i = 0; i < 1000; ++i)
+        s.row().integer(i + 1).money(123456789012); // 12,345,678.9012
+    s.end(1000);
+    s.table("Ledger", 100, {{"Amount", P::Currency}});
+    for (int i = 0; i < 100; ++i)
+        s.row().money(10000000000001); // 1,000,000,000.0001
+    fixture.useStream(s.end(100).endOfFile().bytes());
+    ASSERT_EQ(fixture.run(), QString());
+    const std::vector<TableSummary> &tables = fixture.summary().files.at(0).tables;
+    ASSERT_EQ(tables.size(), 2u);
+    ASSERT_EQ(tables[0].totals.size(), 1u);
+    EXPECT_EQ(tables[0].totals[0].read, 123456789012000);
+    EXPECT_EQ(tables[0].totals[0].written, 123456789012000);
+    ASSERT_EQ(tables[1].totals.size(), 1u);
+    EXPECT_EQ(tables[1].totals[0].read, 1000000000000100);
+    EXPECT_EQ(tables[1].totals[0].written, 1000000000000100);
+}

@@ -3,16 +3,17 @@
 #include "AccessReader.h"
 #include "FileImport.h"
 #include "ImportError.h"
+#include "JetHeader.h"
+#include "PostgresDestination.h"
 #include "SqliteDestination.h"
+
+#include "data/EngineSettings.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 // What the first bytes of a file say it is.
@@ -59,14 +60,22 @@ void checkSource(const QString &path)
             .arg(path));
 }
 
-// The finished file reaches the disk before it is moved into place.
-void flushToDisk(const QString &path)
+// What the file's protection in Access means for the imported data.
+QStringList protectionWarnings(const QString &path)
 {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY);
-    if (fd >= 0) {
-        ::fsync(fd);
-        ::close(fd);
-    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const auto protection = JetHeader::protectionOf(file.read(JetHeader::headerSize));
+    QStringList warnings;
+    if (protection && protection->password)
+        warnings << QStringLiteral("the file has a database password in Access; the import "
+                                   "reads it without one, and the imported data is not "
+                                   "protected by it");
+    if (protection && protection->encoded)
+        warnings << QStringLiteral("the file is encoded (Encode Database in Access); it was "
+                                   "decoded for the import");
+    return warnings;
 }
 } // namespace
 
@@ -114,26 +123,37 @@ int CompanyImport::timeLimitFor(const QString &path) const
     return 60 + int(QFileInfo(path).size() / (1024 * 1024)) * 10;
 }
 
-ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dataFolder)
+void CompanyImport::importFiles(const QString &source, const QStringList &files,
+                                ImportDestination &destination, ImportSummary &summary) const
 {
-    const QString source = QFileInfo(sourceFolder).absoluteFilePath();
-    const QString data = QFileInfo(dataFolder).absoluteFilePath();
-    const QStringList files = accessFiles(source);
     for (const QString &name : files) {
+        const QString path = QDir(source).filePath(name);
+        summary.files.push_back(FileSummary{name, {}, protectionWarnings(path)});
+        FileImport fileImport(
+            name, destination, summary.files.back(),
+            [this, name](const QString &table, qint64 rows, qint64 of) {
+                if (m_options.progress)
+                    m_options.progress(
+                        QStringLiteral("%1: %2, %3 of %4 rows").arg(name, table).arg(rows).arg(of));
+            });
+        destination.beginFile(name);
         try {
-            checkSource(QDir(source).filePath(name));
+            AccessReader(m_options.readerProgram, timeLimitFor(path)).read(path, fileImport);
         } catch (const ImportError &e) {
-            throw ImportError(e.message() + QStringLiteral(" Nothing was imported."));
+            throw ImportError(
+                QStringLiteral("The import stopped at '%1': %2.").arg(path, e.message()));
         }
+        destination.endFile();
     }
-    checkDataFolder(data);
+}
 
+void CompanyImport::intoFiles(const QString &source, const QStringList &files, const QString &data,
+                              ImportSummary &summary) const
+{
+    checkDataFolder(data);
     const bool madeFolder = !QFileInfo::exists(data);
     if (madeFolder && !QDir().mkpath(data))
         throw ImportError(QStringLiteral("The folder '%1' could not be made.").arg(data));
-    ImportSummary summary;
-    summary.source = source;
-    summary.destination = data;
     try {
         QTemporaryDir work(QDir(data).filePath(QStringLiteral(".apmaster-import-XXXXXX")));
         if (!work.isValid())
@@ -141,29 +161,7 @@ ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dat
                                   .arg(data, work.errorString()));
         {
             SqliteDestination destination(work.path());
-            for (const QString &name : files) {
-                const QString path = QDir(source).filePath(name);
-                summary.files.push_back(FileSummary{name, {}});
-                FileImport fileImport(name, destination, summary.files.back(),
-                                      [this, name](const QString &table, qint64 rows, qint64 of) {
-                                          if (m_options.progress)
-                                              m_options.progress(
-                                                  QStringLiteral("%1: %2, %3 of %4 rows")
-                                                      .arg(name, table)
-                                                      .arg(rows)
-                                                      .arg(of));
-                                      });
-                destination.beginFile(name);
-                try {
-                    AccessReader(m_options.readerProgram, timeLimitFor(path))
-                        .read(path, fileImport);
-                } catch (const ImportError &e) {
-                    throw ImportError(
-                        QStringLiteral("The import stopped at '%1': %2.").arg(path, e.message()));
-                }
-                destination.endFile();
-                flushToDisk(QDir(work.path()).filePath(name));
-            }
+            importFiles(source, files, destination, summary);
         }
         for (const QString &name : files) {
             if (!QFile::rename(QDir(work.path()).filePath(name), QDir(data).filePath(name)))
@@ -180,6 +178,52 @@ ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dat
             QDir().rmdir(data);
         throw ImportError(e.message() + QStringLiteral(" Nothing was written to '%1'.").arg(data));
     }
+}
+
+void CompanyImport::intoServer(const QString &source, const QStringList &files,
+                               const QString &settingsFile, ImportSummary &summary) const
+{
+    QFile file(settingsFile);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw ImportError(QStringLiteral("The engine settings file '%1' could not be read: %2")
+                              .arg(settingsFile, file.errorString()));
+    const EngineSettings settings = EngineSettings::parse(QString::fromUtf8(file.readAll()));
+    if (!settings.error.isEmpty())
+        throw ImportError(QStringLiteral("The engine settings file '%1' is not right: %2")
+                              .arg(settingsFile, settings.error));
+    PostgresDestination destination(settings);
+    destination.start(files);
+    try {
+        importFiles(source, files, destination, summary);
+        destination.commit();
+    } catch (const ImportError &e) {
+        // Leaving the destination rolls everything back.
+        throw ImportError(e.message() +
+                          QStringLiteral(" Nothing was written to %1.").arg(destination.place()));
+    }
+}
+
+ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dataFolder)
+{
+    const QString source = QFileInfo(sourceFolder).absoluteFilePath();
+    const QString data = QFileInfo(dataFolder).absoluteFilePath();
+    const QStringList files = accessFiles(source);
+    for (const QString &name : files) {
+        try {
+            checkSource(QDir(source).filePath(name));
+        } catch (const ImportError &e) {
+            throw ImportError(e.message() + QStringLiteral(" Nothing was imported."));
+        }
+    }
+    ImportSummary summary;
+    summary.source = source;
+    summary.destination = data;
+    // A data folder set to the server engine names its database in the engine settings file.
+    const QString settingsFile = QDir(data).filePath(QLatin1String(EngineSettings::fileName));
+    if (QFileInfo(settingsFile).isFile())
+        intoServer(source, files, settingsFile, summary);
+    else
+        intoFiles(source, files, data, summary);
     QFile log(QDir(data).filePath(logName()));
     if (log.open(QIODevice::Append | QIODevice::Text))
         log.write(

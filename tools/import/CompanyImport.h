@@ -7,9 +7,13 @@
 
 #include <functional>
 
+class ImportDestination;
+
 // Converts every Access file (*.mdb) of a source folder into the module's database file of the
 // same name in a data folder: all of it into a work folder inside the data folder first, moved
 // into place only when every file is done, so that a failure leaves the data folder as it was.
+// A data folder set to PostgreSQL (database.ini) gets a schema per file instead, all of them
+// written in one transaction.
 // The source files are only read. Failures are thrown as ImportError.
 class CompanyImport {
 public:
@@ -26,6 +30,14 @@ public:
     static QString logName() { return QStringLiteral("import.log"); }
 
 private:
+    void importFiles(const QString &source, const QStringList &files,
+                     ImportDestination &destination, ImportSummary &summary) const;
+    // Into the SQLite files of a data folder, moved into place when all are done.
+    void intoFiles(const QString &source, const QStringList &files, const QString &data,
+                   ImportSummary &summary) const;
+    // Into the PostgreSQL database the data folder's engine settings name, in one transaction.
+    void intoServer(const QString &source, const QStringList &files, const QString &settingsFile,
+                    ImportSummary &summary) const;
     QStringList accessFiles(const QString &sourceFolder) const;
     void checkDataFolder(const QString &dataFolder) const;
     int timeLimitFor(const QString &path) const;

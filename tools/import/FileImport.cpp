@@ -94,7 +94,7 @@ void FileImport::endTable(quint32 rowsRead)
         const ColumnPlan &column = m_plan.columns[i];
         if (column.money) {
             const MoneyTotal total{column.name, m_moneyRead[i],
-                                   tenThousandths(m_destination.columnTotal(column.name))};
+                                   m_destination.moneyTotal(column.name)};
             summary.totals.push_back(total);
             if (total.read != total.written)
                 throw ImportError(

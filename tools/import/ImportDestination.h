@@ -5,9 +5,8 @@
 #include <QString>
 #include <QVariantList>
 
-// Where the converted tables go. SqliteDestination writes the module's SQLite files; a
-// PostgreSQL destination (a schema per data folder) is meant to implement the same calls once
-// the module can run on that engine. Failures are thrown as ImportError.
+// Where the converted tables go: SqliteDestination writes the module's SQLite files,
+// PostgresDestination a schema per file on the server. Failures are thrown as ImportError.
 class ImportDestination {
 public:
     virtual ~ImportDestination() = default;
@@ -18,6 +17,7 @@ public:
     virtual void endTable() = 0;
     // What the current table holds, read back after endTable().
     virtual qint64 rowCount() = 0;
-    virtual double columnTotal(const QString &column) = 0;
+    // The total of a money column in ten-thousandths, added up exactly.
+    virtual qint64 moneyTotal(const QString &column) = 0;
     virtual void endFile() = 0;
 };

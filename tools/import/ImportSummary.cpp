@@ -8,6 +8,8 @@ QString ImportSummary::text() const
     lines << QStringLiteral("Imported '%1' into '%2'.").arg(source, destination);
     for (const FileSummary &file : files) {
         lines << QString() << file.name;
+        for (const QString &w : file.warnings)
+            lines << QStringLiteral("  warning: ") + w;
         for (const TableSummary &t : file.tables) {
             const QString name = t.sourceName == t.name
                                      ? t.name

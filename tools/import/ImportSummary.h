@@ -25,6 +25,7 @@ struct TableSummary {
 struct FileSummary {
     QString name;
     std::vector<TableSummary> tables;
+    QStringList warnings; // about the file as a whole
 };
 
 struct ImportSummary {

@@ -6,8 +6,12 @@
 #include "data/SqliteDialect.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSqlError>
 #include <QSqlRecord>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using TablePlans::quoted;
 
@@ -118,14 +122,18 @@ qint64 SqliteDestination::rowCount()
     return q.value(0).toLongLong();
 }
 
-double SqliteDestination::columnTotal(const QString &column)
+qint64 SqliteDestination::moneyTotal(const QString &column)
 {
+    // Each amount as whole ten-thousandths first: a sum of the stored floating-point values
+    // drifts by more than that over a hundred thousand rows.
     QSqlQuery q(db());
-    if (!q.exec(QStringLiteral("select sum(%1) from %2").arg(quoted(column), quoted(m_table))) ||
+    if (!q.exec(QStringLiteral("select coalesce(sum(cast(round(%1 * 10000) as integer)), 0) "
+                               "from %2")
+                    .arg(quoted(column), quoted(m_table))) ||
         !q.next())
         throw ImportError(QStringLiteral("column '%1' of table '%2' could not be added up: %3")
                               .arg(column, m_table, q.lastError().text()));
-    return q.value(0).toDouble();
+    return q.value(0).toLongLong();
 }
 
 void SqliteDestination::endFile()
@@ -141,6 +149,13 @@ void SqliteDestination::endFile()
     // Everything into the file itself, so that it travels alone.
     run(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
     close();
+    // The finished file reaches the disk before it is moved into place.
+    const int fd = ::open(
+        QFile::encodeName(QDir(m_folder).absoluteFilePath(m_fileName)).constData(), O_RDONLY);
+    if (fd >= 0) {
+        ::fsync(fd);
+        ::close(fd);
+    }
 }
 
 void SqliteDestination::close()

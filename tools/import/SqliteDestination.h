@@ -18,7 +18,7 @@ public:
     void insert(const QVariantList &values) override;
     void endTable() override;
     qint64 rowCount() override;
-    double columnTotal(const QString &column) override;
+    qint64 moneyTotal(const QString &column) override;
     void endFile() override;
 
 private:

@@ -1,6 +1,7 @@
 // apmaster-import SOURCE_FOLDER DATA_FOLDER [--time-limit SECONDS]
 // Converts every Access database file of SOURCE_FOLDER into the module's database file of the
-// same name in DATA_FOLDER (a new or empty folder), prints a summary and writes it to
+// same name in DATA_FOLDER (a new or empty folder; or the schema of that name in the PostgreSQL
+// database DATA_FOLDER's database.ini names), prints a summary and writes it to
 // DATA_FOLDER/import.log.
 #include "CompanyImport.h"
 #include "ImportError.h"
@@ -27,7 +28,8 @@ int usage()
 {
     std::fputs("usage: apmaster-import SOURCE_FOLDER DATA_FOLDER [--time-limit SECONDS]\n"
                "Converts the Access files (*.mdb) of SOURCE_FOLDER into the module's files of\n"
-               "the same names in DATA_FOLDER, a new or empty folder.\n",
+               "the same names in DATA_FOLDER, a new or empty folder (or into the schemas of\n"
+               "the same names when DATA_FOLDER's database.ini names a PostgreSQL database).\n",
                stderr);
     return 2;
 }
@@ -40,8 +42,9 @@ int main(int argc, char **argv)
     if (args.contains(QStringLiteral("--help")) || args.contains(QStringLiteral("-h"))) {
         std::fputs("Usage: apmaster-import SOURCE_FOLDER DATA_FOLDER [--time-limit SECONDS]\n"
                    "Converts the Access files (*.mdb) of SOURCE_FOLDER into the module's files "
-                   "of\nthe same names in DATA_FOLDER, a new or empty folder, and prints a "
-                   "summary.\n",
+                   "of\nthe same names in DATA_FOLDER, a new or empty folder (or into the "
+                   "schemas of\nthe same names when DATA_FOLDER's database.ini names a "
+                   "PostgreSQL database),\nand prints a summary.\n",
                    stdout);
         return 0;
     }
