@@ -5,8 +5,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build}
 timeout=${2:-300}
+shift $(( $# < 2 ? $# : 2 ))   # the rest goes to ctest, e.g. -LE postgres-screens
 server=$(mktemp -d "${TMPDIR:-/tmp}/apmaster-pg.XXXXXX")
 trap 'bash scripts/pg-cluster.sh stop "$server"' EXIT
 bash scripts/pg-cluster.sh start "$server"
 export APMASTER_TEST_POSTGRES_HOST=$server
-ctest --test-dir "$build" -j2 --output-on-failure --timeout "$timeout"
+ctest --test-dir "$build" -j2 --output-on-failure --timeout "$timeout" "$@"
