@@ -461,10 +461,10 @@ QString makeTablesInTransaction(QSqlDatabase &db, const QString &fileName, const
     return ok ? QString() : error;
 }
 
-QString makeIndexesInTransaction(QSqlDatabase &db, const QString &fileName)
+QString makeIndexesInTransaction(QSqlDatabase &db, const QString &fileName, const Dialect &dialect)
 {
     QString error;
-    return createIndexes(db, fileName, error) ? QString() : error;
+    return createIndexes(db, fileName, dialect, error) ? QString() : error;
 }
 
 } // namespace Schema

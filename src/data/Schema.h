@@ -49,6 +49,6 @@ QString ensure(QSqlDatabase &db, const QString &fileName, const Dialect &dialect
 // Both run inside the caller's open transaction and neither opens nor ends one. Return the
 // engine's error text, or "" on success.
 QString makeTablesInTransaction(QSqlDatabase &db, const QString &fileName, const Dialect &dialect);
-QString makeIndexesInTransaction(QSqlDatabase &db, const QString &fileName);
+QString makeIndexesInTransaction(QSqlDatabase &db, const QString &fileName, const Dialect &dialect);
 
 } // namespace Schema

@@ -200,7 +200,7 @@ void PostgresDestination::endFile()
 {
     // The indexes are made once, from the rows, rather than kept up row by row.
     QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-    const QString error = Schema::makeIndexesInTransaction(db, m_fileName.toLower());
+    const QString error = Schema::makeIndexesInTransaction(db, m_fileName.toLower(), m_dialect);
     if (!error.isEmpty())
         throw ImportError(QStringLiteral("the module's indexes could not be made in '%1': %2")
                               .arg(m_fileName, error.trimmed()));
