@@ -8,6 +8,8 @@
 
 namespace {
 int s_instance = 0;
+// Enough for a file's main connection and the readers of a screen's lookup and lists.
+constexpr qsizetype maxSparesPerFile = 4;
 } // namespace
 
 Databases::Databases(std::unique_ptr<Dialect> dialect) :
@@ -52,15 +54,6 @@ QString Databases::connectionName(const QString &fileName, const QString &tag) c
     return m_prefix + fileName.toLower() + (tag.isEmpty() ? QString() : QLatin1Char('#') + tag);
 }
 
-QSqlDatabase Databases::connect(const QString &fileName, const QString &connection)
-{
-    QSqlDatabase db = m_dialect->connect(fileName, connection, m_busyTimeoutMsecs,
-                                         !isOpen(fileName));
-    ++m_openCount;
-    m_connections[fileName.toLower()].append(connection);
-    return db;
-}
-
 void Databases::create(const QString &fileName)
 {
     Dialect::forDataFolder()->create(fileName);
@@ -68,51 +61,111 @@ void Databases::create(const QString &fileName)
 
 bool Databases::exists(const QString &fileName) const
 {
+    // A connection kept aside is out of any transaction, so a question on it disturbs nothing.
+    for (const QStringList &names : m_spares) {
+        if (names.isEmpty())
+            continue;
+        QSqlDatabase db = QSqlDatabase::database(names.first(), false);
+        return m_dialect->existsThrough(db, fileName);
+    }
     return m_dialect->exists(fileName);
 }
 
 QSqlDatabase Databases::open(const QString &fileName)
 {
-    const QString name = connectionName(fileName);
-    if (QSqlDatabase::contains(name))
-        return QSqlDatabase::database(name);
-    return connect(fileName, name);
+    return connection(fileName, {});
 }
 
 QSqlDatabase Databases::openReader(const QString &fileName, const QString &tag)
 {
-    const QString name = connectionName(fileName, tag);
-    if (QSqlDatabase::contains(name))
-        return QSqlDatabase::database(name);
-    return connect(fileName, name);
+    return connection(fileName, tag);
+}
+
+QSqlDatabase Databases::connection(const QString &fileName, const QString &tag)
+{
+    const QString use = connectionName(fileName, tag);
+    const QString served = m_servedBy.value(use);
+    if (!served.isEmpty())
+        return QSqlDatabase::database(served);
+    const QString file = fileName.toLower();
+    QString name = takeSpare(file);
+    QSqlDatabase db;
+    if (!name.isEmpty()) {
+        db = QSqlDatabase::database(name);
+    } else {
+        // A connection kept aside keeps its first name, so a new one may need another.
+        name = use;
+        for (int n = 2; QSqlDatabase::contains(name); ++n)
+            name = use + QStringLiteral("#%1").arg(n);
+        db = m_dialect->connect(fileName, name, m_busyTimeoutMsecs,
+                                !isOpen(fileName) && spareCount(fileName) == 0);
+        ++m_openCount;
+    }
+    m_servedBy.insert(use, name);
+    m_connections[file].append(name);
+    return db;
+}
+
+QString Databases::takeSpare(const QString &file)
+{
+    while (!m_spares.value(file).isEmpty()) {
+        const QString name = m_spares[file].takeLast();
+        if (m_spares[file].isEmpty())
+            m_spares.remove(file);
+        // The server may have ended the session while it was kept (a restart, an idle limit):
+        // a question costs far less than a new connection and finds that out.
+        bool alive = false;
+        {
+            QSqlQuery q(QSqlDatabase::database(name));
+            alive = q.exec(QStringLiteral("select 1"));
+        }
+        if (alive)
+            return name;
+        drop(name);
+    }
+    return {};
 }
 
 void Databases::closeReader(const QString &fileName, const QString &tag)
 {
-    const QString name = connectionName(fileName, tag);
-    if (!QSqlDatabase::contains(name))
-        return;
+    const QString name = m_servedBy.take(connectionName(fileName, tag));
+    if (!name.isEmpty())
+        release(fileName, name);
+}
+
+void Databases::release(const QString &fileName, const QString &connection)
+{
+    const QString file = fileName.toLower();
+    m_connections[file].removeAll(connection);
+    if (m_connections.value(file).isEmpty())
+        m_connections.remove(file);
+    // Only a connection out of any transaction is kept: the next use starts clean.
+    const bool keep = m_dialect->keepsConnectionsForReuse() && m_writes.value(file).depth == 0 &&
+                      m_spares.value(file).size() < maxSparesPerFile;
+    if (keep)
+        m_spares[file].append(connection);
+    else
+        drop(connection);
+}
+
+void Databases::drop(const QString &connection)
+{
     {
-        QSqlDatabase db = QSqlDatabase::database(name, false);
+        QSqlDatabase db = QSqlDatabase::database(connection, false);
         db.close();
     }
-    QSqlDatabase::removeDatabase(name);
-    m_connections[fileName.toLower()].removeAll(name);
-    if (m_connections.value(fileName.toLower()).isEmpty())
-        m_connections.remove(fileName.toLower());
+    QSqlDatabase::removeDatabase(connection);
 }
 
 void Databases::close(const QString &fileName)
 {
-    m_writes.remove(fileName.toLower());
-    const QStringList names = m_connections.take(fileName.toLower());
-    for (const QString &name : names) {
-        {
-            QSqlDatabase db = QSqlDatabase::database(name, false);
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(name);
-    }
+    const QString file = fileName.toLower();
+    const QStringList names = m_connections.value(file);
+    for (auto it = m_servedBy.begin(); it != m_servedBy.end();)
+        it = names.contains(it.value()) ? m_servedBy.erase(it) : std::next(it);
+    for (const QString &name : names)
+        release(fileName, name);
+    m_writes.remove(file);
 }
 
 void Databases::closeAll()
@@ -120,11 +173,20 @@ void Databases::closeAll()
     const QStringList files = m_connections.keys();
     for (const QString &file : files)
         close(file);
+    for (const QStringList &names : std::as_const(m_spares))
+        for (const QString &name : names)
+            drop(name);
+    m_spares.clear();
 }
 
 bool Databases::isOpen(const QString &fileName) const
 {
     return !m_connections.value(fileName.toLower()).isEmpty();
+}
+
+int Databases::spareCount(const QString &fileName) const
+{
+    return int(m_spares.value(fileName.toLower()).size());
 }
 
 QSqlQuery Databases::select(const QString &fileName, const QString &statement)

@@ -39,11 +39,17 @@ public:
     // A further connection to the file for a reader that keeps a statement open.
     QSqlDatabase openReader(const QString &fileName, const QString &tag);
     void closeReader(const QString &fileName, const QString &tag);
+    // Lets go of the file. Where a new connection costs far more than a statement (a server's),
+    // its connections are kept aside, out of any transaction, for the file's next use; closeAll()
+    // ends them too.
     void close(const QString &fileName);
     void closeAll();
+    // Whether the file is in use (connections kept aside do not count).
     bool isOpen(const QString &fileName) const;
     // How many connections were made since this object was made (for the update gate's checks).
     int openCount() const { return m_openCount; }
+    // How many connections to the file are kept aside for its next use.
+    int spareCount(const QString &fileName) const;
 
     // Creates a new, empty database of that file name for the data folder with the module's
     // tables (for the demo generator and a new company); refuses one that is already there.
@@ -86,12 +92,19 @@ private:
         bool light = false;
         int waitMsecs = -1;
     };
-    QSqlDatabase connect(const QString &fileName, const QString &connection);
+    // The connection that serves the file's main use (an empty tag) or a reader's.
+    QSqlDatabase connection(const QString &fileName, const QString &tag);
+    void release(const QString &fileName, const QString &connection);
+    // A connection kept aside for the file that still answers, "" when there is none.
+    QString takeSpare(const QString &file);
+    static void drop(const QString &connection);
     QString connectionName(const QString &fileName, const QString &tag = {}) const;
     void endWrite(const QString &fileName, Write &write);
 
     std::unique_ptr<Dialect> m_dialect;
-    QHash<QString, QStringList> m_connections; // file -> connection names
+    QHash<QString, QStringList> m_connections; // file -> connections in use
+    QHash<QString, QString> m_servedBy;        // use (file and tag) -> its connection
+    QHash<QString, QStringList> m_spares;      // file -> connections kept aside
     QHash<QString, Write> m_writes;            // file -> its open write transaction
     int m_openCount = 0;
     int m_busyTimeoutMsecs = 3000;

@@ -33,6 +33,16 @@ public:
     virtual QString placeOf(const QString &fileName) const = 0;
     // Whether the database of that file name is there (never creates it).
     virtual bool exists(const QString &fileName) const = 0;
+    // The same, asked through an open connection of this engine to any of the folder's files
+    // where that saves making a connection for the question.
+    virtual bool existsThrough(QSqlDatabase &db, const QString &fileName) const
+    {
+        Q_UNUSED(db);
+        return exists(fileName);
+    }
+    // Whether connections let go of are better kept for the next use (making one costs far more
+    // than a statement).
+    virtual bool keepsConnectionsForReuse() const { return false; }
     // An open connection to an existing database under that connection name, its tables made
     // ready when `first` (no other connection of this process is open to it). Throws DbError.
     virtual QSqlDatabase connect(const QString &fileName, const QString &connection,

@@ -215,6 +215,15 @@ bool PostgresDialect::schemaExists(QSqlDatabase &db, const QString &fileName) co
     return q.next();
 }
 
+bool PostgresDialect::existsThrough(QSqlDatabase &db, const QString &fileName) const
+{
+    try {
+        return schemaExists(db, fileName);
+    } catch (const DbError &) {
+        return exists(fileName);
+    }
+}
+
 bool PostgresDialect::exists(const QString &fileName) const
 {
     Probe probe;

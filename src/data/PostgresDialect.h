@@ -23,6 +23,10 @@ public:
 
     QString placeOf(const QString &fileName) const override;
     bool exists(const QString &fileName) const override;
+    // All the files' schemas are in one database, so any connection can tell.
+    bool existsThrough(QSqlDatabase &db, const QString &fileName) const override;
+    // A new connection costs a server process and its log-in: tens of milliseconds.
+    bool keepsConnectionsForReuse() const override { return true; }
     QSqlDatabase connect(const QString &fileName, const QString &connection, int busyMsecs,
                          bool first) const override;
     void create(const QString &fileName) const override;
