@@ -191,13 +191,18 @@ int Databases::spareCount(const QString &fileName) const
 
 QSqlQuery Databases::select(const QString &fileName, const QString &statement)
 {
-    QSqlQuery q(open(fileName));
-    // A read the caller walks while running other statements must then be taken whole.
-    q.setForwardOnly(m_dialect->readsStayOpenBetweenStatements());
     const QString sql = m_dialect->map(statement);
-    if (!q.exec(sql))
-        throw errorFrom(q.lastError(), statement);
-    return q;
+    for (int attempt = 1;; ++attempt) {
+        QSqlQuery q(open(fileName));
+        // A read the caller walks while running other statements must then be taken whole.
+        q.setForwardOnly(m_dialect->readsStayOpenBetweenStatements());
+        if (q.exec(sql))
+            return q;
+        const QSqlError error = q.lastError();
+        q = QSqlQuery();
+        if (attempt > 1 || !renewIfGone(fileName))
+            throw errorFrom(error, statement);
+    }
 }
 
 QVariant Databases::scalar(const QString &fileName, const QString &statement)
@@ -224,10 +229,24 @@ void Databases::beginWrite(const QString &fileName, Commit commit, int waitMsecs
         ++m_writes[key].depth;
         return;
     }
-    QSqlQuery q(open(fileName));
     const bool light = commit == Commit::Light;
     QSqlError error;
     QString failed;
+    // Nothing is written yet: a connection the server ended can be replaced and the start tried
+    // again.
+    if (!runBegin(fileName, light, waitMsecs, error, failed) && renewIfGone(fileName) &&
+        runBegin(fileName, light, waitMsecs, error, failed))
+        failed.clear();
+    if (!failed.isEmpty())
+        throw errorFrom(error, failed);
+    m_writes.insert(key, Write{1, false, light, waitMsecs});
+}
+
+bool Databases::runBegin(const QString &fileName, bool light, int waitMsecs, QSqlError &error,
+                         QString &failed)
+{
+    QSqlQuery q(open(fileName));
+    failed.clear();
     for (const QString &statement : m_dialect->beginWrite(light, waitMsecs, m_busyTimeoutMsecs)) {
         if (!q.exec(statement)) {
             error = q.lastError();
@@ -235,13 +254,34 @@ void Databases::beginWrite(const QString &fileName, Commit commit, int waitMsecs
             break;
         }
     }
-    if (!failed.isEmpty()) {
-        q.exec(QStringLiteral("rollback"));
-        for (const QString &statement : m_dialect->afterWrite(light, waitMsecs, m_busyTimeoutMsecs))
-            q.exec(statement);
-        throw errorFrom(error, failed);
+    if (failed.isEmpty())
+        return true;
+    q.exec(QStringLiteral("rollback"));
+    for (const QString &statement : m_dialect->afterWrite(light, waitMsecs, m_busyTimeoutMsecs))
+        q.exec(statement);
+    return false;
+}
+
+bool Databases::renewIfGone(const QString &fileName, const QString &tag)
+{
+    const QString use = connectionName(fileName, tag);
+    const QString name = m_servedBy.value(use);
+    if (name.isEmpty() || (tag.isEmpty() && isWriting(fileName)))
+        return false;
+    bool alive = false;
+    {
+        QSqlQuery q(QSqlDatabase::database(name, false));
+        alive = q.exec(QStringLiteral("select 1"));
     }
-    m_writes.insert(key, Write{1, false, light, waitMsecs});
+    if (alive)
+        return false;
+    const QString file = fileName.toLower();
+    m_servedBy.remove(use);
+    m_connections[file].removeAll(name);
+    if (m_connections.value(file).isEmpty())
+        m_connections.remove(file);
+    drop(name);
+    return true;
 }
 
 void Databases::endWrite(const QString &fileName, Write &write)

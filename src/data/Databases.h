@@ -50,6 +50,10 @@ public:
     int openCount() const { return m_openCount; }
     // How many connections to the file are kept aside for its next use.
     int spareCount(const QString &fileName) const;
+    // After a failed statement: when the server ended the connection of that use (the file's
+    // main one for an empty tag), it is let go and true returned, so that the caller may try
+    // once more on a new one. Never while the file's write transaction is open on it.
+    bool renewIfGone(const QString &fileName, const QString &tag = {});
 
     // Creates a new, empty database of that file name for the data folder with the module's
     // tables (for the demo generator and a new company); refuses one that is already there.
@@ -100,6 +104,9 @@ private:
     static void drop(const QString &connection);
     QString connectionName(const QString &fileName, const QString &tag = {}) const;
     void endWrite(const QString &fileName, Write &write);
+    // Runs the statements that open a write transaction; the failed one and its error if any.
+    bool runBegin(const QString &fileName, bool light, int waitMsecs, QSqlError &error,
+                  QString &failed);
 
     std::unique_ptr<Dialect> m_dialect;
     QHash<QString, QStringList> m_connections; // file -> connections in use

@@ -45,8 +45,8 @@ public:
     virtual bool keepsConnectionsForReuse() const { return false; }
     // An open connection to an existing database under that connection name, its tables made
     // ready when `first` (no other connection of this process is open to it). Throws DbError.
-    virtual QSqlDatabase connect(const QString &fileName, const QString &connection,
-                                 int busyMsecs, bool first) const = 0;
+    virtual QSqlDatabase connect(const QString &fileName, const QString &connection, int busyMsecs,
+                                 bool first) const = 0;
     // A new database of that file name with the module's tables; refuses one already there.
     virtual void create(const QString &fileName) const = 0;
 

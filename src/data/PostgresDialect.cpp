@@ -273,8 +273,9 @@ void PostgresDialect::create(const QString &fileName) const
                           .arg(placeOf(fileName)));
     const QString error = Schema::ensure(probe.db(), fileName, *this);
     if (!error.isEmpty())
-        throw DbError(DbError::Generic, QStringLiteral("Could not create the file '%1': %2")
-                                            .arg(placeOf(fileName), error));
+        throw DbError(
+            DbError::Generic,
+            QStringLiteral("Could not create the file '%1': %2").arg(placeOf(fileName), error));
 }
 
 QStringList PostgresDialect::beginWrite(bool light, int waitMsecs, int) const

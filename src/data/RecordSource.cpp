@@ -110,8 +110,15 @@ void RecordSource::refresh()
     m_bound = true;
     m_boundFile = m_fileName;
     try {
-        // The first row alone: a lookup shows one row, and a list reads its own pages.
-        m_window.rows = readRows(0, 1);
+        // The first row alone: a lookup shows one row, and a list reads its own pages. A
+        // connection the server ended is replaced once.
+        try {
+            m_window.rows = readRows(0, 1);
+        } catch (const DbError &) {
+            if (!m_dbs.renewIfGone(m_fileName, m_name))
+                throw;
+            m_window.rows = readRows(0, 1);
+        }
     } catch (const DbError &) {
         detach();
         letGo();

@@ -25,7 +25,8 @@ TEST(KeptConnections, AReaderLetGoIsUsedAgainOnTheServerAndClosedOnTheFiles)
     EXPECT_EQ(dbs.openCount(), 1);
     dbs.closeReader("ap.mdb", "lookup");
     EXPECT_FALSE(dbs.isOpen("ap.mdb"));
-    const QVariant one = firstValue(dbs.openReader("ap.mdb", "list"), "select count(*) from vendors");
+    const QVariant one =
+        firstValue(dbs.openReader("ap.mdb", "list"), "select count(*) from vendors");
     EXPECT_EQ(one.toInt(), 0);
     if (DataFolder::onPostgres()) {
         EXPECT_EQ(dbs.openCount(), 1);
@@ -85,12 +86,14 @@ TEST(KeptConnections, AKeptConnectionTheServerEndedIsReplacedByANewOne)
         GTEST_SKIP() << "the files keep no connection";
     DataFolder folder;
     Databases dbs;
-    const int pid = firstValue(dbs.openReader("ap.mdb", "lookup"), "select pg_backend_pid()").toInt();
+    const int pid =
+        firstValue(dbs.openReader("ap.mdb", "lookup"), "select pg_backend_pid()").toInt();
     ASSERT_GT(pid, 0);
     dbs.closeReader("ap.mdb", "lookup");
     ASSERT_EQ(dbs.spareCount("ap.mdb"), 1);
-    EXPECT_EQ(folder.otherProgram("ap.mdb", QStringLiteral("select pg_terminate_backend(%1)").arg(pid)),
-              "");
+    EXPECT_EQ(
+        folder.otherProgram("ap.mdb", QStringLiteral("select pg_terminate_backend(%1)").arg(pid)),
+        "");
     folder.addVendor(12, "After the restart");
     const QVariant name =
         firstValue(dbs.openReader("ap.mdb", "lookup"), "select vendname from vendors");
@@ -122,6 +125,40 @@ TEST(KeptConnections, AKeptConnectionServesTheFileItWasMadeForOnly)
     // gl.mdb has no vendors table: a connection of ap.mdb's would find one.
     EXPECT_FALSE(QSqlQuery(dbs.open("gl.mdb")).exec("select count(*) from vendors"));
     EXPECT_EQ(dbs.scalar("ap.mdb", "select vendname from vendors").toString(), "In ap");
+}
+
+} // namespace
+
+namespace {
+
+TEST(KeptConnections, AReadAfterTheServerEndedTheFilesSessionRunsOnANewOne)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "a file's connection is not ended from outside";
+    DataFolder folder;
+    folder.addVendor(21, "Still here");
+    Databases dbs;
+    const int pid = dbs.scalar("ap.mdb", "select pg_backend_pid()").toInt();
+    ASSERT_GT(pid, 0);
+    EXPECT_EQ(
+        folder.otherProgram("ap.mdb", QStringLiteral("select pg_terminate_backend(%1)").arg(pid)),
+        "");
+    EXPECT_EQ(dbs.scalar("ap.mdb", "select vendname from vendors").toString(), "Still here");
+    EXPECT_EQ(dbs.openCount(), 2);
+}
+
+TEST(KeptConnections, AWriteAfterTheServerEndedTheFilesSessionStartsOnANewOne)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "a file's connection is not ended from outside";
+    DataFolder folder;
+    Databases dbs;
+    const int pid = dbs.scalar("ap.mdb", "select pg_backend_pid()").toInt();
+    EXPECT_EQ(
+        folder.otherProgram("ap.mdb", QStringLiteral("select pg_terminate_backend(%1)").arg(pid)),
+        "");
+    dbs.execute("ap.mdb", "insert into vendors (vendnumber, vendname) values (22, 'Written')");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendname from vendors").toString(), "Written");
 }
 
 } // namespace

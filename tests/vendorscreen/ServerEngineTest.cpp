@@ -1,5 +1,6 @@
 // What only the server engine can do to the module: another session holding a vendor's row,
-// the server ending the module's sessions, a wrong password, a schema that lost a table.
+// the server ending the module's sessions or taking none, a wrong password, a schema that lost
+// a table.
 #include "support/VendorScreen.h"
 
 #include "data/DbError.h"
@@ -35,6 +36,24 @@ protected:
         return QTest::qWaitFor([&] { return psql.readAllStandardOutput().contains("held"); },
                                10000);
     }
+    // Ends every session of the test's database but the one asking, as a restarted server or
+    // an administrator would.
+    void endOtherSessions()
+    {
+        asServerOwner(QStringLiteral("select count(pg_terminate_backend(pid)) from "
+                                     "pg_stat_activity where datname = '%1'")
+                          .arg(database()));
+    }
+    // A statement run by psql in the server's maintenance database; its error output.
+    QString asServerOwner(const QString &statement)
+    {
+        QProcess psql;
+        psql.start("psql",
+                   {"-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U", "postgres",
+                    "-d", "postgres", "-v", "ON_ERROR_STOP=1", "-qc", statement});
+        psql.waitForFinished(30000);
+        return QString::fromLocal8Bit(psql.readAllStandardError());
+    }
 };
 
 TEST_F(ServerEngine, AVendorRowHeldByAnotherSessionIsSavedOnceItLetsGo)
@@ -62,8 +81,8 @@ TEST_F(ServerEngine, ARowHeldLongerThanTheRetriesGivesTheWriteReportAndWritesNot
     ASSERT_TRUE(holdVendorRow(psql));
     c().cmdsave->click();
     ASSERT_EQ(module.dialogs.count(), 1);
-    EXPECT_TRUE(module.dialogs.last()->text.startsWith(
-        "Having trouble writing the record...Code 3260@"))
+    EXPECT_TRUE(
+        module.dialogs.last()->text.startsWith("Having trouble writing the record...Code 3260@"))
         << module.dialogs.last()->text.toStdString();
     EXPECT_EQ(module.window->state().saveRetryCount, 21);
     psql.write("commit;\n\\q\n");
@@ -71,23 +90,49 @@ TEST_F(ServerEngine, ARowHeldLongerThanTheRetriesGivesTheWriteReportAndWritesNot
     EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-0100");
 }
 
-TEST_F(ServerEngine, TheServerEndingTheSessionsGivesAReportNoCrashAndNoHalfWrittenVendor)
+TEST_F(ServerEngine, TheServerEndingTheSessionsIsMetByNewOnesAndTheSaveLandsWhole)
 {
     lookup(0, "100");
     c().cmdmodify->click();
     c().Text1[1]->setText("Acme Renamed");
     c().Text1[7]->setText("217-555-9999");
-    folder.exec("ap.mdb", "select pg_terminate_backend(pid) from pg_stat_activity where "
-                          "datname = current_database() and pid <> pg_backend_pid()");
+    endOtherSessions();
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Acme Renamed");
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-9999");
+    EXPECT_EQ(module.window->state().modifyFlag, 0);
+}
+
+TEST_F(ServerEngine, AServerTakingNoSessionsGivesAReportNoCrashAndNoHalfWrittenVendor)
+{
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[1]->setText("Acme Renamed");
+    c().Text1[7]->setText("217-555-9999");
+    ASSERT_EQ(
+        asServerOwner(QStringLiteral("alter database %1 allow_connections false").arg(database())),
+        "");
+    endOtherSessions();
     c().cmdsave->click();
     ASSERT_GE(module.dialogs.count(), 1);
     EXPECT_TRUE(module.dialogs.last()->text.startsWith("Having trouble writing the record"))
         << module.dialogs.last()->text.toStdString();
+    ASSERT_EQ(
+        asServerOwner(QStringLiteral("alter database %1 allow_connections true").arg(database())),
+        "");
     EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Acme Office Supply");
     EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-0100");
-    // The window still answers: the edit can be cancelled.
+    // The window still answers, and once the server takes sessions again the module works on.
     c().cmdcancel->click();
     EXPECT_EQ(module.window->state().modifyFlag, 0);
+    lookup(0, "100");
+    c().cmdmodify->click();
+    c().Text1[7]->setText("217-555-4444");
+    const qsizetype reports = module.dialogs.count();
+    c().cmdsave->click();
+    EXPECT_EQ(module.dialogs.count(), reports);
+    EXPECT_EQ(vendorColumn(100, "vendphone").toString(), "217-555-4444");
 }
 
 TEST_F(ServerEngine, ATableMissingFromASchemaIsMadeAgainAsOnTheFiles)
