@@ -205,6 +205,20 @@ QSqlDatabase PostgresDialect::open(const QString &fileName, const QString &conne
     return db;
 }
 
+QSqlDatabase PostgresDialect::openForReading(const QString &fileName,
+                                             const QString &connection) const
+{
+    QSqlDatabase db = open(fileName, connection, 5000);
+    QSqlQuery q(db);
+    if (!q.exec(QStringLiteral("set session characteristics as transaction read only"))) {
+        const DbError error = Databases::errorFrom(q.lastError());
+        q = QSqlQuery();
+        dropConnection(db, connection);
+        throw error;
+    }
+    return db;
+}
+
 bool PostgresDialect::schemaExists(QSqlDatabase &db, const QString &fileName) const
 {
     QSqlQuery q(db);

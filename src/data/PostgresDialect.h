@@ -52,6 +52,10 @@ public:
 
     // The schema that holds the database of that file name ("ap.mdb" is ap_mdb).
     static QString schemaOf(const QString &fileName);
+    // A connection for a program that only reads the company (the report runner): its session
+    // refuses every write, and nothing is made or checked. Throws DbError when the server
+    // refuses.
+    QSqlDatabase openForReading(const QString &fileName, const QString &connection) const;
 
 private:
     // A connection to the server's database with the file's schema first on the search path

@@ -2,6 +2,10 @@
 
 #include "SelectionFormula.h"
 
+#include "data/DbError.h"
+#include "data/EngineSettings.h"
+#include "data/PostgresDialect.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -42,8 +46,69 @@ ReportQuery::~ReportQuery()
         QSqlDatabase::removeDatabase(m_connection);
 }
 
+bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest &request,
+                               const EngineSettings &settings, QString &error)
+{
+    m_server = true;
+    const PostgresDialect dialect(settings);
+    QSqlDatabase db;
+    try {
+        db = dialect.openForReading(def.tables[0].file, m_connection);
+    } catch (const DbError &e) {
+        error = QStringLiteral("The company's database cannot be opened: ") + e.text();
+        return false;
+    }
+    // One snapshot for the first rows and the rest, so that both statements see the same rows.
+    QSqlQuery begin(db);
+    if (!begin.exec(
+            QStringLiteral("begin transaction isolation level repeatable read read only"))) {
+        error =
+            QStringLiteral("The company's database cannot be read: ") + begin.lastError().text();
+        return false;
+    }
+    for (const auto &table : def.tables) {
+        const QString given = request.dataFiles[size_t(table.index)];
+        // Each file is a schema of the company's database: a path names it by its file name.
+        const QString file = given.isEmpty() ? table.file : QFileInfo(given).fileName();
+        if (!dialect.existsThrough(db, file)) {
+            error = given.isEmpty()
+                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                              .arg(file, table.name, dialect.placeOf(file))
+                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
+                                         "cannot be found in %4.")
+                              .arg(given)
+                              .arg(table.index)
+                              .arg(table.name, dialect.placeOf(file));
+            return false;
+        }
+        const QString schema = PostgresDialect::schemaOf(file);
+        QSqlQuery columns(db);
+        columns.prepare(QStringLiteral("select column_name from information_schema.columns "
+                                       "where table_schema = ? and table_name = ?"));
+        columns.addBindValue(schema);
+        columns.addBindValue(table.name.toLower());
+        if (!columns.exec()) {
+            error = QStringLiteral("The data file %1 cannot be read: %2")
+                        .arg(file, columns.lastError().text());
+            return false;
+        }
+        QHash<QString, QString> names;
+        while (columns.next())
+            names.insert(columns.value(0).toString().toLower(), columns.value(0).toString());
+        if (names.isEmpty()) {
+            error = QStringLiteral("The data file %1 has no table %2.").arg(file, table.name);
+            return false;
+        }
+        m_schemaOf.insert(table.name.toLower(), schema);
+        m_names.insert(table.name.toLower(), names);
+    }
+    return true;
+}
+
 bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request, QString &error)
 {
+    if (const std::optional<EngineSettings> settings = EngineSettings::ofDataFolder())
+        return attachServer(def, request, *settings, error);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     db.setDatabaseName(QStringLiteral(":memory:"));
     db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000"));
@@ -131,8 +196,12 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
         m_columns.insert(key(field.table, field.column), int(select.size()));
         select << answer.sql;
     }
+    // The server's tables are named in lower case.
+    const auto tableName = [this](const QString &name) {
+        return quoted(m_server ? name.toLower() : name);
+    };
     QString from = m_schemaOf.value(def.tables[0].name.toLower()) + QLatin1Char('.') +
-                   quoted(def.tables[0].name) + QStringLiteral(" AS ") +
+                   tableName(def.tables[0].name) + QStringLiteral(" AS ") +
                    quoted(def.tables[0].name.toLower());
     for (size_t i = 1; i < def.tables.size(); ++i) {
         const auto &join = def.joins[i - 1];
@@ -146,7 +215,7 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
         }
         const auto &table = def.tables[i];
         from += QStringLiteral(" LEFT JOIN %1.%2 AS %3 ON %4 = %5")
-                    .arg(m_schemaOf.value(table.name.toLower()), quoted(table.name),
+                    .arg(m_schemaOf.value(table.name.toLower()), tableName(table.name),
                          quoted(table.name.toLower()), left.sql, right.sql);
     }
     QStringList where;
@@ -187,8 +256,15 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
                   QStringLiteral(" FROM ") + from;
     if (!where.isEmpty())
         m_statement += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
+    if (m_server) {
+        // Nulls first in an ascending order, as the files order them.
+        for (QString &term : order)
+            term += term.endsWith(QLatin1String(" DESC")) ? QStringLiteral(" NULLS LAST")
+                                                          : QStringLiteral(" NULLS FIRST");
+    }
     if (m_quickRows > 0)
-        order << quoted(def.tables[0].name.toLower()) + QStringLiteral(".rowid");
+        order << quoted(def.tables[0].name.toLower()) +
+                     (m_server ? QStringLiteral(".ctid") : QStringLiteral(".rowid"));
     if (!order.isEmpty())
         m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
     m_values = values;
@@ -231,7 +307,9 @@ bool ReportQuery::next()
     if (!m_query->lastError().isValid() && quickRowsUsedUp()) {
         // The limited statement gave all it may: the rest come from the whole one.
         m_quick = false;
-        if (!run(m_statement + QStringLiteral(" LIMIT -1 OFFSET %1").arg(m_read))) {
+        const QString rest =
+            m_server ? QStringLiteral(" OFFSET %1") : QStringLiteral(" LIMIT -1 OFFSET %1");
+        if (!run(m_statement + rest.arg(m_read))) {
             m_query.reset();
             return false;
         }

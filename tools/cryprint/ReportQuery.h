@@ -10,9 +10,11 @@
 #include <memory>
 #include <optional>
 
+struct EngineSettings;
+
 // The rows of one report: the definition's tables in their files (or the files the request
-// names), opened read-only, with the request's selection formula and sort fields. The rows
-// are read forward as they are printed, never held all at once.
+// names; on a server, their schemas), opened read-only, with the request's selection formula and
+// sort fields. The rows are read forward as they are printed, never held all at once.
 class ReportQuery {
 public:
     ReportQuery();
@@ -40,6 +42,10 @@ public:
 private:
     bool run(const QString &statement);
     bool attach(const ReportDefinition &def, const RunnerRequest &request, QString &error);
+    // The same on a data folder whose company is on a PostgreSQL server: one read-only
+    // connection, each file a schema.
+    bool attachServer(const ReportDefinition &def, const RunnerRequest &request,
+                      const EngineSettings &settings, QString &error);
     QString m_connection;
     std::unique_ptr<QSqlQuery> m_query;
     QHash<QString, int> m_columns;                   // "table.field" (lower case) -> position
@@ -49,6 +55,7 @@ private:
     QString m_error;
     QVariantList m_values;
     long long m_quickRows = 0;
-    bool m_quick = false; // the limited statement is being read
+    bool m_quick = false;  // the limited statement is being read
+    bool m_server = false; // the company is on a PostgreSQL server
     long long m_read = 0;
 };
