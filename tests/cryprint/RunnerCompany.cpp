@@ -1,45 +1,66 @@
 #include "RunnerCompany.h"
 
+#include "support/DataFolder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
+namespace {
+
+void generate(const QString &folder, const QStringList &more = {})
+{
+    QProcess demo;
+    demo.start(QStringLiteral(APMASTER_DEMO_PROGRAM),
+               QStringList{folder, "--vendors", "40", "--invoices", "480", "--seed", "7", "--year",
+                           "2024"} +
+                   more);
+    ASSERT_TRUE(demo.waitForFinished(60000));
+    ASSERT_EQ(demo.exitCode(), 0) << demo.readAllStandardError().toStdString();
+}
+
+} // namespace
+
 void RunnerCompany::SetUp()
 {
     ASSERT_TRUE(m_dir.isValid());
-    QProcess demo;
-    demo.start(
-        QStringLiteral(APMASTER_DEMO_PROGRAM),
-        {m_dir.path(), "--vendors", "40", "--invoices", "480", "--seed", "7", "--year", "2024"});
-    ASSERT_TRUE(demo.waitForFinished(60000));
-    ASSERT_EQ(demo.exitCode(), 0) << demo.readAllStandardError().toStdString();
+    m_previous = QDir::currentPath();
+    generate(m_dir.path());
+    if (DataFolder::onPostgres()) {
+        m_server = std::make_unique<DataFolder>(DataFolder::Start::Empty);
+        generate(m_server->path(), {"--postgres"});
+    }
     // The module driven by a test must not start the runner's preview itself: the tests run
     // the runner on the request they take from the clipboard.
-    QFile::remove(m_dir.filePath(QStringLiteral("cryprint.exe")));
+    QFile::remove(path(QStringLiteral("cryprint.exe")));
     const QDir definitions(QStringLiteral(CRYPRINT_DEFINITIONS));
     for (const QString &name : definitions.entryList({"*.rpt"}, QDir::Files)) {
-        QFile::remove(m_dir.filePath(name)); // the generator's copy, when it made one
-        ASSERT_TRUE(QFile::copy(definitions.filePath(name), m_dir.filePath(name)))
-            << name.toStdString();
+        QFile::remove(path(name)); // the generator's copy, when it made one
+        ASSERT_TRUE(QFile::copy(definitions.filePath(name), path(name))) << name.toStdString();
     }
-    m_previous = QDir::currentPath();
-    QDir::setCurrent(m_dir.path());
+    QDir::setCurrent(path(QString()));
+}
+
+QString RunnerCompany::path(const QString &name) const
+{
+    return m_server ? QDir(m_server->path()).filePath(name) : m_dir.filePath(name);
 }
 
 void RunnerCompany::TearDown()
 {
     QDir::setCurrent(m_previous);
+    m_server.reset();
 }
 
 RunnerCompany::Run RunnerCompany::runRequest(const QString &text)
 {
-    QFile request(m_dir.filePath(QStringLiteral("request.txt")));
+    QFile request(path(QStringLiteral("request.txt")));
     EXPECT_TRUE(request.open(QIODevice::WriteOnly | QIODevice::Truncate));
     request.write(text.toUtf8());
     request.close();
     QProcess runner;
-    runner.setWorkingDirectory(m_dir.path());
+    runner.setWorkingDirectory(path(QString()));
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     runner.setProcessEnvironment(env);
@@ -80,7 +101,7 @@ QString RunnerCompany::sqliteValue(const QString &file, const QString &sql) cons
 QString RunnerCompany::pdfText(const QString &file) const
 {
     QProcess tool;
-    tool.start(QStringLiteral("pdftotext"), {"-layout", m_dir.filePath(file), "-"});
+    tool.start(QStringLiteral("pdftotext"), {"-layout", path(file), "-"});
     EXPECT_TRUE(tool.waitForFinished(30000));
     return QString::fromUtf8(tool.readAllStandardOutput());
 }
@@ -100,6 +121,21 @@ QString RunnerCompany::withSeparators(const QString &fixed2)
 QStringList RunnerCompany::databaseStamps() const
 {
     QStringList stamps;
+    if (m_server) {
+        for (const char *table : {"vendors", "invoices", "checks", "vendnotes"}) {
+            QProcess psql;
+            psql.start("psql", {"-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U",
+                                "postgres", "-d", m_server->serverDatabase(), "-tAc",
+                                QStringLiteral("select count(*) || ' ' || coalesce(md5(string_agg("
+                                               "t::text, ',' order by t::text)), '') from "
+                                               "ap_mdb.%1 t")
+                                    .arg(QLatin1String(table))});
+            EXPECT_TRUE(psql.waitForFinished(30000));
+            stamps << QLatin1String(table) + QLatin1Char(' ') +
+                          QString::fromUtf8(psql.readAllStandardOutput()).trimmed();
+        }
+        return stamps;
+    }
     const QDir dir(m_dir.path());
     for (const QFileInfo &info : dir.entryInfoList({"*.mdb"}, QDir::Files))
         stamps << QStringLiteral("%1 %2 %3")

@@ -110,11 +110,19 @@ TEST_F(ServerRunner, ADataFilesFileWithNoSchemaIsNamedAndNothingIsWritten)
     EXPECT_FALSE(QFile::exists(folder.file("out.csv")));
 }
 
-TEST_F(ServerRunner, ADataFilesPathPicksTheSchemaOfItsFileName)
+TEST_F(ServerRunner, ADataFilesBareFileNamePicksItsSchemaWhateverTheCase)
 {
-    const Run run = runToCsv("ReportFileName=rap001.rpt~\nDataFiles(0)=/elsewhere/AP.MDB~\n");
+    const Run run = runToCsv("ReportFileName=rap001.rpt~\nDataFiles(0)=AP.MDB~\n");
     EXPECT_EQ(run.exitCode, 0) << run.errors.toStdString();
     EXPECT_EQ(firstFields(run), (QStringList{"10", "20", "30"}));
+}
+
+TEST_F(ServerRunner, ADataFilesBareFileNameWithNoSchemaIsNamed)
+{
+    const Run run = runToCsv("ReportFileName=rap001.rpt~\nDataFiles(0)=old.mdb~\n");
+    EXPECT_NE(run.exitCode, 0);
+    EXPECT_TRUE(run.errors.contains("old.mdb given as DataFiles(0)")) << run.errors.toStdString();
+    EXPECT_FALSE(QFile::exists(folder.file("out.csv")));
 }
 
 TEST_F(ServerRunner, TheRunnersSessionRefusesToWrite)

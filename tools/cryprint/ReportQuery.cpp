@@ -1,5 +1,6 @@
 #include "ReportQuery.h"
 
+#include "LocalTableCopy.h"
 #include "SelectionFormula.h"
 
 #include "data/DbError.h"
@@ -58,6 +59,51 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
         error = QStringLiteral("The company's database cannot be opened: ") + e.text();
         return false;
     }
+    for (const auto &table : def.tables) {
+        const QString given = request.dataFiles[size_t(table.index)];
+        QString schema;
+        if (!given.isEmpty() && QFileInfo(given).isFile()) {
+            // A file on this computer (the module's record for the user-defined fields).
+            if (!LocalTableCopy::copy(db, given, table.name, error))
+                return false;
+            schema = QStringLiteral("pg_temp");
+        } else {
+            // Each of the company's files is a schema of its database; a bare file name names
+            // one, a path that leads nowhere is missing as on the files.
+            const QString file = given.isEmpty() ? table.file : given;
+            if (file.contains(QLatin1Char('/')) || !dialect.existsThrough(db, file)) {
+                error = given.isEmpty()
+                            ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                                  .arg(file, table.name, dialect.placeOf(file))
+                            : QStringLiteral("The data file %1 given as DataFiles(%2) for table "
+                                             "%3 cannot be found.")
+                                  .arg(given)
+                                  .arg(table.index)
+                                  .arg(table.name);
+                return false;
+            }
+            schema = PostgresDialect::schemaOf(file);
+        }
+        QSqlQuery columns(db);
+        columns.prepare(QStringLiteral("select attname from pg_attribute where attrelid = "
+                                       "to_regclass(?) and attnum > 0 and not attisdropped"));
+        columns.addBindValue(schema + QLatin1Char('.') + quoted(table.name.toLower()));
+        if (!columns.exec()) {
+            error = QStringLiteral("The data file %1 cannot be read: %2")
+                        .arg(given.isEmpty() ? table.file : given, columns.lastError().text());
+            return false;
+        }
+        QHash<QString, QString> names;
+        while (columns.next())
+            names.insert(columns.value(0).toString().toLower(), columns.value(0).toString());
+        if (names.isEmpty()) {
+            error = QStringLiteral("The data file %1 has no table %2.")
+                        .arg(given.isEmpty() ? table.file : given, table.name);
+            return false;
+        }
+        m_schemaOf.insert(table.name.toLower(), schema);
+        m_names.insert(table.name.toLower(), names);
+    }
     // One snapshot for the first rows and the rest, so that both statements see the same rows.
     QSqlQuery begin(db);
     if (!begin.exec(
@@ -65,42 +111,6 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
         error =
             QStringLiteral("The company's database cannot be read: ") + begin.lastError().text();
         return false;
-    }
-    for (const auto &table : def.tables) {
-        const QString given = request.dataFiles[size_t(table.index)];
-        // Each file is a schema of the company's database: a path names it by its file name.
-        const QString file = given.isEmpty() ? table.file : QFileInfo(given).fileName();
-        if (!dialect.existsThrough(db, file)) {
-            error = given.isEmpty()
-                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
-                              .arg(file, table.name, dialect.placeOf(file))
-                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
-                                         "cannot be found in %4.")
-                              .arg(given)
-                              .arg(table.index)
-                              .arg(table.name, dialect.placeOf(file));
-            return false;
-        }
-        const QString schema = PostgresDialect::schemaOf(file);
-        QSqlQuery columns(db);
-        columns.prepare(QStringLiteral("select column_name from information_schema.columns "
-                                       "where table_schema = ? and table_name = ?"));
-        columns.addBindValue(schema);
-        columns.addBindValue(table.name.toLower());
-        if (!columns.exec()) {
-            error = QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, columns.lastError().text());
-            return false;
-        }
-        QHash<QString, QString> names;
-        while (columns.next())
-            names.insert(columns.value(0).toString().toLower(), columns.value(0).toString());
-        if (names.isEmpty()) {
-            error = QStringLiteral("The data file %1 has no table %2.").arg(file, table.name);
-            return false;
-        }
-        m_schemaOf.insert(table.name.toLower(), schema);
-        m_names.insert(table.name.toLower(), names);
     }
     return true;
 }

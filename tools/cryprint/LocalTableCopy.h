@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+// On a company kept on a PostgreSQL server, a report may still read a table of a file on this
+// computer (the user-defined fields report reads the record file the module writes for it). The
+// table's rows are copied into a temporary table of the runner's own server session, which the
+// server drops when the session ends; nothing of the company is written.
+namespace LocalTableCopy {
+
+// Copies the table of the SQLite file into pg_temp.<table in lower case>; false with a message.
+bool copy(QSqlDatabase &server, const QString &file, const QString &table, QString &error);
+
+} // namespace LocalTableCopy
