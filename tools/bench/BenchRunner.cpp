@@ -104,14 +104,6 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "%s is not a folder.\n", qPrintable(args[0]));
         return 2;
     }
-    // The runner reads the SQLite files of the data folder; a folder on a database server has
-    // none to time.
-    if (QFileInfo::exists(QStringLiteral("database.ini"))) {
-        std::printf("skipped: %s is on a PostgreSQL server (database.ini), and the report "
-                    "runner reads only the SQLite files of a data folder\n",
-                    qPrintable(args[0]));
-        return 0;
-    }
     QString definitionPath = reportFile;
     if (!QFileInfo::exists(definitionPath))
         definitionPath = QStringLiteral(CRYPRINT_DEFINITIONS "/") + reportFile;
