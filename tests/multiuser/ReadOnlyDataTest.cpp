@@ -34,14 +34,13 @@ protected:
                          QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
         for (const QString &name : QDir(folder.path()).entryList(QDir::Files))
             QFile::setPermissions(folder.file(name), all);
-        QFile::setPermissions(locks.path(), all | QFile::ExeOwner | QFile::ExeGroup |
-                                                QFile::ExeOther);
+        QFile::setPermissions(locks.path(),
+                              all | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
     }
     void setFolderWritable(bool writable)
     {
         auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
-                           QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther |
-                           QFile::ExeOther;
+                           QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
         if (writable)
             permissions |= QFile::WriteGroup | QFile::WriteOther;
         QFile::setPermissions(folder.path(), permissions);
@@ -54,6 +53,7 @@ protected:
 
 TEST_F(ReadOnlyData, ReadOnlyApFileIsReportedOnceAndNothingIsLeftBehind)
 {
+    SQLITE_FILES_ONLY(); // file and folder modes
     setFolderWritable(true);
     QFile::setPermissions(folder.file("ap.mdb"),
                           QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
@@ -66,14 +66,15 @@ TEST_F(ReadOnlyData, ReadOnlyApFileIsReportedOnceAndNothingIsLeftBehind)
                           "' is read-only, so nothing could be saved in it. Ask whoever looks "
                           "after the data folder to make it writable. Nothing was changed."});
     EXPECT_EQ(leftovers(), QStringList{});
-    EXPECT_EQ(folder.scalar("user.mdb", "select location from staff where username = 'ANNE'")
-                  .toString(),
-              "A/P Master");
+    EXPECT_EQ(
+        folder.scalar("user.mdb", "select location from staff where username = 'ANNE'").toString(),
+        "A/P Master");
     setFolderWritable(true);
 }
 
 TEST_F(ReadOnlyData, ReadOnlyFolderIsReportedNamingTheFileThatNeedsIt)
 {
+    SQLITE_FILES_ONLY(); // file and folder modes
     setFolderWritable(false);
     ModuleCopy anne(folder.path(), locks.path(), "VDR99ANNE",
                     QProcessEnvironment::systemEnvironment(), unprivileged());

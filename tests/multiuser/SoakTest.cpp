@@ -29,8 +29,8 @@ int soakSeconds()
 }
 
 struct Counts {
-    int saved = 0;       // saves the copy was told were kept
-    int conflicts = 0;   // saves refused with the report that another user changed the vendor
+    int saved = 0;        // saves the copy was told were kept
+    int conflicts = 0;    // saves refused with the report that another user changed the vendor
     int writeReports = 0; // saves refused with the report that the record could not be written
     int browses = 0;
     int other = 0; // anything else a copy showed: never expected
@@ -50,7 +50,8 @@ protected:
             rows << QStringLiteral("(%1, 'Vendor %1', '0', 5000, 0, 0, 0, 0, 0)").arg(v);
         folder.exec("ap.mdb", "insert into vendors (vendnumber, vendname, vendphone, vendglacct, "
                               "vend1099type, vendytd, vendbalcurrent, vendbal60, vendbal90) "
-                              "values " + rows.join(", "));
+                              "values " +
+                                  rows.join(", "));
         QStringList staff;
         for (int c = 0; c < copies; ++c)
             staff << QStringLiteral("('USER%1', 'Main menu', %2, 99)").arg(c).arg(c + 10);
@@ -135,9 +136,10 @@ TEST_F(Soak, EightCopiesSavingFiftyVendorsForAMinuteLoseNoSaveAndReportEveryConf
     int found = 0;
     for (int v = 1; v <= vendors; ++v) {
         const int counter =
-            folder.scalar("ap.mdb", QStringLiteral("select vendphone from vendors where "
-                                                   "vendnumber = %1")
-                                        .arg(v))
+            folder
+                .scalar("ap.mdb", QStringLiteral("select vendphone from vendors where "
+                                                 "vendnumber = %1")
+                                      .arg(v))
                 .toString()
                 .toInt();
         found += counter;
@@ -147,9 +149,9 @@ TEST_F(Soak, EightCopiesSavingFiftyVendorsForAMinuteLoseNoSaveAndReportEveryConf
     std::printf("soak on %s, %d s, %d copies, %d vendors: %d saves told kept, %d found in the "
                 "database, %d lost; %d conflicts reported, %d write reports, %d browses, %d "
                 "other reports\n",
-                DataFolder::onPostgres() ? "PostgreSQL" : "SQLite", soakSeconds(), copies,
-                vendors, counts.saved, found, lost, counts.conflicts, counts.writeReports,
-                counts.browses, counts.other);
+                DataFolder::onPostgres() ? "PostgreSQL" : "SQLite", soakSeconds(), copies, vendors,
+                counts.saved, found, lost, counts.conflicts, counts.writeReports, counts.browses,
+                counts.other);
     EXPECT_GT(counts.saved, 0);
     EXPECT_EQ(counts.other, 0);
 }

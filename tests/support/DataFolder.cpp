@@ -4,8 +4,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -176,7 +176,8 @@ QVariant DataFolder::scalar(const QString &fileName, const QString &statement)
     return value;
 }
 
-QString DataFolder::otherProgram(const QString &fileName, const QString &statement) const
+QString DataFolder::otherProgram(const QString &fileName, const QString &statement,
+                                 QString *output) const
 {
     QProcess program;
     if (m_database.isEmpty()) {
@@ -185,17 +186,27 @@ QString DataFolder::otherProgram(const QString &fileName, const QString &stateme
         QString schema = fileName.toLower();
         schema.replace(QLatin1Char('.'), QLatin1Char('_'));
         program.start(QStringLiteral("psql"),
-                      {"-X", "-q", "-v", "ON_ERROR_STOP=1", "-h", serverHost(), "-U", "postgres",
-                       "-d", m_database, "-c",
+                      {"-X", "-q", "-t", "-A", "-v", "ON_ERROR_STOP=1", "-h", serverHost(), "-U",
+                       "postgres", "-d", m_database, "-c",
                        QStringLiteral("set search_path to %1, public").arg(schema), "-c",
                        statement});
     }
-    if (!program.waitForFinished(10000))
+    if (!program.waitForFinished(60000))
         return QStringLiteral("the program did not end: ") + program.errorString();
+    if (output)
+        *output = QString::fromUtf8(program.readAllStandardOutput()).trimmed();
     const QString errors = QString::fromUtf8(program.readAllStandardError());
     if (program.exitStatus() != QProcess::NormalExit || program.exitCode() != 0)
         return errors.isEmpty() ? QStringLiteral("exit code %1").arg(program.exitCode()) : errors;
     return {};
+}
+
+QString DataFolder::otherProgramRead(const QString &fileName, const QString &statement) const
+{
+    QString output;
+    const QString errors = otherProgram(fileName, statement, &output);
+    EXPECT_EQ(errors, QString()) << statement.toStdString();
+    return output;
 }
 
 bool DataFolder::hasColumn(const QString &fileName, const QString &table, const QString &column)

@@ -13,8 +13,8 @@
 // ap.mdb.
 // Skips a test of what only the SQLite files have (their file locks, write-ahead log and layout
 // history, the sqlite3 program, file contents) when the tests run on PostgreSQL.
-#define SQLITE_FILES_ONLY()                                                                       \
-    if (DataFolder::onPostgres())                                                                 \
+#define SQLITE_FILES_ONLY()                                                                        \
+    if (DataFolder::onPostgres())                                                                  \
     GTEST_SKIP() << "about the SQLite files themselves; the server engine has its own tests"
 
 class DataFolder {
@@ -39,7 +39,11 @@ public:
     // Runs a statement as another user's program would, in a process of its own: the sqlite3
     // program on the file, or psql on its schema. The program's error output, "" when it
     // succeeded.
-    QString otherProgram(const QString &fileName, const QString &statement) const;
+    QString otherProgram(const QString &fileName, const QString &statement,
+                         QString *output = nullptr) const;
+    // The same for a read: what the program printed (values separated by "|"), the test
+    // failing when the program reported an error.
+    QString otherProgramRead(const QString &fileName, const QString &statement) const;
     // Whether a table of a file has the column, on either engine.
     bool hasColumn(const QString &fileName, const QString &table, const QString &column);
     void writeFile(const QString &name, const QByteArray &contents);
