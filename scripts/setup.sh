@@ -2,7 +2,7 @@
 # Installs every Debian package the build, the tests and the demo need; skips what is there.
 set -euo pipefail
 packages=(
-  build-essential cmake pkg-config
+  build-essential cmake pkg-config ccache
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql qt6-qpa-plugins
   libgl-dev
   googletest libgtest-dev libgmock-dev libsqlite3-dev libpq-dev
