@@ -10,4 +10,6 @@ server=$(mktemp -d "${TMPDIR:-/tmp}/apmaster-pg.XXXXXX")
 trap 'bash scripts/pg-cluster.sh stop "$server"' EXIT
 bash scripts/pg-cluster.sh start "$server"
 export APMASTER_TEST_POSTGRES_HOST=$server
+# This run requires the server: a server test that finds none fails instead of being skipped.
+export APMASTER_TEST_REQUIRE_SERVER=1
 ctest --test-dir "$build" -j2 --output-on-failure --timeout "$timeout" "$@"
