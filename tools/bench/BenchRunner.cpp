@@ -9,6 +9,7 @@
 // FROM and TO (YYYYMMDD) are the invoice dates of the request (default: the whole of the year
 // before this one; a report without invoices takes every row); the definition is the data
 // folder's, else the one in the source tree.
+#include "BenchUsage.h"
 #include "PageView.h"
 #include "PreviewPages.h"
 #include "PreviewWindow.h"
@@ -76,6 +77,14 @@ int timePreview(const ReportDefinition &def, const RunnerRequest &request)
 
 int main(int argc, char *argv[])
 {
+    if (answeredHelpOrVersion(argc, argv, "apmaster-bench-runner",
+                              "DATA_FOLDER [FROM TO] [--csv | --preview] [--report FILE]",
+                              "Times the report runner on a company's data folder: FILE "
+                              "(rap014.rpt unless given) rendered to PDF, or CSV with --csv, "
+                              "rows a second and memory; with --preview, the preview window "
+                              "up to its first page painted. FROM and TO (YYYYMMDD) limit the "
+                              "invoice dates (the whole of last year unless given)."))
+        return 0;
     // The PDF pages are built in buffers of a few hundred kB, made and freed page after page;
     // without these the C library hands them back to the system and asks again every time.
     mallopt(M_MMAP_THRESHOLD, 64 * 1024 * 1024);

@@ -272,8 +272,17 @@ void run(const std::string &source, const std::string &target, const std::string
 
 int main(int argc, char **argv)
 {
+    static const char usage[] = "Usage: apmaster-bench-make-jet SOURCE.mdb TARGET.mdb TABLE ROWS\n";
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
+            std::printf("%s\nMakes a large Access file to time the import on: a copy of "
+                        "SOURCE with ROWS rows appended to TABLE.\n",
+                        usage);
+            return 0;
+        }
+    }
     if (argc != 5) {
-        std::fputs("usage: apmaster-bench-make-jet SOURCE.mdb TARGET.mdb TABLE ROWS\n", stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
     try {
