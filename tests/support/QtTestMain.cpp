@@ -3,14 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstring>
 
 namespace {
 // The tests of the PostgreSQL engine need the throwaway server that scripts/run-tests.sh starts.
 // Without one (a plain ctest), each is reported as skipped for that one reason; where the run
 // asks for the server (APMASTER_TEST_REQUIRE_SERVER, set by scripts/run-tests.sh and so by CI),
 // a missing one is a failure.
-int serverMissing()
+int serverMissing(int argc, char **argv)
 {
+    // Listing the tests (CTest's discovery at build time) needs no server.
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--gtest_list_tests") == 0)
+            return -1;
     if (qEnvironmentVariable("APMASTER_TEST_ENGINE") != QLatin1String("postgres") ||
         !qEnvironmentVariableIsEmpty("APMASTER_TEST_POSTGRES_HOST"))
         return -1;
@@ -28,7 +33,7 @@ int serverMissing()
 // Widgets need an application object; every test program of the project starts with one.
 int main(int argc, char **argv)
 {
-    if (const int missing = serverMissing(); missing >= 0)
+    if (const int missing = serverMissing(argc, argv); missing >= 0)
         return missing;
     // Tests run on the offscreen platform unless told otherwise (a screenshot run uses xcb).
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
