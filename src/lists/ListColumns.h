@@ -15,6 +15,7 @@ struct ListColumn {
         Account,     // a G/L account number, blank while it is 0
         Year,        // the year of a YYYYMMDD field
         AgeInDays,   // days from a YYYYMMDD field to today
+        InvoiceStatus, // the status code with its name beside it
     };
     QString caption;
     QString field;
