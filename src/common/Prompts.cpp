@@ -1,10 +1,10 @@
 #include "common/Prompts.h"
 
-#include "common/Session.h"
+#include "common/AccountLookup.h"
 #include "common/Clock.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
-#include "common/AccountLookup.h"
+#include "common/Session.h"
 
 #include <QCoreApplication>
 #include <QDate>
@@ -56,8 +56,9 @@ std::optional<QString> askDate(Dialogs &dialogs, const Clock &clock, const QStri
             answer = QString::number(clock.currentYear()) + answer;
         if (answer.size() == 8 && !notADay)
             return answer;
-        why = typed + (notADay ? QStringLiteral(" is not a day of the calendar. ")
-                               : QStringLiteral(" is not a date this prompt reads. ")) +
+        why = typed +
+              (notADay ? QStringLiteral(" is not a day of the calendar. ")
+                       : QStringLiteral(" is not a date this prompt reads. ")) +
               QStringLiteral("Type the date as YYYYMMDD, for example ") + example;
     }
 }

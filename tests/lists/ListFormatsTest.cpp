@@ -92,11 +92,11 @@ TEST_P(InvoiceStatusFormatTest, ShowsTheCodeWithItsName)
     EXPECT_EQ(ListFormats::invoiceStatus(GetParam().value), GetParam().shown);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Codes, InvoiceStatusFormatTest,
-    ::testing::Values(StatusCase{-1, "-1"}, StatusCase{0, "0"}, StatusCase{1, "1  Open"},
-                      StatusCase{2, "2  Open"}, StatusCase{3, "3  Open"},
-                      StatusCase{4, "4  Paid"}, StatusCase{9, "9  Paid"},
-                      StatusCase{3.5, "3.5  Paid"}, StatusCase{0.5, "0.5"}));
+INSTANTIATE_TEST_SUITE_P(Codes, InvoiceStatusFormatTest,
+                         ::testing::Values(StatusCase{-1, "-1"}, StatusCase{0, "0"},
+                                           StatusCase{1, "1  Open"}, StatusCase{2, "2  Open"},
+                                           StatusCase{3, "3  Open"}, StatusCase{4, "4  Paid"},
+                                           StatusCase{9, "9  Paid"}, StatusCase{3.5, "3.5  Paid"},
+                                           StatusCase{0.5, "0.5"}));
 
 } // namespace

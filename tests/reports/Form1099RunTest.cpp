@@ -238,9 +238,8 @@ TEST_F(Form1099RunTest, AddressLinesLieTheirOffsetsUnderTheFirstLineToWithinFive
         ASSERT_NE(first, nullptr) << firstWord;
         for (size_t i = 0; i < count; ++i) {
             const Line &l = lines[i];
-            const PdfWord *w =
-                words.at(0, QString::fromLatin1(l.word), elementX(l.element) / 20.0,
-                         (elementY(l.element) + formOffset + l.offset) / 20.0);
+            const PdfWord *w = words.at(0, QString::fromLatin1(l.word), elementX(l.element) / 20.0,
+                                        (elementY(l.element) + formOffset + l.offset) / 20.0);
             ASSERT_NE(w, nullptr) << l.word;
             EXPECT_NEAR((w->yMin - first->yMin) * 20, l.offset, 5) << l.word;
             EXPECT_NEAR((w->xMin - first->xMin) * 20, 0, 5) << l.word;

@@ -29,7 +29,7 @@ TEST_P(DeleteLimits, AFigureOfOneCentEitherWayStopsTheDelete)
     c().Text1[k.field]->setText(QString::fromLatin1(k.value));
     module.dialogs.yesNoAnswers = {Dialogs::No};
     c().cmddelete->click();
-    ASSERT_EQ(module.dialogs.count(), 1);
+    ASSERT_EQ(module.dialogs.shown.size(), 1u);
     if (k.refused) {
         EXPECT_EQ(module.dialogs.last()->kind, "message");
         EXPECT_EQ(module.dialogs.last()->title, "Delete Vendor");

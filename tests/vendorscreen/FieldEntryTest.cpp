@@ -225,8 +225,8 @@ TEST_F(FieldEntryTest, FunctionKeyTextReplacesCityStateAndZipAndGoesInFrontOfPho
         const char *afterF6;
     };
     const Case cases[] = {
-        {4, "Old town", "555-"},    {5, "IL", "555-"},          {6, "62704", "555-"},
-        {7, "1234", "555-1234"},    {8, "9876", "555-9876"},    {3, "Suite 2", "Suite 2"},
+        {4, "Old town", "555-"}, {5, "IL", "555-"},       {6, "62704", "555-"},
+        {7, "1234", "555-1234"}, {8, "9876", "555-9876"}, {3, "Suite 2", "Suite 2"},
         {9, "Bill", "Bill"},
     };
     startAdd();

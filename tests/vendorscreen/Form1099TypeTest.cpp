@@ -7,8 +7,7 @@
 
 namespace {
 
-const QString allowed =
-    QStringLiteral("0=None, 1=1099-MISC, 2=1099-INT, 3=1099-DIV or 5=1099-NEC");
+const QString allowed = QStringLiteral("0=None, 1=1099-MISC, 2=1099-INT, 3=1099-DIV or 5=1099-NEC");
 
 class Form1099TypeTest : public VendorScreen {
 protected:

@@ -1,6 +1,6 @@
 #include "common/Prompts.h"
-#include "data/ChartOfAccounts.h"
 #include "common/Session.h"
+#include "data/ChartOfAccounts.h"
 #include "data/Databases.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
@@ -74,9 +74,10 @@ TEST_F(DateRangeTest, MonthDayYearWithSlashesIsReadAsThatDay)
     EXPECT_EQ(dialogs.count("input"), 4);
 }
 
-const QString fromPrompt = QStringLiteral("Type the FROM date in YYYYMMDD format.\nWhen done, press "
-                                          "ENTER or click OK.\n\nClick CANCEL to exit this "
-                                          "feature.");
+const QString fromPrompt =
+    QStringLiteral("Type the FROM date in YYYYMMDD format.\nWhen done, press "
+                   "ENTER or click OK.\n\nClick CANCEL to exit this "
+                   "feature.");
 
 TEST_F(DateRangeTest, ANonExistentDayWithSlashesIsAskedAgainWithTheReason)
 {

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QGroupBox>
 #include <QProcess>
 #include <QTest>
 
@@ -62,6 +63,7 @@ TEST_F(SaveBesideALock, ANewVendorThatMeetsAWriteLockAtItsStartWaitsAndIsWritten
     c().Text1[0]->setText("900");
     c().Text1[1]->setText("Waiting Supplies");
     c().Text1[12]->setText("5000");
+    c().Text1[1]->setFocus(); // as a user would have left the number field before saving
     module.window->state().saveRetryCount = 0;
     ASSERT_TRUE(holdTheWriteLock("1"));
     c().cmdsave->click();
