@@ -383,8 +383,7 @@ void UserFieldsWindow::renameDescription(int field)
             QStringLiteral("Do you want to delete the description?"), QStringLiteral("Yes/No?"));
         if (m_s.session.lastYesNo == Dialogs::No)
             return;
-        if (!old.isEmpty())
-            showReminder();
+        // The user has just confirmed the clearing; the reminder is for renames.
         label->clear();
         return;
     }

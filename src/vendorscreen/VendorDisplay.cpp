@@ -7,6 +7,7 @@
 #include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
+#include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 
@@ -22,20 +23,7 @@ QString VendorDisplay::money(double value)
 
 QString VendorDisplay::form1099Name(int code)
 {
-    switch (code) {
-    case 0:
-        return QStringLiteral("None");
-    case 1:
-        return QStringLiteral("1099-MISC");
-    case 2:
-        return QStringLiteral("1099-INT");
-    case 3:
-        return QStringLiteral("1099-DIV");
-    case 5:
-        return QStringLiteral("1099-NEC");
-    default:
-        return {};
-    }
+    return Form1099Type::name(code);
 }
 
 bool VendorDisplay::showCurrent()

@@ -57,6 +57,7 @@ signals:
 private:
     enum class Outcome { Written, GoOn, Stop };
     Outcome writeVendor(bool withNotes, bool &notesKept);
+    bool form1099TypeIsKnown();
     bool numbersAreNumbers();
     void putFields();
     // Writes the notes unless another user changed them since they were recalled; false then.

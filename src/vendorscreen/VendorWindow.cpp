@@ -20,6 +20,7 @@
 #include "utilities/VendorNumberUtility.h"
 #include "utilities/YearEndZero.h"
 #include "vendorscreen/FieldEntry.h"
+#include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/PassIndicator.h"
 #include "vendorscreen/ScreenModes.h"
 #include "vendorscreen/VendorDisplay.h"
@@ -284,6 +285,7 @@ QWidget *VendorWindow::buildVendorFrame()
         m_c.label1[i]->setBuddy(m_c.Text1[i]);
     }
     VendorLayout::arrangeFields(m_c.fravendor, m_c.label1, m_c.Text1);
+    new Form1099Type(m_c.Text1[indexOf(VendorField::Form1099)]); // the kind's name beside it
     // A locked vendor is read, not edited: its text stays as dark as when it can be typed in.
     QPalette readable = m_c.fravendor->palette();
     for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText})

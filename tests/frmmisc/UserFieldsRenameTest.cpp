@@ -80,7 +80,7 @@ TEST_F(UserFieldsRenameTest, AnEmptyAnswerAndYesClearsTheDescription)
     doubleClick(1);
     EXPECT_EQ(module.session.lastYesNo, Dialogs::Yes);
     EXPECT_EQ(label(1), "");
-    EXPECT_TRUE(reminderShown());
+    EXPECT_FALSE(reminderShown());
     w->controls().cmdsave->click();
     EXPECT_EQ(folder.scalar("ap.mdb", "select miscdesc2 from miscinfo").toString(), "");
 }

@@ -2,9 +2,13 @@
 #include "common/StatusLine.h"
 #include "utilities/UtilitiesFixture.h"
 
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTest>
 
 namespace {
 
@@ -168,6 +172,32 @@ TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoRecordsOfEitherPass)
         QSqlDatabase::removeDatabase("other");
         EXPECT_EQ(otherError, "") << "at record " << at;
     }
+}
+
+// Another program holds the file's write lock for several of the engine's waits when the pass
+// starts: the pass waits for it and ends as usual, without a report.
+TEST_F(BalanceRecalculationTest, APassWaitsForAWriteLockHeldLongerThanOneWait)
+{
+    SQLITE_FILES_ONLY();
+    QProcess holder;
+    holder.setWorkingDirectory(folder.path());
+    holder.start("sqlite3", {"ap.mdb"});
+    ASSERT_TRUE(holder.waitForStarted());
+    holder.write("begin immediate;\nupdate vendors set vendfax = 'held' where vendnumber = 300;\n"
+                 ".shell touch locked.flag\n.shell sleep 1\ncommit;\n.quit\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("locked.flag")); }, 5000));
+    QElapsedTimer waited;
+    waited.start();
+    recalculate("20250101", "20251231");
+    EXPECT_GE(waited.elapsed(), 500); // it did meet the lock, for more than one 200 ms wait
+    ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
+    EXPECT_EQ(module.dialogs.count("message"), 0) << module.dialogs.last()->text.toStdString();
+    EXPECT_EQ(module.window->status(),
+              "Vendor balances recalculated between 20250101 and 20251231");
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 30.25);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 50.25);
+    EXPECT_DOUBLE_EQ(column(300, "vendytd"), 0);
+    EXPECT_EQ(vendorColumn(300, "vendfax").toString(), "held");
 }
 
 } // namespace
