@@ -62,8 +62,9 @@ protected:
     int noteRows(int vendor)
     {
         return folder
-            .scalar("ap.mdb", QStringLiteral("select count(*) from vendnotes where vendnumber = %1")
-                                  .arg(vendor))
+            .scalar(
+                "ap.mdb",
+                QStringLiteral("select count(*) from vendnotes where vendnumber = %1").arg(vendor))
             .toInt();
     }
     // The save question, as the fake dialogs recorded it (nullptr when none was asked).

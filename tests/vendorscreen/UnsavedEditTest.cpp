@@ -63,7 +63,8 @@ TEST_F(UnsavedEditTest, AfterNoAModifyAndSaveOfTheNextVendorWritesItsOwnNoteWith
     click(c().cmdmodify);
     typeInto(7, "217-555-9999");
     click(c().cmdsave);
-    EXPECT_EQ(module.dialogs.count("message"), 0) << module.dialogs.texts().join(" / ").toStdString();
+    EXPECT_EQ(module.dialogs.count("message"), 0)
+        << module.dialogs.texts().join(" / ").toStdString();
     EXPECT_EQ(vendorColumn(288, "vendphone").toString(), "217-555-9999");
     EXPECT_EQ(noteRows(288), 0);
     EXPECT_EQ(storedNote(270), "Pays on the 15th");
@@ -248,9 +249,8 @@ TEST_F(UnsavedEditTest, LookupWhileAddingAnsweredNoOpensTheLookupAndAddsNothing)
     click(c().cmdlookup);
     EXPECT_TRUE(c().fralookup->isVisible());
     EXPECT_EQ(field(1), "");
-    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 9100")
-                  .toInt(),
-              0);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 9100").toInt(), 0);
 }
 
 TEST_F(UnsavedEditTest, AnUnchangedAddOpensTheLookupWithoutAQuestion)
