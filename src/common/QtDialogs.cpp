@@ -51,14 +51,34 @@ void QtDialogs::showMessage(const QString &text, Icon icon, const QString &title
     giveBack(over);
 }
 
-int QtDialogs::askYesNo(const QString &text, const QString &title)
+int QtDialogs::ask(const QString &text, const QString &title, bool withCancel, int defaultAnswer)
 {
     QWidget *over = owner();
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, over);
+    QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
+    if (withCancel)
+        buttons |= QMessageBox::Cancel;
+    QMessageBox box(QMessageBox::Question, title, text, buttons, over);
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
-    const int answer = box.exec() == QMessageBox::Yes ? Yes : No;
+    box.setDefaultButton(defaultAnswer == No       ? QMessageBox::No
+                         : defaultAnswer == Cancel ? QMessageBox::Cancel
+                                                   : QMessageBox::Yes);
+    // Escape is Cancel where there is one, else No: never the answer that acts.
+    box.setEscapeButton(withCancel ? QMessageBox::Cancel : QMessageBox::No);
+    const int pressed = box.exec();
     giveBack(over);
-    return answer;
+    if (pressed == QMessageBox::Yes)
+        return Yes;
+    return pressed == QMessageBox::Cancel ? Cancel : No;
+}
+
+int QtDialogs::askYesNo(const QString &text, const QString &title, int defaultAnswer)
+{
+    return ask(text, title, false, defaultAnswer);
+}
+
+int QtDialogs::askYesNoCancel(const QString &text, const QString &title, int defaultAnswer)
+{
+    return ask(text, title, true, defaultAnswer);
 }
 
 QString QtDialogs::askInput(const QString &prompt, const QString &title, const QString &defaultText)

@@ -244,7 +244,10 @@ void UserFieldsWindow::wire()
         m_s.programs.help(m_s.notTopmost);
         m_c.cmdhelp->setEnabled(true);
     });
-    click(m_c.cmdexit, [this] { close(); });
+    click(m_c.cmdexit, [this] {
+        if (mayClose())
+            close();
+    });
     connect(m_c.mnusingle, &QAction::triggered, this,
             [this] { guarded([this] { setAllAccountsMode(false); }); });
     connect(m_c.mnuall, &QAction::triggered, this,
@@ -379,8 +382,9 @@ void UserFieldsWindow::renameDescription(int field)
     const QString answer = m_s.dialogs.input(
         renamePrompt(), QStringLiteral("Misc field# ") + QString::number(field + 1), old.trimmed());
     if (answer.isEmpty()) {
-        m_s.session.lastYesNo = m_s.dialogs.yesNo(
-            QStringLiteral("Do you want to delete the description?"), QStringLiteral("Yes/No?"));
+        m_s.session.lastYesNo =
+            m_s.dialogs.yesNo(QStringLiteral("Do you want to delete the description?"),
+                              QStringLiteral("Yes/No?"), Dialogs::No);
         if (m_s.session.lastYesNo == Dialogs::No)
             return;
         // The user has just confirmed the clearing; the reminder is for renames.
@@ -412,7 +416,7 @@ bool UserFieldsWindow::askOverwrite()
     return true;
 }
 
-void UserFieldsWindow::save()
+bool UserFieldsWindow::save()
 {
     m_c.cmdsave->setEnabled(false);
     struct Enable {
@@ -424,17 +428,17 @@ void UserFieldsWindow::save()
     // The shared descriptions.
     const QString descriptionQuery = QStringLiteral("select * from miscinfo");
     if (!load(descriptionQuery) || m_s.session.messageText == QLatin1String("QUIT"))
-        return;
+        return false;
     if (othersChanged(loadedTexts(QStringLiteral("miscdesc")), m_descriptionTags) &&
         !askOverwrite())
-        return;
+        return false;
     const QStringList shownDescriptions = descriptions();
     setLoadedTexts(QStringLiteral("miscdesc"), shownDescriptions);
     if (!RecordHelpers::saveRecord(m_s.databases, m_s.session, m_call.databaseFile(),
                                    descriptionQuery, false)) {
         Prompts::showDatabaseMissing(m_s.dialogs,
                                      RecordHelpers::withMdbExtension(m_call.databaseFile()));
-        return;
+        return false;
     }
     m_descriptionTags = shownDescriptions;
 
@@ -442,10 +446,10 @@ void UserFieldsWindow::save()
     const QString valueQuery =
         QStringLiteral("select * from miscdata where acctid = ") + m_call.accountText();
     if (!load(valueQuery))
-        return;
+        return false;
     const bool newRow = m_s.session.messageText == QLatin1String("QUIT");
     if (othersChanged(loadedTexts(QStringLiteral("miscvalue")), m_valueTags) && !askOverwrite())
-        return;
+        return false;
     const QStringList shownValues = values();
     setLoadedTexts(QStringLiteral("miscvalue"), shownValues);
     if (newRow) {
@@ -457,9 +461,10 @@ void UserFieldsWindow::save()
                                    newRow)) {
         Prompts::showDatabaseMissing(m_s.dialogs,
                                      RecordHelpers::withMdbExtension(m_call.databaseFile()));
-        return;
+        return false;
     }
     m_valueTags = shownValues;
+    return true;
 }
 
 void UserFieldsWindow::print()
@@ -558,8 +563,45 @@ bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+bool UserFieldsWindow::hasUnsavedChanges() const
+{
+    if (descriptions() != m_descriptionTags)
+        return true;
+    const QStringList shown = values();
+    for (int i = 0; i < fieldCount; ++i)
+        if (shown.value(i) != m_valueTags.value(i).left(valueLimit)) // a box holds 50 at most
+            return true;
+    return false;
+}
+
+bool UserFieldsWindow::mayClose()
+{
+    if (m_finished || !hasUnsavedChanges())
+        return true;
+    const bool vendor = m_call.kind == UserFieldsCall::Kind::Vendor;
+    const QString question = vendor ? QStringLiteral("Save the changes to this vendor?")
+                                    : QStringLiteral("Save the changes to this account?");
+    switch (m_s.dialogs.yesNoCancel(question, QStringLiteral("Save Changes?"), Dialogs::Yes)) {
+    case Dialogs::Yes: {
+        bool saved = false;
+        guarded([this, &saved] { saved = save(); });
+        return saved;
+    }
+    case Dialogs::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void UserFieldsWindow::closeEvent(QCloseEvent *event)
 {
+    // Closed by the user from the window's frame: asked as Exit asks. The vendor screen closes
+    // the window itself when it changes mode.
+    if (event->spontaneous() && !mayClose()) {
+        event->ignore();
+        return;
+    }
     finish();
     QWidget::closeEvent(event);
 }

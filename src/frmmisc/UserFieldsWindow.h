@@ -88,7 +88,12 @@ public:
 
     // What the controls do; tests may call them directly.
     void renameDescription(int field);
-    void save();
+    // True when the descriptions and the values were written.
+    bool save();
+    // Typed values or renamed descriptions not saved yet.
+    bool hasUnsavedChanges() const;
+    // Exit: a window with unsaved changes asks whether to save them first; false: it stays.
+    bool mayClose();
     void print();
     void selectDescribed();
     void setAllAccountsMode(bool all);

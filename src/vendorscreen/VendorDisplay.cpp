@@ -28,8 +28,18 @@ QString VendorDisplay::form1099Name(int code)
 
 bool VendorDisplay::showCurrent()
 {
+    return show(false);
+}
+
+bool VendorDisplay::showAgain()
+{
+    return show(true);
+}
+
+bool VendorDisplay::show(bool fresh)
+{
     try {
-        fill();
+        fill(fresh);
         return true;
     } catch (const DbError &error) {
         if (error.code() == DbError::NoCurrentRecord) {
@@ -60,13 +70,16 @@ void VendorDisplay::stampTotals()
     }
 }
 
-void VendorDisplay::fill()
+void VendorDisplay::fill(bool fresh)
 {
     m_fields.blank();
     stampTotals();
     QCoreApplication::processEvents();
 
-    const QSqlRecord row = m_vendors.current();
+    // The rows the source holds were read before the pass; the database has the new values.
+    const QSqlRecord row = fresh ? m_vendors.reread() : m_vendors.current();
+    if (row.isEmpty())
+        throw DbError(DbError::NoCurrentRecord, QStringLiteral("No current record."));
     m_state.recalled = row;
     m_fields.setText(VendorField::Number, row.value(0).toString());
     m_totals.compute();

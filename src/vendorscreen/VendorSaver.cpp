@@ -231,7 +231,7 @@ void VendorSaver::writeNotesAlone()
     }
 }
 
-void VendorSaver::save()
+bool VendorSaver::save()
 {
     m_cmdsave->setEnabled(false);
     if (m_fields.text(VendorField::Number).isEmpty() ||
@@ -239,11 +239,11 @@ void VendorSaver::save()
         m_dialogs.message(QStringLiteral("Vendor number and name are required."),
                           Dialogs::Icon::Information);
         m_cmdsave->setEnabled(true);
-        return;
+        return false;
     }
     if (!m_state.editing() || !form1099TypeIsKnown() || !numbersAreNumbers()) {
         m_cmdsave->setEnabled(true);
-        return;
+        return false;
     }
     try {
         m_areas.totals.compute();
@@ -262,13 +262,14 @@ void VendorSaver::save()
     if (outcome == Outcome::Stop) {
         m_status.show(status);
         m_cmdsave->setEnabled(true);
-        return;
+        return false;
     }
     if (outcome == Outcome::GoOn && withNotes)
         writeNotesAlone();
     else if (!notesKept)
         notesReport();
     emit finished();
+    return true;
 }
 
 void VendorSaver::writeReport(int code, int step)

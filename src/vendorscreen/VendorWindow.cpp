@@ -23,6 +23,7 @@
 #include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/PassIndicator.h"
 #include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/UnsavedEdit.h"
 #include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFields.h"
 #include "vendorscreen/VendorLayout.h"
@@ -124,6 +125,8 @@ void VendorWindow::buildAreas(Session &session, Services &services)
     m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor,
                                             VendorSaver::Areas{*m_totals, *m_notes}, m_state,
                                             session, services.databases, dialogs, m_status);
+    m_unsaved =
+        std::make_unique<UnsavedEdit>(*m_modes, dialogs, [this] { return m_saver->save(); });
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_keys = std::make_unique<KeySender>();
     m_accounts = std::make_unique<ChartOfAccounts>(services.databases);
@@ -415,12 +418,13 @@ void VendorWindow::wire()
     };
     click(m_c.cmdexit, [this] { close(); });
     trigger("exit", [this] { close(); });
-    click(m_c.cmdlookup, [this] { openLookup(); });
+    // A save ends in the lookup, as Cancel does: what those buttons asked for is done then.
+    click(m_c.cmdlookup, [this] { unlessKept(false, [this] { openLookup(); }); });
     click(m_c.cmdadd, [this] { m_modes->add(); });
     click(m_c.cmdmodify, [this] { m_modes->modify(); });
-    click(m_c.cmdcancel, [this] { m_modes->cancel(); });
-    click(m_c.cmdnext, [this] { m_modes->next(); });
-    click(m_c.cmdprevious, [this] { m_modes->previous(); });
+    click(m_c.cmdcancel, [this] { unlessKept(false, [this] { m_modes->cancel(); }); });
+    click(m_c.cmdnext, [this] { unlessKept(false, [this] { m_modes->next(); }); });
+    click(m_c.cmdprevious, [this] { unlessKept(false, [this] { m_modes->previous(); }); });
     click(m_c.cmddelete, [this] { m_modes->remove(); });
     click(m_c.cmdsave, [this] { m_saver->save(); });
     click(m_c.cmdgo, [this] { m_lookup->go(); });
@@ -442,10 +446,11 @@ void VendorWindow::wire()
         m_guard.run([this, row = index.row()] { m_split->rowActivated(row); });
     });
     trigger("mnuversion", [this] { showVersion(); });
-    trigger("eoyzero", [this] { m_yearEndZero->run(); });
-    trigger("mnurecalc", [this] { m_recalculation->run(); });
-    trigger("mnuchavennumber", [this] { m_numberUtility->changeNumber(); });
-    trigger("mnumergevendor", [this] { m_numberUtility->merge(); });
+    trigger("eoyzero", [this] { runPass([this] { return m_yearEndZero->run(); }); });
+    trigger("mnurecalc", [this] { runPass([this] { return m_recalculation->run(); }); });
+    trigger("mnuchavennumber",
+            [this] { unlessKept(true, [this] { m_numberUtility->changeNumber(); }); });
+    trigger("mnumergevendor", [this] { unlessKept(true, [this] { m_numberUtility->merge(); }); });
     for (const QString &entry : ReportMenu::entries())
         trigger(qPrintable(entry), [this, entry] { m_reports->run(entry); });
 
@@ -464,6 +469,22 @@ void VendorWindow::wire()
     connect(byname, &QAction::triggered, this, [bynumber, byname] {
         byname->setChecked(true);
         bynumber->setChecked(false);
+    });
+}
+
+void VendorWindow::unlessKept(bool afterSave, const std::function<void()> &action)
+{
+    const UnsavedEdit::Outcome outcome = m_unsaved->ask();
+    if (outcome == UnsavedEdit::Outcome::GoOn ||
+        (afterSave && outcome == UnsavedEdit::Outcome::Saved))
+        action();
+}
+
+void VendorWindow::runPass(const std::function<bool()> &pass)
+{
+    unlessKept(true, [this, &pass] {
+        if (pass())
+            m_modes->showAgain();
     });
 }
 
@@ -627,6 +648,11 @@ void VendorWindow::closeEvent(QCloseEvent *event)
     // A save that waits for another user, and a pass over the vendor file, keep the window until
     // they are done.
     if (m_state.saving || m_pass->running()) {
+        event->ignore();
+        return;
+    }
+    const UnsavedEdit::Outcome outcome = m_unsaved->ask();
+    if (outcome == UnsavedEdit::Outcome::Stay) {
         event->ignore();
         return;
     }
