@@ -163,6 +163,8 @@ private:
     void help();
     void showVersion();
     void openUserFields();
+    void nameForScreenReaders();
+    void orderFocus();
 
     Controls m_c;
     StatusLine m_status{nullptr};
