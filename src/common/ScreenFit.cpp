@@ -23,8 +23,8 @@ QMargins frameMargins(const QWidget *window)
 {
     const QRect frame = window->frameGeometry();
     const QRect inner = window->geometry();
-    return {inner.left() - frame.left(), inner.top() - frame.top(),
-            frame.right() - inner.right(), frame.bottom() - inner.bottom()};
+    return {inner.left() - frame.left(), inner.top() - frame.top(), frame.right() - inner.right(),
+            frame.bottom() - inner.bottom()};
 }
 
 QSize minimumFrame(const QWidget *window, const QMargins &margins)

@@ -16,9 +16,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFrame>
-#include <QHideEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -576,9 +576,8 @@ void UserFieldsWindow::nameRow(int field)
 {
     // A screen reader names a value by the description beside it.
     const QString description = m_c.lbldescrip[field]->text().trimmed();
-    m_c.txtinfo[field]->setAccessibleName(description.isEmpty()
-                                              ? tr("Field %1").arg(field + 1)
-                                              : description);
+    m_c.txtinfo[field]->setAccessibleName(description.isEmpty() ? tr("Field %1").arg(field + 1)
+                                                                : description);
     m_c.txtinfo[field]->setAccessibleDescription(tr("Value of field %1").arg(field + 1));
     m_c.txtsort[field]->setAccessibleName(tr("Sort position of field %1").arg(field + 1));
 }

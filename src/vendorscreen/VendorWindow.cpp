@@ -605,9 +605,9 @@ void VendorWindow::orderFocus()
     // Tab walks the screen as it is read: the buttons from left to right, the vendor fields in
     // index order, the list buttons and sort options, the lookup panel over the lists, then the
     // lists themselves and the split panel over them.
-    std::vector<QWidget *> order{m_c.cmdadd,     m_c.cmdmodify, m_c.cmdsave,   m_c.cmddelete,
-                                 m_c.cmdcancel,  m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext,
-                                 m_c.cmdudf,     m_c.cmdhelp,   m_c.cmdexit};
+    std::vector<QWidget *> order{m_c.cmdadd,    m_c.cmdmodify, m_c.cmdsave,     m_c.cmddelete,
+                                 m_c.cmdcancel, m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext,
+                                 m_c.cmdudf,    m_c.cmdhelp,   m_c.cmdexit};
     order.insert(order.end(), m_c.Text1.begin(), m_c.Text1.end());
     order.insert(order.end(), {m_c.cmdunpaid, m_c.cmdpaid, m_c.cmdchecks, m_c.cmdnotes,
                                m_c.cmdsplit, m_c.optsort[0], m_c.optsort[1]});

@@ -49,8 +49,8 @@ TEST(ProgramsAccessible, EveryInputOfTheLauncherIsNamedByItsCaption)
     LaunchWindow window(services);
     window.show();
     const QMap<QString, QString> names = inputNames(&window);
-    EXPECT_EQ(names.keys(), QStringList({"Browse...", "Close", "Company data folder:", "Sign in",
-                                         "Staff"}));
+    EXPECT_EQ(names.keys(),
+              QStringList({"Browse...", "Close", "Company data folder:", "Sign in", "Staff"}));
 }
 
 TEST(ProgramsAccessible, EveryInputOfTheReportPreviewIsNamed)
@@ -68,10 +68,9 @@ TEST(ProgramsAccessible, EveryInputOfTheReportPreviewIsNamed)
         PreviewWindow window(*def, request);
         window.show();
         const QMap<QString, QString> names = inputNames(&window);
-        EXPECT_EQ(names.keys(),
-                  QStringList({"Close", "Export CSV", "Export PDF", "First", "Fit width", "Last",
-                               "Next", "Previous", "Print", "Report pages", "Whole page",
-                               "Zoom in", "Zoom out"}));
+        EXPECT_EQ(names.keys(), QStringList({"Close", "Export CSV", "Export PDF", "First",
+                                             "Fit width", "Last", "Next", "Previous", "Print",
+                                             "Report pages", "Whole page", "Zoom in", "Zoom out"}));
         QSettings(QSettings::NativeFormat, QSettings::UserScope, "Velmora", "apmaster").clear();
     }
     QDir::setCurrent(previous);

@@ -170,16 +170,15 @@ TEST_F(DialogsFit, TheLongestMessagesOfTheModuleLieWhollyOnTheScreen)
                                    "the most recent DBUPDATE.DAT file and update your \r\n"
                                    "databases. Then you may use this module. Click EXIT. "),
                     Dialogs::Icon::Critical, QStringLiteral("Cannot Continue"));
-    EXPECT_TRUE(available().contains(shownFrame))
-        << shownFrame.y() << " " << shownFrame.height();
+    EXPECT_TRUE(available().contains(shownFrame)) << shownFrame.y() << " " << shownFrame.height();
 
     // An engine's error of a few hundred characters on one line is wrapped, not cut.
     measureNextDialog();
-    dialogs.message(QStringLiteral("Error 3260: ") +
-                        QStringLiteral("database table is locked by another connection; ")
-                            .repeated(8) +
-                        QStringLiteral("\nIf this keeps happening, call Velmora Data."),
-                    Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
+    dialogs.message(
+        QStringLiteral("Error 3260: ") +
+            QStringLiteral("database table is locked by another connection; ").repeated(8) +
+            QStringLiteral("\nIf this keeps happening, call Velmora Data."),
+        Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
     EXPECT_TRUE(available().contains(shownFrame))
         << shownFrame.x() << " " << shownFrame.width() << " " << shownFrame.height();
 }

@@ -69,7 +69,7 @@ TEST_F(AccessibleNamesTest, TheListsTheNotesTheStatusLineAndTheProgressBarCarryT
 TEST_F(AccessibleNamesTest, FieldsAreNamedByTheCaptionsBesideThem)
 {
     const std::pair<int, const char *> named[] = {
-        {0, "Vendor #"}, {1, "Name"},     {2, "Address 1"}, {9, "Contact-1"},
+        {0, "Vendor #"},   {1, "Name"},      {2, "Address 1"},      {9, "Contact-1"},
         {11, "1099 Type"}, {12, "G/L Acct"}, {13, "YTD Purchases"},
     };
     for (const auto &[field, name] : named)
@@ -113,8 +113,8 @@ TEST_F(AccessibleNamesTest, TabWalksTheScreenAsItIsRead)
         expected << b;
     for (int i = 0; i < VendorWindow::fieldCount; ++i)
         expected << QStringLiteral("Text1_%1").arg(i);
-    for (const char *b : {"cmdunpaid", "cmdpaid", "cmdchecks", "cmdnotes", "cmdsplit",
-                          "optsort_0", "optsort_1"})
+    for (const char *b :
+         {"cmdunpaid", "cmdpaid", "cmdchecks", "cmdnotes", "cmdsplit", "optsort_0", "optsort_1"})
         expected << b;
     for (int i = 0; i < 7; ++i)
         expected << QStringLiteral("Option1_%1").arg(i);
