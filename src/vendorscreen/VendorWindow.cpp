@@ -560,10 +560,18 @@ void VendorWindow::setTopmost(bool on)
     setWindowFlag(Qt::WindowStaysOnTopHint, on);
     if (!visible)
         return;
+    const bool userFieldsActive = m_userFields && m_userFields->isActiveWindow();
     show();
-    // Showing the window again puts it in front; the user fields window stays above it.
-    if (m_userFields && m_userFields->isVisible())
+    // The user fields window follows: above the main window, and no longer above the window of
+    // another program (the report preview) that is to come in front. Showing the main window
+    // again put it in front; the user fields window goes back above it, keeping the keyboard.
+    if (m_userFields && m_userFields->isVisible()) {
+        m_userFields->setWindowFlag(Qt::WindowStaysOnTopHint, on);
+        m_userFields->show();
         m_userFields->raise();
+        if (userFieldsActive)
+            m_userFields->activateWindow();
+    }
 }
 
 bool VendorWindow::isTopmost() const

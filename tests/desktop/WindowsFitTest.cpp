@@ -9,6 +9,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -90,6 +91,24 @@ TEST_F(MainWindowFit, TheMenusAndButtonsOfTheMainWindowAreOnTheScreen)
                        static_cast<QWidget *>(c().cmdadd)}) {
         const QRect global(w->mapToGlobal(QPoint(0, 0)), w->size());
         EXPECT_TRUE(available().contains(global)) << w->objectName().toStdString();
+    }
+}
+
+TEST_F(MainWindowFit, EveryButtonOfTheStripIsInSightWithoutScrollingUpTo150Percent)
+{
+    if (scale() > 1.5)
+        GTEST_SKIP() << "at 200% the strip is wider than the screen; it scrolls";
+    const auto *scroller = module.window->findChild<QScrollArea *>("centralscroller");
+    ASSERT_NE(scroller, nullptr);
+    const QRect seen(scroller->viewport()->mapToGlobal(QPoint(0, 0)), scroller->viewport()->size());
+    for (QPushButton *b :
+         {c().cmdadd, c().cmdmodify, c().cmdsave, c().cmddelete, c().cmdcancel, c().cmdlookup,
+          c().cmdprevious, c().cmdnext, c().cmdudf, c().cmdhelp, c().cmdexit}) {
+        const QRect global(b->mapToGlobal(QPoint(0, 0)), b->size());
+        EXPECT_TRUE(seen.contains(global)) << b->objectName().toStdString();
+        const QString text = b->text().remove('&');
+        EXPECT_GE(b->width(), b->fontMetrics().horizontalAdvance(text))
+            << b->objectName().toStdString();
     }
 }
 
