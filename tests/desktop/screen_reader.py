@@ -1,7 +1,8 @@
 """Reads A/P Master over the accessibility bus as a screen reader does, and drives it.
 
 Every field, button, option, list, table, box and bar must have a name; a vendor is looked up by
-typing into the lookup entry and pressing Go, its unpaid invoices are listed, and Exit closes the
+typing into the lookup entry and pressing Go, its unpaid invoices are listed, its user-defined
+information window opens active (with the keyboard) and closes again, and Exit closes the
 module. Exit status 0 when all of that held, 1 with the reasons otherwise, 77 when the bus
 has no such program (skipped).
 """
@@ -59,6 +60,14 @@ def named(app, role, name):
     return None
 
 
+def frame(app, title_start):
+    for i in range(app.childCount):
+        child = app.getChildAtIndex(i)
+        if child is not None and child.name.startswith(title_start):
+            return child
+    return None
+
+
 def text_of(acc):
     text = acc.queryText()
     return text.getText(0, text.characterCount)
@@ -110,7 +119,30 @@ def main():
             if wait_for(lambda: named(app, pyatspi.ROLE_TABLE, "Unpaid Invoices")) is None:
                 problems.append("the list is not named 'Unpaid Invoices' after the button")
 
-    exit_button = named(app, pyatspi.ROLE_PUSH_BUTTON, "Exit")
+        user_fields = named(app, pyatspi.ROLE_PUSH_BUTTON, "User fields")
+        if user_fields is None:
+            problems.append("no User fields button")
+        else:
+            user_fields.queryAction().doAction(0)
+            window = wait_for(lambda: (lambda f: f if f and f.getState().contains(
+                pyatspi.STATE_ACTIVE) else None)(frame(app, "User Defined Information")))
+            if window is None:
+                problems.append("the user fields window did not open active")
+            else:
+                fields = inputs(window, [])
+                unnamed = [acc.getRoleName() for acc in fields if not acc.name]
+                if unnamed:
+                    problems.append("unnamed in the user fields window: " + ", ".join(unnamed))
+                print(f"{len(fields)} inputs read in {window.name!r}")
+                if len(fields) < 65:
+                    problems.append(f"{len(fields)} inputs in the user fields window")
+                close = named(window, pyatspi.ROLE_PUSH_BUTTON, "Exit")
+                close.queryAction().doAction(0)
+                if wait_for(lambda: frame(app, "User Defined Information") is None) is None:
+                    problems.append("the user fields window did not close")
+
+    main_window = frame(app, "DEMO @ Vendors")
+    exit_button = named(main_window or app, pyatspi.ROLE_PUSH_BUTTON, "Exit")
     if exit_button is None:
         problems.append("no Exit button")
     else:
