@@ -3,6 +3,7 @@
 #include "common/Dialogs.h"
 #include "common/ProgramRunner.h"
 #include "common/Prompts.h"
+#include "common/ScreenFit.h"
 #include "common/Session.h"
 #include "data/DbError.h"
 #include "data/RecordHelpers.h"
@@ -17,13 +18,13 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
@@ -72,6 +73,9 @@ constexpr int descriptionWidth = 170;
 constexpr int sortWidth = 44;
 constexpr int rowMargin = 4;
 constexpr int rowSpacing = 6;
+
+// Where the window's size and place are kept in the user's settings.
+const QString geometryKey = QStringLiteral("windows/userfields");
 
 } // namespace
 
@@ -226,6 +230,7 @@ QWidget *UserFieldsWindow::buildRows()
         grid->addWidget(m_c.lbldescrip[i], i, 1);
         grid->addWidget(m_c.txtinfo[i], i, 2);
         grid->addWidget(m_c.txtsort[i], i, 3);
+        nameRow(i);
     }
     return rows;
 }
@@ -273,12 +278,13 @@ bool UserFieldsWindow::open()
 {
     m_call = UserFieldsCall::parse(m_s.session.messageText);
     setWindowTitle(QStringLiteral("User Defined Information - acct#: ") + m_call.accountText());
-    if (QScreen *screen =
-            parentWidget() ? parentWidget()->screen() : QApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        move(area.left() + (area.width() - width()) / 2,
-             area.top() + (area.height() - height()) / 2);
-    }
+    // Above an always-on-top owner, as its message boxes are: the user is never left with a
+    // window hidden behind the one that waits for it.
+    if (parentWidget() && parentWidget()->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+        setWindowFlag(Qt::WindowStaysOnTopHint);
+    // Where the user last left it, else centred; wholly on the screen either way.
+    ScreenFit::restore(this, geometryKey, size());
+    ScreenFit::keepOnScreen(this);
     bool filled = false;
     guarded([this, &filled] { filled = populate(); });
     if (m_finished)
@@ -348,6 +354,7 @@ bool UserFieldsWindow::populate()
         m_c.lbldescrip[i]->setText(descriptions[i]);
         m_c.txtinfo[i]->setText(values[i]);
         m_c.txtinfo[i]->setCursorPosition(0);
+        nameRow(i);
     }
     m_descriptionTags = descriptions;
     m_valueTags = values;
@@ -542,7 +549,10 @@ bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
     }
     for (int i = 0; i < fieldCount; ++i) {
         if (watched == m_c.lbldescrip[i] && event->type() == QEvent::MouseButtonDblClick) {
-            guarded([this, i] { renameDescription(i); });
+            guarded([this, i] {
+                renameDescription(i);
+                nameRow(i);
+            });
             return true;
         }
         if (event->type() != QEvent::KeyPress ||
@@ -550,7 +560,10 @@ bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
             continue;
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_F2) {
-            guarded([this, i] { renameDescription(i); });
+            guarded([this, i] {
+                renameDescription(i);
+                nameRow(i);
+            });
             return true;
         }
         if (watched == m_c.txtinfo[i] &&
@@ -592,6 +605,23 @@ bool UserFieldsWindow::mayClose()
     default:
         return false;
     }
+}
+
+void UserFieldsWindow::nameRow(int field)
+{
+    // A screen reader names a value by the description beside it.
+    const QString description = m_c.lbldescrip[field]->text().trimmed();
+    m_c.txtinfo[field]->setAccessibleName(description.isEmpty() ? tr("Field %1").arg(field + 1)
+                                                                : description);
+    m_c.txtinfo[field]->setAccessibleDescription(tr("Value of field %1").arg(field + 1));
+    m_c.txtsort[field]->setAccessibleName(tr("Sort position of field %1").arg(field + 1));
+}
+
+void UserFieldsWindow::hideEvent(QHideEvent *event)
+{
+    if (!event->spontaneous())
+        ScreenFit::remember(this, geometryKey);
+    QWidget::hideEvent(event);
 }
 
 void UserFieldsWindow::closeEvent(QCloseEvent *event)

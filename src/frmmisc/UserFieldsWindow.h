@@ -105,6 +105,7 @@ signals:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void build();
@@ -124,6 +125,8 @@ private:
     bool askOverwrite();
     void cannotContinue();
     void showReminder();
+    // Names the row's boxes for screen readers by its description.
+    void nameRow(int field);
     QStringList descriptions() const;
     QStringList values() const;
     void finish();

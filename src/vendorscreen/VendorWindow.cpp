@@ -3,6 +3,7 @@
 #include "common/Colours.h"
 #include "common/Numbers.h"
 #include "common/ProgramRunner.h"
+#include "common/ScreenFit.h"
 #include "common/Services.h"
 #include "common/Session.h"
 #include "data/ChartOfAccounts.h"
@@ -48,6 +49,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTableView>
 
 #include <algorithm>
@@ -79,8 +81,17 @@ VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &
     m_c.helpwindow->setFocusPolicy(Qt::NoFocus);
     m_status = StatusLine(m_c.helpwindow);
     buildLookupPanel(central);
-    setCentralWidget(central);
+    // On a small screen or at a large scaling the screen scrolls inside a window that fits.
+    auto *scroller = new QScrollArea(this);
+    scroller->setObjectName(QStringLiteral("centralscroller"));
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setWidgetResizable(true);
+    scroller->setWidget(central);
+    setCentralWidget(scroller);
     resize(VendorLayout::windowSize);
+    ScreenFit::keepOnScreen(this);
+    nameForScreenReaders();
+    orderFocus();
     buildAreas(session, services);
     wire();
 }
@@ -570,8 +581,20 @@ void VendorWindow::setTopmost(bool on)
 {
     const bool visible = isVisible();
     setWindowFlag(Qt::WindowStaysOnTopHint, on);
-    if (visible)
-        show();
+    if (!visible)
+        return;
+    const bool userFieldsActive = m_userFields && m_userFields->isActiveWindow();
+    show();
+    // The user fields window follows: above the main window, and no longer above the window of
+    // another program (the report preview) that is to come in front. Showing the main window
+    // again put it in front; the user fields window goes back above it, keeping the keyboard.
+    if (m_userFields && m_userFields->isVisible()) {
+        m_userFields->setWindowFlag(Qt::WindowStaysOnTopHint, on);
+        m_userFields->show();
+        m_userFields->raise();
+        if (userFieldsActive)
+            m_userFields->activateWindow();
+    }
 }
 
 bool VendorWindow::isTopmost() const
@@ -584,8 +607,46 @@ void VendorWindow::centreOnScreen()
     const QScreen *screen = this->screen();
     if (!screen)
         return;
+    // Centred on the whole screen where that place lies on the free part of it; else as close
+    // to it as the window fits, made smaller when the screen is (the screen then scrolls).
     const QRect area = screen->geometry();
-    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+    const QSize size = frameGeometry().size();
+    ScreenFit::place(this, QRect(QPoint(area.left() + (area.width() - size.width()) / 2,
+                                        area.top() + (area.height() - size.height()) / 2),
+                                 size));
+}
+
+void VendorWindow::nameForScreenReaders()
+{
+    // Fields and options are named by their captions and buttons by their texts; the lists,
+    // the notes and the status line by what the screen shows beside them.
+    m_c.grid1->setAccessibleName(tr("Invoices"));
+    m_c.grid2->setAccessibleName(tr("Checks"));
+    m_c.notes->setAccessibleName(tr("Notes"));
+    m_c.helpwindow->setAccessibleName(tr("Status"));
+    m_c.passprogress->setAccessibleName(tr("Progress of the pass"));
+    m_c.lookupinput->setAccessibleName(tr("Look up"));
+    m_c.List1->setAccessibleName(tr("Account"));
+    m_c.List3->setAccessibleName(tr("Name"));
+    m_c.List2->setAccessibleName(tr("Amount"));
+}
+
+void VendorWindow::orderFocus()
+{
+    // Tab walks the screen as it is read: the buttons from left to right, the vendor fields in
+    // index order, the list buttons and sort options, the lookup panel over the lists, then the
+    // lists themselves and the split panel over them.
+    std::vector<QWidget *> order{m_c.cmdadd,    m_c.cmdmodify, m_c.cmdsave,     m_c.cmddelete,
+                                 m_c.cmdcancel, m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext,
+                                 m_c.cmdudf,    m_c.cmdhelp,   m_c.cmdexit};
+    order.insert(order.end(), m_c.Text1.begin(), m_c.Text1.end());
+    order.insert(order.end(), {m_c.cmdunpaid, m_c.cmdpaid, m_c.cmdchecks, m_c.cmdnotes,
+                               m_c.cmdsplit, m_c.optsort[0], m_c.optsort[1]});
+    order.insert(order.end(), m_c.Option1.begin(), m_c.Option1.end());
+    order.insert(order.end(), {m_c.lookupinput, m_c.cmdgo, m_c.cmdcancellookup, m_c.grid1,
+                               m_c.grid2, m_c.notes, m_c.List1, m_c.List3, m_c.List2});
+    for (size_t i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
 }
 
 void VendorWindow::setBackgroundColour(int bgr)

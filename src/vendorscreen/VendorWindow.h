@@ -170,6 +170,8 @@ private:
     void unlessKept(bool afterSave, const std::function<void()> &action);
     // A pass over the vendor file; the vendor on the screen is shown again with its new values.
     void runPass(const std::function<bool()> &pass);
+    void nameForScreenReaders();
+    void orderFocus();
 
     Controls m_c;
     StatusLine m_status{nullptr};
