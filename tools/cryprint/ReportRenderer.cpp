@@ -6,12 +6,13 @@
 #include "ReportQuery.h"
 #include "ScreenPages.h"
 
+#include "common/OutputFile.h"
+
 #include <QFile>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPagedPaintDevice>
 #include <QPainter>
-#include <QSaveFile>
 
 using namespace ReportLines;
 
@@ -126,29 +127,19 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
 
 bool writeReportFile(const ReportDefinition &def, const RunnerRequest &request, QString &error)
 {
+    const bool csv = request.printFileType.compare(QLatin1String("CSV"), Qt::CaseInsensitive) == 0;
+    // The file takes its name only when the whole report was written, and never the name of
+    // anything but an earlier report of the same kind.
+    OutputFile file(request.printFileName, csv ? OutputFile::Kind::Csv : OutputFile::Kind::Pdf);
+    if (!file.open(error))
+        return false;
     ReportQuery rows;
     if (!rows.open(def, request, error))
         return false;
     const ReportRenderer renderer(def, request);
-    // The file appears only when the whole report was written.
-    QSaveFile file(request.printFileName);
-    if (!file.open(QIODevice::WriteOnly)) {
-        error = QStringLiteral("The file %1 cannot be written: %2")
-                    .arg(request.printFileName, file.errorString());
-        return false;
-    }
-    long long count = 0;
-    if (request.printFileType.compare(QLatin1String("CSV"), Qt::CaseInsensitive) == 0) {
-        count = renderer.csv(rows, file, error);
-    } else {
-        count = renderer.pdf(rows, file, error);
-    }
+    const long long count =
+        csv ? renderer.csv(rows, file.device(), error) : renderer.pdf(rows, file.device(), error);
     if (count < 0)
         return false;
-    if (!file.commit()) {
-        error = QStringLiteral("The file %1 cannot be written: %2")
-                    .arg(request.printFileName, file.errorString());
-        return false;
-    }
-    return true;
+    return file.commit(error);
 }
