@@ -4,6 +4,7 @@
 #include "ReportLayout.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
+#include "RecordedPages.h"
 #include "ScreenPages.h"
 
 #include "common/OutputFile.h"
@@ -49,8 +50,14 @@ long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QS
     }
     const double scale = device.logicalDpiX() / 72.0; // the layout works in points
     painter.scale(scale, scale);
+    // A sheet out of the printer cannot be printed again, and each says how many there are:
+    // the pages are laid out first, then printed.
+    RecordedPages recorded;
+    const long long count = ReportLayout(m_def, m_request, rows, recorded).run();
+    recorded.setAllLaidOut();
     ScreenPages pages(painter, &device);
-    const long long count = ReportLayout(m_def, m_request, rows, pages).run();
+    for (int page = 1; page <= recorded.complete(); ++page)
+        recorded.replay(page, pages);
     painter.end();
     if (!rows.error().isEmpty()) {
         error = rows.error();
