@@ -74,8 +74,8 @@ TEST_F(ReportHeading, TheSelectionIsSaidInWordsWithItsDates)
     ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
     const QStringList texts = pages();
     ASSERT_EQ(texts.size(), 1);
-    EXPECT_TRUE(texts[0].contains("Selection: Vendor # " + vendor +
-                                  "; Date from 01/01/2024 to 06/30/2024"))
+    EXPECT_TRUE(
+        texts[0].contains("Selection: Vendor # " + vendor + "; Date from 01/01/2024 to 06/30/2024"))
         << texts[0].left(600).toStdString();
     EXPECT_TRUE(texts[0].contains("Page 1 of 1"));
 }

@@ -127,8 +127,7 @@ PdfPages::PdfPages(QIODevice &out, QSizeF pageSize, const QString &title) :
     m_offsets[resourcesObject - 1] = m_written;
     write(QByteArray::number(resourcesObject) + " 0 obj\n<< /Font << /F1 " +
           QByteArray::number(regularObject) + " 0 R /F2 " + QByteArray::number(boldObject) +
-          " 0 R >> /XObject << /N " + QByteArray::number(pageCountObject) +
-          " 0 R >> >>\nendobj\n");
+          " 0 R >> /XObject << /N " + QByteArray::number(pageCountObject) + " 0 R >> >>\nendobj\n");
     m_content.reserve(64 * 1024);
 }
 

@@ -33,11 +33,11 @@ class Sheet {
 public:
     Sheet(const Def &def, const RunnerRequest &request, PagePainter &pages,
           const QString &company) :
-        m_def(def), m_pages(pages), m_size(ReportLayout::pageSize(def)),
+        m_def(def),
+        m_pages(pages), m_size(ReportLayout::pageSize(def)),
         // Twips: 20 to a point.
         m_shift(request.marginLeft / 20.0, request.marginTop / 20.0),
-        m_company(company.isEmpty() ? QStringLiteral("No company record in config.mdb")
-                                    : company),
+        m_company(company.isEmpty() ? QStringLiteral("No company record in config.mdb") : company),
         m_printed(QStringLiteral("Printed ") +
                   QDateTime::currentDateTime().toString(QStringLiteral("MM/dd/yyyy h:mm AP"))),
         m_selection(selectionInWords(request.selectionFormula, def))

@@ -184,8 +184,9 @@ bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
     if (config.isFile()) {
         QSqlQuery attach(db);
         attach.prepare(QStringLiteral("ATTACH DATABASE ? AS settings"));
-        attach.addBindValue(QStringLiteral("file:%1?mode=ro").arg(QString::fromLatin1(
-            QUrl::toPercentEncoding(config.absoluteFilePath(), "/"))));
+        attach.addBindValue(
+            QStringLiteral("file:%1?mode=ro")
+                .arg(QString::fromLatin1(QUrl::toPercentEncoding(config.absoluteFilePath(), "/"))));
         if (attach.exec())
             readCompany(db, QStringLiteral("settings.company"));
     }

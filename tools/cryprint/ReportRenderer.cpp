@@ -1,10 +1,10 @@
 #include "ReportRenderer.h"
 
 #include "PdfPages.h"
+#include "RecordedPages.h"
 #include "ReportLayout.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
-#include "RecordedPages.h"
 #include "ScreenPages.h"
 
 #include "common/OutputFile.h"

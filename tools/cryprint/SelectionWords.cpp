@@ -51,15 +51,15 @@ QString selectionInWords(const QString &formula, const ReportDefinition &def)
         return QStringLiteral("Selection: All records");
     static const QRegularExpression joiner(QStringLiteral("\\s+and\\s+"),
                                            QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression comparison(
-        QStringLiteral("^\\{(\\w+)\\.(\\w+)\\}\\s*(<>|>=|<=|=|>|<)\\s*(-?[0-9.]+|'(?:[^']|'')*')$"));
+    static const QRegularExpression comparison(QStringLiteral(
+        "^\\{(\\w+)\\.(\\w+)\\}\\s*(<>|>=|<=|=|>|<)\\s*(-?[0-9.]+|'(?:[^']|'')*')$"));
     std::vector<Comparison> parts;
     for (const QString &part : text.split(joiner)) {
         const auto match = comparison.match(part.trimmed());
         if (!match.hasMatch())
             return QStringLiteral("Selection: ") + text;
-        parts.push_back({match.captured(1), match.captured(2), match.captured(3),
-                         match.captured(4)});
+        parts.push_back(
+            {match.captured(1), match.captured(2), match.captured(3), match.captured(4)});
     }
     QStringList words;
     std::vector<bool> used(parts.size(), false);
@@ -72,10 +72,9 @@ QString selectionInWords(const QString &formula, const ReportDefinition &def)
         // A range: the field from one value to another.
         if (c.op == QLatin1String(">=")) {
             size_t j = i + 1;
-            while (j < parts.size() &&
-                   (used[j] || parts[j].op != QLatin1String("<=") ||
-                    parts[j].table.compare(c.table, Qt::CaseInsensitive) != 0 ||
-                    parts[j].field.compare(c.field, Qt::CaseInsensitive) != 0))
+            while (j < parts.size() && (used[j] || parts[j].op != QLatin1String("<=") ||
+                                        parts[j].table.compare(c.table, Qt::CaseInsensitive) != 0 ||
+                                        parts[j].field.compare(c.field, Qt::CaseInsensitive) != 0))
                 ++j;
             if (j < parts.size()) {
                 used[j] = true;
