@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
 # Runs inside the virtual display of try-package.sh: the launcher from the desktop entry's
-# command, the data folder typed, DEMO chosen, the module's lookup by name, the vendor list by
-# number from the Reports menu in the runner's preview, three screenshots.
+# command, the data folder typed, DEMO chosen, the module's lookup by name, two screenshots.
 set -euo pipefail
 data=$1 out=$2 command=$3
 wait_window() {
@@ -36,14 +35,5 @@ xdotool type --window "$module" --delay 40 "Acme"
 xdotool key --window "$module" Return
 sleep 0.8
 import -window root "$out/launched-vendor.png"
-# A report: the module hands the request to cryprint.exe of the data folder, whose preview
-# comes up in front.
-xdotool key --window "$module" alt+r n
-preview=$(wait_window "^Vendor List")
-sleep 2
-import -window root "$out/package-report.png"
-xdotool key --window "$preview" Escape
-sleep 0.5
-xdotool windowfocus --sync "$module" 2>/dev/null || true
 xdotool key --window "$module" alt+x
 wait "$pid"
