@@ -25,6 +25,7 @@ constexpr double lineHeight = 11.0;
 constexpr double edge = 0.5 * inch;
 // The body text's baseline below the top of its line: the face centred in the line.
 constexpr double baseline = 8.25;
+constexpr double countGap = 1.5;
 
 // The page being filled: its lines from the top; on each new page the title, the company, when
 // it was printed and what was selected, and the column headings; "Page N of M" at its foot.
@@ -132,7 +133,8 @@ private:
     }
 
     // "Page N of " and the count, which only the end of the report knows; centred as if the
-    // count had as many digits as N.
+    // count had as many digits as N. A little more than the space before the count keeps the
+    // two words apart in a printer's own face too.
     void footer()
     {
         const QString page = QStringLiteral("Page %1 of ").arg(m_page);
@@ -141,7 +143,7 @@ private:
         const double x = (width() - used) / 2;
         const double base = m_size.height() - edge - lineHeight + baseline;
         put(TextStyle::Body, x, base, used + 20, page, Qt::AlignLeft);
-        m_pages.pageCount(x + PdfPages::width(TextStyle::Body, page) + m_shift.x(),
+        m_pages.pageCount(x + PdfPages::width(TextStyle::Body, page) + countGap + m_shift.x(),
                           base + m_shift.y());
     }
 
