@@ -85,4 +85,20 @@ for _ in $(seq 100); do
 done
 [ "$(location)" = "Vendors" ] || { cat "$work/module.log"; fail "the installed module did not start"; }
 kill "$module_pid"; wait "$module_pid" 2>/dev/null || true; module_pid=""
+
+# A report opens on that company with nothing copied by hand: the module finds cryprint.exe in
+# the data folder, and the runner it leads to prints the vendor list by name.
+[ -x "$company/cryprint.exe" ] || fail "the demo company has no cryprint.exe"
+[ "$(readlink -f "$company/cryprint.exe")" = "$root/usr/bin/cryprint" ] ||
+  fail "cryprint.exe leads to $(readlink -f "$company/cryprint.exe"), not the package's runner"
+printf 'Crystal~\nReportFileName=rap001.rpt~\nWindowTitle=~\nMarginTop=0~\nMarginLeft=0~\nSortFields(0)=+{vendors.vendname}~\nDestination=File~\nPrintFileName=%s~\nPrintFileType=PDF~' \
+  "$work/vendors.pdf" >"$work/request.txt"
+(cd "$company" && env -u DISPLAY -u WAYLAND_DISPLAY ./cryprint.exe "$work/request.txt") ||
+  fail "the vendor list did not print on the demo company"
+first=$(sqlite3 "file:$company/ap.mdb?mode=ro" \
+  "select vendnumber from vendors order by vendname limit 1")
+pdftotext -layout "$work/vendors.pdf" - >"$work/vendors.txt"
+grep -q "Vendor List" "$work/vendors.txt" && grep -qw "$first" "$work/vendors.txt" ||
+  fail "the vendor list lacks its title or the first vendor, $first"
+echo "package-check: the vendor list prints on a new demo company"
 echo "package-check: the package is fine"

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Tries the installed package as a new user would: a fresh home folder, the demo company made
 # by apmaster-demo, the launcher started with its desktop entry's command under a virtual
-# display, sign-in as DEMO and a vendor found by name. Saves docs/launcher.png and
-# docs/launched-vendor.png (or into the folder given).
+# display, sign-in as DEMO and a vendor found by name; then a report opened in the preview of
+# the runner the demo company leads to (its cryprint.exe). Saves docs/launcher.png,
+# docs/launched-vendor.png and docs/package-report.png (or into the folder given).
 #   sudo apt install ./build/apmaster_21.12_amd64.deb && bash scripts/try-package.sh [OUT_DIR]
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
@@ -14,8 +15,17 @@ trap 'rm -rf "$home"' EXIT
 mkdir -m 700 "$home/run"
 export HOME=$home XDG_CONFIG_HOME=$home/.config XDG_RUNTIME_DIR=$home/run
 apmaster-demo "$home/velmora-demo" >/dev/null
+# The new company's reports work with nothing copied by hand.
+[ -x "$home/velmora-demo/cryprint.exe" ] ||
+  { echo "The demo company has no cryprint.exe." >&2; exit 1; }
 command=$(sed -n 's/^Exec=//p' "$entry")
 mkdir -p "$out"
 xvfb-run -a -s "-screen 0 1100x800x24" \
   bash "$here/scripts/try-package-scene.sh" "$home/velmora-demo" "$out" "$command"
-echo "$out/launcher.png $out/launched-vendor.png"
+# The report runner as the module starts it: cryprint.exe of the data folder, which leads to
+# the installed runner, on the shipped vendor list.
+[ "$(readlink -f "$home/velmora-demo/cryprint.exe")" = "$(command -v cryprint)" ] ||
+  { echo "cryprint.exe of the demo company is not the installed runner." >&2; exit 1; }
+CRYPRINT_PROGRAM="$home/velmora-demo/cryprint.exe" \
+  bash "$here/scripts/preview-screenshot.sh" "$home/velmora-demo" "$out/package-report.png" >/dev/null
+echo "$out/launcher.png $out/launched-vendor.png $out/package-report.png"

@@ -310,10 +310,13 @@ void Form1099Run::printForms(const Form &form, const QString &statement)
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     vendors.finish();
-    printer->finish();
+    const bool out = printer->finish();
     m_kind = Idle;
     m_s.status.show(QString::fromLatin1(form.completion));
-    if (!printer->pdfFile().isEmpty())
+    if (!out)
+        m_s.dialogs.message(printer->why() + QStringLiteral(" Nothing was printed."),
+                            Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
+    else if (!printer->pdfFile().isEmpty())
         m_s.dialogs.message(QStringLiteral("The forms were written to ") + printer->pdfFile() +
                                 QLatin1Char('.'),
                             Dialogs::Icon::Information, QString::fromLatin1(form.jobName));

@@ -12,8 +12,8 @@ public:
     // left corner.
     virtual void print(int xTwips, int yTwips, const QString &text) = 0;
     virtual void newPage() = 0;
-    // Ends the job; the pages are out.
-    virtual void finish() = 0;
+    // Ends the job; the pages are out, or false (with why()) when they could not be put out.
+    virtual bool finish() = 0;
     // A PDF file's path when the job goes to one, else empty.
     virtual QString pdfFile() const = 0;
     virtual QString why() const = 0;

@@ -1,5 +1,7 @@
 #include "reports/PrinterFormPrinter.h"
 
+#include "common/OutputFile.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
@@ -57,10 +59,8 @@ PrinterFormPrinter::PrinterFormPrinter(const QString &jobName) :
     // Positions count from the paper's corner, not from the printable area's.
     m_printer->setFullPage(true);
     m_pdfFile = pdfTarget(jobName);
-    if (!m_pdfFile.isEmpty()) {
+    if (!m_pdfFile.isEmpty())
         m_printer->setOutputFormat(QPrinter::PdfFormat);
-        m_printer->setOutputFileName(m_pdfFile);
-    }
 }
 
 PrinterFormPrinter::~PrinterFormPrinter()
@@ -71,6 +71,14 @@ PrinterFormPrinter::~PrinterFormPrinter()
 
 bool PrinterFormPrinter::begin()
 {
+    if (!m_pdfFile.isEmpty()) {
+        // The forms are printed into a new file that takes the setting's name when complete.
+        m_output = std::make_unique<OutputFile>(m_pdfFile, OutputFile::Kind::Pdf);
+        if (!m_output->open(m_why))
+            return false;
+        m_output->device().close();
+        m_printer->setOutputFileName(m_output->workPath());
+    }
     m_painter = std::make_unique<QPainter>();
     if (!m_painter->begin(m_printer.get())) {
         m_why = m_pdfFile.isEmpty() ? QStringLiteral("The printer ") + m_printer->printerName() +
@@ -98,8 +106,9 @@ void PrinterFormPrinter::newPage()
     m_printer->newPage();
 }
 
-void PrinterFormPrinter::finish()
+bool PrinterFormPrinter::finish()
 {
     if (m_painter && m_painter->isActive())
         m_painter->end();
+    return !m_output || m_output->commit(m_why);
 }

@@ -43,18 +43,14 @@ TEST(ReportValuesTest, FormTypesByName)
     EXPECT_EQ(ReportValues::shown(6, F::Type1099), "None");
 }
 
-// MISC (1 and 4) and INT at 600.00 or more; DIV and NEC above 600.00; both sides of 600.00.
+// Every form at 600.00 or more, as the 1099 run's "$600 or more" prints them; both sides of
+// 600.00.
 TEST(ReportValuesTest, ThresholdOfEachFormOnBothSides)
 {
     const long long below = 5999900, at = 6000000, above = 6000100;
-    for (int type : {1, 2, 4}) {
+    for (int type : {1, 2, 3, 4, 5}) {
         EXPECT_FALSE(ReportValues::reportable(type, below)) << type;
         EXPECT_TRUE(ReportValues::reportable(type, at)) << type;
-        EXPECT_TRUE(ReportValues::reportable(type, above)) << type;
-    }
-    for (int type : {3, 5}) {
-        EXPECT_FALSE(ReportValues::reportable(type, below)) << type;
-        EXPECT_FALSE(ReportValues::reportable(type, at)) << type;
         EXPECT_TRUE(ReportValues::reportable(type, above)) << type;
     }
     EXPECT_FALSE(ReportValues::reportable(0, 100000000));

@@ -9,6 +9,7 @@
 #include "support/SharedTestData.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -310,3 +311,38 @@ TEST_F(ServerImport, MoneyTotalsOfLargeAmountsAreAddedUpExactly)
     EXPECT_EQ(target.scalar("ap.mdb", "select sum(amount)::text from ledger").toString(),
               "100000000000.0100");
 }
+
+namespace {
+
+// The import log lies in a folder that may hold other files: a log that is a link to a
+// database, or anything but text, is left as it is and the summary says why; a text log keeps
+// its earlier runs.
+TEST_F(ServerImport, TheLogIsNeverWrittenOverADatabaseAndKeepsEarlierRuns)
+{
+    DataFolder target(DataFolder::Start::Empty);
+    fixture.useDataFolder(target.path());
+    fixture.writeSource("ap.mdb", jetHeader());
+    fixture.useStream(apFile().endOfFile().bytes());
+    const QByteArray database = QByteArray("SQLite format 3", 16) + QByteArray(84, '\1');
+    target.writeFile("books.sqlite", database);
+    ASSERT_TRUE(QFile::link(target.file("books.sqlite"), target.file("import.log")));
+    ASSERT_EQ(fixture.run(), QString());
+    EXPECT_EQ(fixture.summary().logProblem,
+              "The output file " + target.file("import.log") + " (a link to " +
+                  QFileInfo(target.file("books.sqlite")).canonicalFilePath() +
+                  ") is a database file of the company (its first bytes say so); no output is "
+                  "ever written over it. Choose another file name.");
+    EXPECT_EQ(target.readFile("books.sqlite").toLatin1(), database);
+    EXPECT_TRUE(QFileInfo(target.file("import.log")).isSymLink());
+
+    DataFolder again(DataFolder::Start::Empty);
+    fixture.useDataFolder(again.path());
+    again.writeFile("import.log", "2025-12-01T09:00:00 the first import\n");
+    ASSERT_EQ(fixture.run(), QString());
+    EXPECT_EQ(fixture.summary().logProblem, QString());
+    const QString log = again.readFile("import.log");
+    EXPECT_TRUE(log.startsWith("2025-12-01T09:00:00 the first import\n")) << log.toStdString();
+    EXPECT_TRUE(log.contains("ap.mdb")) << log.toStdString();
+}
+
+} // namespace

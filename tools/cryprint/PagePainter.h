@@ -20,6 +20,14 @@ public:
     virtual void text(TextStyle style, double x, double baseline, double room, Qt::Alignment align,
                       const QString &s) = 0;
     virtual void line(QPointF from, QPointF to) = 0;
+    // The number of pages of the whole report, its left edge at x, in the body face: known
+    // only when the last page is laid out, so each kind of page that shows it puts it in its
+    // own way (a page drawn from recorded pages gets it as text).
+    virtual void pageCount(double x, double baseline)
+    {
+        Q_UNUSED(x)
+        Q_UNUSED(baseline)
+    }
 };
 
 // The size of a face in points.

@@ -8,7 +8,7 @@ namespace {
 
 // Objects written first, at fixed numbers; the pages follow from firstFreeObject on.
 constexpr int catalogObject = 1, pagesObject = 2, regularObject = 3, boldObject = 4,
-              resourcesObject = 5, infoObject = 6, firstFreeObject = 7;
+              resourcesObject = 5, infoObject = 6, pageCountObject = 7, firstFreeObject = 8;
 
 // Advance widths of codes 32 to 255 in thousandths of the size: Helvetica's, which Liberation
 // Sans shares glyph for glyph. Codes the encoding leaves free are 0 (never written).
@@ -127,7 +127,7 @@ PdfPages::PdfPages(QIODevice &out, QSizeF pageSize, const QString &title) :
     m_offsets[resourcesObject - 1] = m_written;
     write(QByteArray::number(resourcesObject) + " 0 obj\n<< /Font << /F1 " +
           QByteArray::number(regularObject) + " 0 R /F2 " + QByteArray::number(boldObject) +
-          " 0 R >> >>\nendobj\n");
+          " 0 R >> /XObject << /N " + QByteArray::number(pageCountObject) + " 0 R >> >>\nendobj\n");
     m_content.reserve(64 * 1024);
 }
 
@@ -261,9 +261,31 @@ void PdfPages::line(QPointF from, QPointF to)
     m_content += " l S\n";
 }
 
+void PdfPages::pageCount(double x, double baseline)
+{
+    if (!m_inPage)
+        return;
+    textMode(false);
+    m_content += "q 1 0 0 1 ";
+    number(x);
+    m_content += ' ';
+    number(m_size.height() - baseline);
+    m_content += " cm /N Do Q\n";
+}
+
 bool PdfPages::finish()
 {
     endPage();
+    // The count the pages point at, now that it is known.
+    const QByteArray count = "BT /F1 " + QByteArray::number(pointSize(TextStyle::Body)) +
+                             " Tf 0 0 Td (" + QByteArray::number(qsizetype(m_pages.size())) +
+                             ") Tj ET";
+    m_offsets[pageCountObject - 1] = m_written;
+    write(QByteArray::number(pageCountObject) +
+          " 0 obj\n<< /Type /XObject /Subtype /Form /BBox [0 -4 100 12] /Resources << /Font << "
+          "/F1 " +
+          QByteArray::number(regularObject) + " 0 R >> >> /Length " +
+          QByteArray::number(count.size()) + " >>\nstream\n" + count + "\nendstream\nendobj\n");
     m_offsets[catalogObject - 1] = m_written;
     write(QByteArray::number(catalogObject) + " 0 obj\n<< /Type /Catalog /Pages " +
           QByteArray::number(pagesObject) + " 0 R >>\nendobj\n");

@@ -25,6 +25,8 @@ public:
     void text(TextStyle style, double x, double baseline, double room, Qt::Alignment align,
               const QString &s) override;
     void line(QPointF from, QPointF to) override;
+    // A form object that every page draws and that is written with the count at the end.
+    void pageCount(double x, double baseline) override;
     // Writes the page tree, the cross-reference table and the trailer. False when the device
     // failed at any point.
     bool finish();

@@ -37,6 +37,7 @@ bool PreviewPages::layOutSome(int rows, bool sortTheRest)
             return false;
         if (!m_layout->step()) {
             m_complete = true;
+            m_pages.setAllLaidOut();
             m_error = m_rows->error();
             m_rowsAtEnd = m_layout->rows();
             // The rows end here; the engine's connection is no longer needed.

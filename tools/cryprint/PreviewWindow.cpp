@@ -6,6 +6,7 @@
 #include "ReportQuery.h"
 #include "ReportRenderer.h"
 
+#include "common/OutputFile.h"
 #include "common/ScreenFit.h"
 
 #include <QAction>
@@ -18,6 +19,8 @@
 #include <QPrinter>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include <optional>
 
 PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &request,
                              QWidget *parent) :
@@ -131,9 +134,27 @@ void PreviewWindow::print()
     QPrintDialog dialog(&printer, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
+    QString error;
+    if (!printTo(printer, error))
+        QMessageBox::warning(this, windowTitle(), error);
+}
+
+bool PreviewWindow::printTo(QPrinter &printer, QString &error)
+{
+    std::optional<OutputFile> file;
+    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
+        file.emplace(printer.outputFileName(), OutputFile::Kind::Pdf);
+        if (!file->open(error))
+            return false;
+        file->device().close();
+        printer.setOutputFileName(file->workPath());
+    }
     paintPages(&printer);
-    if (!m_error.isEmpty())
-        QMessageBox::warning(this, windowTitle(), m_error);
+    if (!m_error.isEmpty()) {
+        error = m_error;
+        return false;
+    }
+    return !file || file->commit(error);
 }
 
 bool PreviewWindow::exportTo(const QString &fileName, const QString &type, QString &error)

@@ -26,6 +26,9 @@ public:
     const PreviewPages &pages() const { return *m_pages; }
     // Writes the report to a file as the export commands do; false with a message on failure.
     bool exportTo(const QString &fileName, const QString &type, QString &error);
+    // Prints the report on the printer as the print dialog left it; when that prints to a PDF
+    // file, the file is checked and replaced as an export's is. False with a message on failure.
+    bool printTo(QPrinter &printer, QString &error);
 
 protected:
     // The window's size and place are kept for the next report.

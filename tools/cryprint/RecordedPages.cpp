@@ -4,7 +4,7 @@
 
 namespace {
 
-enum Item : char { TextItem, LineItem };
+enum Item : char { TextItem, LineItem, CountItem };
 
 template <typename T> T take(const char *&at)
 {
@@ -64,6 +64,15 @@ void RecordedPages::line(QPointF from, QPointF to)
     put(float(to.y()));
 }
 
+void RecordedPages::pageCount(double x, double baseline)
+{
+    if (!m_open)
+        return;
+    put(CountItem);
+    put(float(x));
+    put(float(baseline));
+}
+
 void RecordedPages::replay(int page, PagePainter &onto) const
 {
     if (page < 1 || page > complete())
@@ -73,7 +82,14 @@ void RecordedPages::replay(int page, PagePainter &onto) const
     const char *end = at + items.size();
     onto.beginPage();
     while (at < end) {
-        if (take<char>(at) == LineItem) {
+        const char item = take<char>(at);
+        if (item == CountItem) {
+            const float x = take<float>(at), baseline = take<float>(at);
+            onto.text(TextStyle::Body, x, baseline, 100, Qt::AlignLeft,
+                      m_allLaidOut ? QString::number(complete()) : QStringLiteral("..."));
+            continue;
+        }
+        if (item == LineItem) {
             const float x1 = take<float>(at), y1 = take<float>(at);
             const float x2 = take<float>(at), y2 = take<float>(at);
             onto.line(QPointF(x1, y1), QPointF(x2, y2));

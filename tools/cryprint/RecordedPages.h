@@ -15,6 +15,9 @@ public:
     void text(TextStyle style, double x, double baseline, double room, Qt::Alignment align,
               const QString &s) override;
     void line(QPointF from, QPointF to) override;
+    void pageCount(double x, double baseline) override;
+    // Every page is laid out: the count replays as the number of pages, until then as "...".
+    void setAllLaidOut() { m_allLaidOut = true; }
 
     // The pages ended so far.
     int complete() const { return int(m_pages.size()) - (m_open ? 1 : 0); }
@@ -26,4 +29,5 @@ private:
 
     std::vector<QByteArray> m_pages;
     bool m_open = false;
+    bool m_allLaidOut = false;
 };

@@ -1,8 +1,12 @@
 #include "ReportLayout.h"
 
 #include "PagePainter.h"
+#include "PdfPages.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
+#include "SelectionWords.h"
+
+#include <QDateTime>
 
 #include <QPageLayout>
 #include <QPageSize>
@@ -21,15 +25,23 @@ constexpr double lineHeight = 11.0;
 constexpr double edge = 0.5 * inch;
 // The body text's baseline below the top of its line: the face centred in the line.
 constexpr double baseline = 8.25;
+constexpr double countGap = 1.5;
 
-// The page being filled: its lines from the top, the title and column headings on each new
-// page, the page number at its foot. The request's margins shift everything.
+// The page being filled: its lines from the top; on each new page the title, the company, when
+// it was printed and what was selected, and the column headings; "Page N of M" at its foot.
+// The request's margins shift everything.
 class Sheet {
 public:
-    Sheet(const Def &def, const RunnerRequest &request, PagePainter &pages) :
-        m_def(def), m_pages(pages), m_size(ReportLayout::pageSize(def)),
+    Sheet(const Def &def, const RunnerRequest &request, PagePainter &pages,
+          const QString &company) :
+        m_def(def),
+        m_pages(pages), m_size(ReportLayout::pageSize(def)),
         // Twips: 20 to a point.
-        m_shift(request.marginLeft / 20.0, request.marginTop / 20.0)
+        m_shift(request.marginLeft / 20.0, request.marginTop / 20.0),
+        m_company(company.isEmpty() ? QStringLiteral("No company record in config.mdb") : company),
+        m_printed(QStringLiteral("Printed ") +
+                  QDateTime::currentDateTime().toString(QStringLiteral("MM/dd/yyyy h:mm AP"))),
+        m_selection(selectionInWords(request.selectionFormula, def))
     {
     }
 
@@ -97,6 +109,13 @@ private:
         m_y = edge;
         put(TextStyle::Title, edge, m_y + 13, width() - 2 * edge, m_def.title, Qt::AlignHCenter);
         m_y += 24;
+        const double room = width() - 2 * edge;
+        put(TextStyle::Bold, edge, m_y + baseline, room * 0.65, m_company, Qt::AlignLeft);
+        put(TextStyle::Body, edge + room * 0.65, m_y + baseline, room * 0.35, m_printed,
+            Qt::AlignRight);
+        advance();
+        put(TextStyle::Body, edge, m_y + baseline, room, m_selection, Qt::AlignLeft);
+        advance(1.6);
         if (m_def.layout == Def::Layout::List)
             columnHeadings();
     }
@@ -113,16 +132,26 @@ private:
         advance(0.4);
     }
 
+    // "Page N of " and the count, which only the end of the report knows; centred as if the
+    // count had as many digits as N. A little more than the space before the count keeps the
+    // two words apart in a printer's own face too.
     void footer()
     {
-        put(TextStyle::Body, edge, m_size.height() - edge - lineHeight + baseline,
-            width() - 2 * edge, QStringLiteral("Page %1").arg(m_page), Qt::AlignHCenter);
+        const QString page = QStringLiteral("Page %1 of ").arg(m_page);
+        const double used = PdfPages::width(TextStyle::Body, page) +
+                            PdfPages::width(TextStyle::Body, QString::number(m_page));
+        const double x = (width() - used) / 2;
+        const double base = m_size.height() - edge - lineHeight + baseline;
+        put(TextStyle::Body, x, base, used + 20, page, Qt::AlignLeft);
+        m_pages.pageCount(x + PdfPages::width(TextStyle::Body, page) + countGap + m_shift.x(),
+                          base + m_shift.y());
     }
 
     const Def &m_def;
     PagePainter &m_pages;
     QSizeF m_size;
     QPointF m_shift;
+    QString m_company, m_printed, m_selection;
     double m_y = edge;
     int m_page = 0;
 };
@@ -143,7 +172,8 @@ struct ReportLayout::State {
     int lastType = 0;
 
     State(const Def &d, const RunnerRequest &request, ReportQuery &r, PagePainter &pages) :
-        def(d), rows(r), sheet(d, request, pages), grand(d.columns.size()), group(d.columns.size())
+        def(d), rows(r), sheet(d, request, pages, r.companyName()), grand(d.columns.size()),
+        group(d.columns.size())
     {
     }
 

@@ -3,6 +3,7 @@
 #include "LocalTableCopy.h"
 #include "SelectionFormula.h"
 
+#include "common/DataFiles.h"
 #include "data/DbError.h"
 #include "data/EngineSettings.h"
 #include "data/PostgresDialect.h"
@@ -104,6 +105,9 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
         m_schemaOf.insert(table.name.toLower(), schema);
         m_names.insert(table.name.toLower(), names);
     }
+    if (dialect.existsThrough(db, QStringLiteral("config.mdb")))
+        readCompany(db, PostgresDialect::schemaOf(QStringLiteral("config.mdb")) +
+                            QStringLiteral(".company"));
     // One snapshot for the first rows and the rest, so that both statements see the same rows.
     QSqlQuery begin(db);
     if (!begin.exec(
@@ -176,7 +180,26 @@ bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
         m_schemaOf.insert(table.name.toLower(), schema);
         m_names.insert(table.name.toLower(), names);
     }
+    const QFileInfo config(DataFiles::pathOf(QStringLiteral("config.mdb")));
+    if (config.isFile()) {
+        QSqlQuery attach(db);
+        attach.prepare(QStringLiteral("ATTACH DATABASE ? AS settings"));
+        attach.addBindValue(
+            QStringLiteral("file:%1?mode=ro")
+                .arg(QString::fromLatin1(QUrl::toPercentEncoding(config.absoluteFilePath(), "/"))));
+        if (attach.exec())
+            readCompany(db, QStringLiteral("settings.company"));
+    }
     return true;
+}
+
+void ReportQuery::readCompany(QSqlDatabase &db, const QString &table)
+{
+    // A missing table or row is no error: the heading says there is no company record.
+    QSqlQuery company(db);
+    if (company.exec(QStringLiteral("select compname from %1 limit 1").arg(table)) &&
+        company.next())
+        m_company = company.value(0).toString().trimmed();
 }
 
 bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request, QString &error)

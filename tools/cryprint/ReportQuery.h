@@ -36,6 +36,9 @@ public:
     QString error() const { return m_error; }
     // The value of a field of the definition in the current row.
     QVariant value(const ReportDefinition::Field &field) const;
+    // The company's name from its settings file (config.mdb), read when the files are opened;
+    // empty when the company has no company record.
+    QString companyName() const { return m_company; }
     // The statement as run (for tests: no formula text in it).
     QString statement() const { return m_statement; }
 
@@ -46,7 +49,9 @@ private:
     // connection, each file a schema.
     bool attachServer(const ReportDefinition &def, const RunnerRequest &request,
                       const EngineSettings &settings, QString &error);
+    void readCompany(QSqlDatabase &db, const QString &table);
     QString m_connection;
+    QString m_company;
     std::unique_ptr<QSqlQuery> m_query;
     QHash<QString, int> m_columns;                   // "table.field" (lower case) -> position
     QHash<QString, QString> m_schemaOf;              // table (lower case) -> attached schema

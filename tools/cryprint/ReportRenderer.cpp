@@ -1,17 +1,19 @@
 #include "ReportRenderer.h"
 
 #include "PdfPages.h"
+#include "RecordedPages.h"
 #include "ReportLayout.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
 #include "ScreenPages.h"
+
+#include "common/OutputFile.h"
 
 #include <QFile>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPagedPaintDevice>
 #include <QPainter>
-#include <QSaveFile>
 
 using namespace ReportLines;
 
@@ -48,8 +50,14 @@ long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QS
     }
     const double scale = device.logicalDpiX() / 72.0; // the layout works in points
     painter.scale(scale, scale);
+    // A sheet out of the printer cannot be printed again, and each says how many there are:
+    // the pages are laid out first, then printed.
+    RecordedPages recorded;
+    const long long count = ReportLayout(m_def, m_request, rows, recorded).run();
+    recorded.setAllLaidOut();
     ScreenPages pages(painter, &device);
-    const long long count = ReportLayout(m_def, m_request, rows, pages).run();
+    for (int page = 1; page <= recorded.complete(); ++page)
+        recorded.replay(page, pages);
     painter.end();
     if (!rows.error().isEmpty()) {
         error = rows.error();
@@ -126,29 +134,19 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
 
 bool writeReportFile(const ReportDefinition &def, const RunnerRequest &request, QString &error)
 {
+    const bool csv = request.printFileType.compare(QLatin1String("CSV"), Qt::CaseInsensitive) == 0;
+    // The file takes its name only when the whole report was written, and never the name of
+    // anything but an earlier report of the same kind.
+    OutputFile file(request.printFileName, csv ? OutputFile::Kind::Csv : OutputFile::Kind::Pdf);
+    if (!file.open(error))
+        return false;
     ReportQuery rows;
     if (!rows.open(def, request, error))
         return false;
     const ReportRenderer renderer(def, request);
-    // The file appears only when the whole report was written.
-    QSaveFile file(request.printFileName);
-    if (!file.open(QIODevice::WriteOnly)) {
-        error = QStringLiteral("The file %1 cannot be written: %2")
-                    .arg(request.printFileName, file.errorString());
-        return false;
-    }
-    long long count = 0;
-    if (request.printFileType.compare(QLatin1String("CSV"), Qt::CaseInsensitive) == 0) {
-        count = renderer.csv(rows, file, error);
-    } else {
-        count = renderer.pdf(rows, file, error);
-    }
+    const long long count =
+        csv ? renderer.csv(rows, file.device(), error) : renderer.pdf(rows, file.device(), error);
     if (count < 0)
         return false;
-    if (!file.commit()) {
-        error = QStringLiteral("The file %1 cannot be written: %2")
-                    .arg(request.printFileName, file.errorString());
-        return false;
-    }
-    return true;
+    return file.commit(error);
 }

@@ -43,14 +43,15 @@ QString typeName(int type1099)
 bool reportable(int type1099, long long tenThousandths)
 {
     const long long threshold = 600LL * 10000;
+    // The 1099 run's "$600 or more" prints a form for every kind at 600.00 exactly, so the
+    // report says Yes there too.
     switch (type1099) {
     case 1:
     case 2:
-    case 4:
-        return tenThousandths >= threshold;
     case 3:
+    case 4:
     case 5:
-        return tenThousandths > threshold;
+        return tenThousandths >= threshold;
     default:
         return false;
     }

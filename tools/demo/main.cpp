@@ -1,8 +1,8 @@
 #include "DemoCompany.h"
 #include "DemoError.h"
-#include "DemoRunner.h"
 
 #include "CompanyCopy.h"
+#include "RunnerPlacement.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -90,8 +90,13 @@ int main(int argc, char *argv[])
     options.year = int(year);
 
     try {
+        // The company's reports work at once: the runner and the definitions are put beside
+        // the data.
+        const QString programs = QCoreApplication::applicationDirPath();
         if (!parser.isSet(QStringLiteral("postgres"))) {
-            std::fputs(qPrintable(Demo::describe(Demo::generate(options))), stdout);
+            const Demo::Summary summary = Demo::generate(options);
+            std::fputs(qPrintable(Demo::describe(summary)), stdout);
+            std::fputs(qPrintable(placeReportRunner(summary.folder, programs)), stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -111,9 +116,7 @@ int main(int argc, char *argv[])
             if (!table.matches())
                 throw Demo::Error(QStringLiteral("The copy of %1 differs.").arg(table.table));
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
-        std::fputs(qPrintable(Demo::placeReportRunner(summary.folder,
-                                                      QCoreApplication::applicationDirPath())),
-                   stdout);
+        std::fputs(qPrintable(placeReportRunner(target, programs)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;

@@ -7,6 +7,7 @@
 #include "PostgresDestination.h"
 #include "SqliteDestination.h"
 
+#include "common/OutputFile.h"
 #include "data/EngineSettings.h"
 
 #include <QDateTime>
@@ -76,6 +77,23 @@ QStringList protectionWarnings(const QString &path)
         warnings << QStringLiteral("the file is encoded (Encode Database in Access); it was "
                                    "decoded for the import");
     return warnings;
+}
+// The log's earlier runs and this one, written as a new file that replaces the old log only
+// when complete, and only when the old one is a text file. Returns why it was not written.
+QString appendToLog(const QString &path, const QByteArray &entry)
+{
+    OutputFile log(path, OutputFile::Kind::Text);
+    QString error;
+    if (!log.open(error))
+        return error;
+    QFile earlier(log.finalPath());
+    if (earlier.exists()) {
+        if (!earlier.open(QIODevice::ReadOnly))
+            return QStringLiteral("The log %1 cannot be read: %2").arg(path, earlier.errorString());
+        log.device().write(earlier.readAll());
+    }
+    log.device().write(entry);
+    return log.commit(error) ? QString() : error;
 }
 } // namespace
 
@@ -224,10 +242,9 @@ ImportSummary CompanyImport::run(const QString &sourceFolder, const QString &dat
         intoServer(source, files, settingsFile, summary);
     else
         intoFiles(source, files, data, summary);
-    QFile log(QDir(data).filePath(logName()));
-    if (log.open(QIODevice::Append | QIODevice::Text))
-        log.write(
-            (QDateTime::currentDateTime().toString(Qt::ISODate) + QLatin1Char(' ') + summary.text())
-                .toUtf8());
+    summary.logProblem = appendToLog(
+        QDir(data).filePath(logName()),
+        (QDateTime::currentDateTime().toString(Qt::ISODate) + QLatin1Char(' ') + summary.text())
+            .toUtf8());
     return summary;
 }

@@ -32,6 +32,8 @@ struct ImportSummary {
     QString source;
     QString destination;
     std::vector<FileSummary> files;
+    // Why the summary could not be added to the import log, or empty.
+    QString logProblem;
     // The summary as the terminal and the import log show it.
     QString text() const;
 };

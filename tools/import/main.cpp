@@ -5,6 +5,7 @@
 // DATA_FOLDER/import.log.
 #include "CompanyImport.h"
 #include "ImportError.h"
+#include "RunnerPlacement.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -76,10 +77,20 @@ int main(int argc, char **argv)
         if (terminal)
             std::fputs("\n", stderr);
         std::fputs(summary.text().toLocal8Bit().constData(), stdout);
-        std::printf("The summary is also in %s.\n", QDir(QFileInfo(args[1]).absoluteFilePath())
-                                                        .filePath(CompanyImport::logName())
-                                                        .toLocal8Bit()
-                                                        .constData());
+        // The company's reports work at once; what the folder already has of its own is kept.
+        std::fputs(placeReportRunner(QFileInfo(args[1]).absoluteFilePath(),
+                                     QCoreApplication::applicationDirPath(), Existing::Keep)
+                       .toLocal8Bit()
+                       .constData(),
+                   stdout);
+        if (summary.logProblem.isEmpty())
+            std::printf("The summary is also in %s.\n", QDir(QFileInfo(args[1]).absoluteFilePath())
+                                                            .filePath(CompanyImport::logName())
+                                                            .toLocal8Bit()
+                                                            .constData());
+        else
+            std::fprintf(stderr, "The summary was not added to the import log: %s\n",
+                         summary.logProblem.toLocal8Bit().constData());
         return 0;
     } catch (const ImportError &e) {
         if (terminal)

@@ -1,14 +1,13 @@
-#include "DemoRunner.h"
+#include "RunnerPlacement.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-namespace Demo {
-
 namespace {
 
-// The installed program sits beside the generator; in a build tree it is in tools/cryprint.
+// The installed program sits beside the generator and the import; in a build tree it is in
+// tools/cryprint beside their folders.
 QString findRunner(const QDir &programs)
 {
     for (const QString &candidate : {programs.filePath(QStringLiteral("cryprint")),
@@ -30,9 +29,16 @@ QString findDefinitions(const QDir &programs)
     return {};
 }
 
+// A link made by an earlier run is always replaced; a file of the folder's own only when asked.
+bool replaceable(const QString &path, Existing existing)
+{
+    const QFileInfo info(path);
+    return existing == Existing::Replace || info.isSymLink() || !info.exists();
+}
+
 } // namespace
 
-QString placeReportRunner(const QString &folder, const QString &programFolder)
+QString placeReportRunner(const QString &folder, const QString &programFolder, Existing existing)
 {
     const QDir data(folder);
     const QDir programs(programFolder);
@@ -41,6 +47,8 @@ QString placeReportRunner(const QString &folder, const QString &programFolder)
     const QString link = data.filePath(QStringLiteral("cryprint.exe"));
     if (runner.isEmpty()) {
         text += QStringLiteral("  reports      the report runner cryprint was not found\n");
+    } else if (!replaceable(link, existing)) {
+        text += QStringLiteral("  reports      cryprint.exe of the folder kept\n");
     } else {
         QFile::remove(link);
         if (QFile::link(runner, link))
@@ -54,12 +62,13 @@ QString placeReportRunner(const QString &folder, const QString &programFolder)
     const QDir from(definitions);
     int copied = 0;
     for (const QString &name : from.entryList({QStringLiteral("*.rpt")}, QDir::Files)) {
-        QFile::remove(data.filePath(name));
-        copied += QFile::copy(from.filePath(name), data.filePath(name)) ? 1 : 0;
+        const QString to = data.filePath(name);
+        if (!replaceable(to, existing))
+            continue;
+        QFile::remove(to);
+        copied += QFile::copy(from.filePath(name), to) ? 1 : 0;
     }
     return text + QStringLiteral("               %1 report definitions from %2\n")
                       .arg(copied)
                       .arg(definitions);
 }
-
-} // namespace Demo

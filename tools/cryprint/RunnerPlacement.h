@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+// Puts the report runner into a new company's data folder under the suite's name, cryprint.exe
+// (a link to the installed or built program, where the module looks for it), and the report
+// definitions beside it, so that the module's reports work on the company. programFolder is
+// the folder of the program doing it (the demo generator or the import): the installed runner
+// sits beside it, the built one in the build tree's tools/cryprint. With Existing::Keep a runner
+// or definition the folder already holds as a file of its own (not a link) is kept. Returns the
+// lines for the program's summary; they say so when the runner or the definitions are not found.
+enum class Existing { Replace, Keep };
+QString placeReportRunner(const QString &folder, const QString &programFolder,
+                          Existing existing = Existing::Replace);
