@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class Clock;
 class Databases;
 class Dialogs;
@@ -29,6 +31,9 @@ public:
     void run();
     // The passes alone, for a range already asked for.
     void recalculate(long from, long to);
+    // The statement that writes one vendor's two totals over the range; it takes the vendor
+    // number three times. The vendor-number utility's merge uses it too.
+    static QString totalsStatement(long from, long to);
 
 private:
     Services m_s;
