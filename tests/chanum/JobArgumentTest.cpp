@@ -5,6 +5,7 @@
 namespace {
 
 struct ArgumentCase {
+    const char *name; // the case's name in the test list
     const char *argument;
     bool accepted;
     const char *userName;
@@ -36,24 +37,25 @@ const QByteArray thousand = "MVN05" + QByteArray(995, 'B');
 INSTANTIATE_TEST_SUITE_P(
     Table, JobArguments,
     testing::Values(
-        ArgumentCase{"CVN05JSMITH", true, "JSMITH", 5, ""},
-        ArgumentCase{"MVN99ANNE", true, "ANNE", 99, ""},
-        ArgumentCase{"CVN00A", true, "A", 0, ""},
-        ArgumentCase{"CVN05JOHN SMITH ", true, "JOHN SMITH", 5, ""},
-        ArgumentCase{longest.constData(), true, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAA", 5, ""},
-        ArgumentCase{tooLong.constData(), false, "", 0, "at most 35"},
-        ArgumentCase{thousand.constData(), false, "", 0, "1000 characters long"},
-        ArgumentCase{"CVN", false, "", 0, "no two-digit user level"},
-        ArgumentCase{"CVNxxBOB", false, "", 0, "no two-digit user level"},
-        ArgumentCase{"CVN5BOB", false, "", 0, "no two-digit user level"},
-        ArgumentCase{"CVN05", false, "", 0, "names no user"},
-        ArgumentCase{"CVN05   ", false, "", 0, "names no user"},
-        ArgumentCase{"cvn05BOB", false, "", 0, "does not start with CVN or MVN"},
-        ArgumentCase{"VDR05BOB", false, "", 0, "does not start with CVN or MVN"},
-        ArgumentCase{"", false, "", 0, "does not start with CVN or MVN"},
-        ArgumentCase{"CVN05O'BRIEN", false, "", 0, "holds a quote"},
-        ArgumentCase{"MVN05BOB\"", false, "", 0, "holds a quote"},
-        ArgumentCase{"MVN05BOB\tX", false, "", 0, "cannot be printed"}));
+        ArgumentCase{"ChangeWithLevel05", "CVN05JSMITH", true, "JSMITH", 5, ""},
+        ArgumentCase{"MergeWithLevel99", "MVN99ANNE", true, "ANNE", 99, ""},
+        ArgumentCase{"LevelZeroOneLetterUser", "CVN00A", true, "A", 0, ""},
+        ArgumentCase{"UserNameWithBlankTrimmed", "CVN05JOHN SMITH ", true, "JOHN SMITH", 5, ""},
+        ArgumentCase{"LongestUserName", longest.constData(), true, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAA", 5, ""},
+        ArgumentCase{"OneCharacterTooLong", tooLong.constData(), false, "", 0, "at most 35"},
+        ArgumentCase{"ThousandCharacters", thousand.constData(), false, "", 0, "1000 characters long"},
+        ArgumentCase{"CodeAlone", "CVN", false, "", 0, "no two-digit user level"},
+        ArgumentCase{"LevelNotDigits", "CVNxxBOB", false, "", 0, "no two-digit user level"},
+        ArgumentCase{"OneDigitLevel", "CVN5BOB", false, "", 0, "no two-digit user level"},
+        ArgumentCase{"NoUserName", "CVN05", false, "", 0, "names no user"},
+        ArgumentCase{"BlankUserName", "CVN05   ", false, "", 0, "names no user"},
+        ArgumentCase{"LowerCaseCode", "cvn05BOB", false, "", 0, "does not start with CVN or MVN"},
+        ArgumentCase{"AnotherModulesCode", "VDR05BOB", false, "", 0, "does not start with CVN or MVN"},
+        ArgumentCase{"Empty", "", false, "", 0, "does not start with CVN or MVN"},
+        ArgumentCase{"ApostropheInName", "CVN05O'BRIEN", false, "", 0, "holds a quote"},
+        ArgumentCase{"QuoteInName", "MVN05BOB\"", false, "", 0, "holds a quote"},
+        ArgumentCase{"TabInName", "MVN05BOB\tX", false, "", 0, "cannot be printed"}),
+    [](const testing::TestParamInfo<ArgumentCase> &info) { return std::string(info.param.name); });
 
 TEST(JobArgumentUser, TheClipboardNamesTheSameUserUntrimmedAndInAnyCase)
 {
