@@ -8,11 +8,11 @@ namespace Demo {
 
 namespace {
 
-// The installed program sits beside the generator; in a build tree it is in tools/cryprint.
-QString findRunner(const QDir &programs)
+// The installed program sits beside the generator; in a build tree it is in tools/<name>.
+QString findProgram(const QDir &programs, const QString &name)
 {
-    for (const QString &candidate : {programs.filePath(QStringLiteral("cryprint")),
-                                     programs.filePath(QStringLiteral("../cryprint/cryprint"))}) {
+    for (const QString &candidate :
+         {programs.filePath(name), programs.filePath(QStringLiteral("../%1/%1").arg(name))}) {
         const QFileInfo info(candidate);
         if (info.isFile() && info.isExecutable())
             return info.canonicalFilePath();
@@ -37,7 +37,7 @@ QString placeReportRunner(const QString &folder, const QString &programFolder)
     const QDir data(folder);
     const QDir programs(programFolder);
     QString text;
-    const QString runner = findRunner(programs);
+    const QString runner = findProgram(programs, QStringLiteral("cryprint"));
     const QString link = data.filePath(QStringLiteral("cryprint.exe"));
     if (runner.isEmpty()) {
         text += QStringLiteral("  reports      the report runner cryprint was not found\n");
@@ -60,6 +60,18 @@ QString placeReportRunner(const QString &folder, const QString &programFolder)
     return text + QStringLiteral("               %1 report definitions from %2\n")
                       .arg(copied)
                       .arg(definitions);
+}
+
+QString placeNumberUtility(const QString &folder, const QString &programFolder)
+{
+    const QString program = findProgram(QDir(programFolder), QStringLiteral("chanum"));
+    if (program.isEmpty())
+        return QStringLiteral("  numbers      the vendor-number utility chanum was not found\n");
+    const QString link = QDir(folder).filePath(QStringLiteral("chanum.exe"));
+    QFile::remove(link);
+    if (!QFile::link(program, link))
+        return QStringLiteral("  numbers      chanum.exe could not be linked\n");
+    return QStringLiteral("  numbers      chanum.exe -> %1\n").arg(program);
 }
 
 } // namespace Demo

@@ -10,4 +10,8 @@ namespace Demo {
 // found.
 QString placeReportRunner(const QString &folder, const QString &programFolder);
 
+// Puts the vendor-number utility into the data folder under the suite's name, chanum.exe (a link
+// to the installed or built program). Returns a line for the summary.
+QString placeNumberUtility(const QString &folder, const QString &programFolder);
+
 } // namespace Demo

@@ -92,6 +92,9 @@ int main(int argc, char *argv[])
     try {
         if (!parser.isSet(QStringLiteral("postgres"))) {
             std::fputs(qPrintable(Demo::describe(Demo::generate(options))), stdout);
+            std::fputs(qPrintable(Demo::placeNumberUtility(
+                           options.folder, QCoreApplication::applicationDirPath())),
+                       stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -113,6 +116,9 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
         std::fputs(qPrintable(Demo::placeReportRunner(summary.folder,
                                                       QCoreApplication::applicationDirPath())),
+                   stdout);
+        std::fputs(qPrintable(Demo::placeNumberUtility(target,
+                                                       QCoreApplication::applicationDirPath())),
                    stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
