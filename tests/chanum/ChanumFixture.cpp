@@ -111,7 +111,8 @@ bool ChanumProgram::holdVendor(qlonglong vendor, int seconds)
                       "postgres", "-d", folder.serverDatabase()});
         script = "set search_path to ap_mdb, public;\nbegin;\nselect vendnumber from vendors "
                  "where vendnumber = " +
-                 QByteArray::number(vendor) + " for update;\n\\! touch held.flag\nselect pg_sleep(" +
+                 QByteArray::number(vendor) +
+                 " for update;\n\\! touch held.flag\nselect pg_sleep(" +
                  QByteArray::number(seconds) + ");\ncommit;\n\\q\n";
     } else {
         holder.start(QStringLiteral("sqlite3"), {QStringLiteral("ap.mdb")});

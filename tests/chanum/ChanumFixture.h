@@ -27,8 +27,7 @@ protected:
 
     // Runs the program in the data folder with the job argument; the answers are the lines of
     // its answers file (the first may stand for the clipboard).
-    Run run(const QString &argument, const QStringList &answers,
-            const QStringList &options = {});
+    Run run(const QString &argument, const QStringList &answers, const QStringList &options = {});
     // Starts it without waiting.
     void start(QProcess &process, const QString &argument, const QStringList &answers,
                const QStringList &options = {});

@@ -88,7 +88,8 @@ TEST_F(ChanumProgram, AMergeMovesTheHistoryRecalculatesTheTargetAndDeletesTheMer
     EXPECT_EQ(read("select miscvalue1, miscvalue2, miscvalue3 from miscdata where acctid = 130"),
               "East|Sam|Blue");
     EXPECT_EQ(read("select count(*) from miscdata where acctid = 120"), "0");
-    EXPECT_TRUE(r.output.contains("Region: kept \"East\" of vendor 130, not \"West\" of vendor 120"))
+    EXPECT_TRUE(
+        r.output.contains("Region: kept \"East\" of vendor 130, not \"West\" of vendor 120"))
         << r.output.toStdString();
     EXPECT_FALSE(r.output.contains("Rep: kept")) << r.output.toStdString();
     // Vendor 140 is untouched, and the whole file's money is what it was.
@@ -108,9 +109,8 @@ TEST_F(ChanumProgram, ADoneJobWritesOneLineToTheAdministratorsLog)
     ASSERT_EQ(r.exitCode, 0) << r.output.toStdString();
     const QString log = folder.readFile("admlog.ini");
     EXPECT_EQ(log.count('\n'), 1) << log.toStdString();
-    EXPECT_TRUE(log.startsWith(QLocale::system().toString(QDate::currentDate(),
-                                                          QLocale::ShortFormat) +
-                               "-"))
+    EXPECT_TRUE(log.startsWith(
+        QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat) + "-"))
         << log.toStdString();
     EXPECT_TRUE(log.endsWith("-DEMO-Vendor numbers-Merged vendor 120 into vendor 130\n"))
         << log.toStdString();
@@ -131,20 +131,26 @@ TEST_F(ChanumProgram, BadInputIsRefusedWithAClearMessageAndChangesNothing)
         {"CVN", {demo}, "has no two-digit user level"},
         {"CVNxxBOB", {"clipboard BOB"}, "has no two-digit user level"},
         {"CVN99O'BRIEN", {"clipboard O'BRIEN"}, "holds a quote"},
-        {"CVN99NOBODY", {"clipboard NOBODY", "input 120", "input 950", "yes"},
+        {"CVN99NOBODY",
+         {"clipboard NOBODY", "input 120", "input 950", "yes"},
          "The user NOBODY is not on the staff list of this company."},
-        {"CVN99DEMO", {"clipboard ANNE", "input 120", "input 950", "yes"},
+        {"CVN99DEMO",
+         {"clipboard ANNE", "input 120", "input 950", "yes"},
          "The clipboard does not hold the user name DEMO"},
-        {"CVN99DEMO", {demo, "input 120", "input 130", "yes"},
+        {"CVN99DEMO",
+         {demo, "input 120", "input 130", "yes"},
          "Vendor number 130 is already in use (Brook Supply)."},
-        {"MVN99DEMO", {demo, "input 120", "input 120", "yes"},
+        {"MVN99DEMO",
+         {demo, "input 120", "input 120", "yes"},
          "A vendor cannot be merged into itself (120)."},
         {"MVN99DEMO", {demo, "input 555", "input 130", "yes"}, "There is no vendor 555."},
-        {"MVN99DEMO", {demo, "input 120", "input 556", "yes"},
+        {"MVN99DEMO",
+         {demo, "input 120", "input 556", "yes"},
          "There is no vendor 556 to merge into."},
         {"CVN99DEMO", {demo, "input 12a", "input 950", "yes"}, "\"12a\" is not a vendor number"},
         {"CVN99DEMO", {demo, "input 120", "input 0", "yes"}, "\"0\" is not a vendor number"},
-        {"CVN99DEMO", {demo, "input 120", "input 2147483648", "yes"},
+        {"CVN99DEMO",
+         {demo, "input 120", "input 2147483648", "yes"},
          "\"2147483648\" is not a vendor number"}};
     for (const Refusal &c : cases) {
         const Run r = run(QString::fromUtf8(c.argument), c.answers);
@@ -155,7 +161,8 @@ TEST_F(ChanumProgram, BadInputIsRefusedWithAClearMessageAndChangesNothing)
     }
     const Run r = run(thousand, {"clipboard " + QString(995, 'D')});
     EXPECT_EQ(r.exitCode, 1);
-    EXPECT_TRUE(r.output.contains("The job argument is 1000 characters long")) << r.output.toStdString();
+    EXPECT_TRUE(r.output.contains("The job argument is 1000 characters long"))
+        << r.output.toStdString();
     EXPECT_EQ(everything(), before);
     EXPECT_FALSE(QFile::exists(folder.file("admlog.ini")));
 }
@@ -214,8 +221,8 @@ TEST_F(ChanumProgram, AMergeKilledPartWayLeavesTheDatabaseAsBefore)
     QProcess chanum;
     start(chanum, "MVN99DEMO", {demo, "input 120", "input 130", "yes"},
           {QStringLiteral("--hold-before-commit")});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("chanum.holding")); },
-                                30000))
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return QFile::exists(folder.file("chanum.holding")); }, 30000))
         << chanum.readAllStandardOutput().toStdString();
     chanum.kill();
     ASSERT_TRUE(chanum.waitForFinished(10000));
@@ -250,8 +257,8 @@ TEST_F(ChanumProgram, TheUserNameIsReadFromTheDesktopClipboard)
                              QStringLiteral(CHANUM_PROGRAM)});
     ASSERT_TRUE(shell.waitForFinished(60000));
     const QString output = QString::fromUtf8(shell.readAllStandardOutput());
-    EXPECT_EQ(shell.exitCode(), 0) << output.toStdString()
-                                   << shell.readAllStandardError().toStdString();
+    EXPECT_EQ(shell.exitCode(), 0)
+        << output.toStdString() << shell.readAllStandardError().toStdString();
     EXPECT_EQ(read("select count(*) from vendors where vendnumber = 950"), "1");
 }
 

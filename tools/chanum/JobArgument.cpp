@@ -14,8 +14,8 @@ bool isUserName(const QString &name)
 {
     for (const QChar c : name) {
         if (c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('`') ||
-            c == QChar(0x2018) || c == QChar(0x2019) || c == QChar(0x201C) ||
-            c == QChar(0x201D) || !c.isPrint())
+            c == QChar(0x2018) || c == QChar(0x2019) || c == QChar(0x201C) || c == QChar(0x201D) ||
+            !c.isPrint())
             return false;
     }
     return true;

@@ -29,9 +29,9 @@ QString describe(const VendorFigures &f)
                           "  %6 checks totalling %7\n"
                           "  notes: %8, user-defined values: %9\n"
                           "  balance %10, YTD %11")
-        .arg(QString::number(f.number), f.name, QString::number(f.invoices),
-             money(f.invoiceTotal), money(f.invoicePaidTotal), QString::number(f.checks),
-             money(f.checkTotal), f.notes > 0 ? QStringLiteral("yes") : QStringLiteral("none"),
+        .arg(QString::number(f.number), f.name, QString::number(f.invoices), money(f.invoiceTotal),
+             money(f.invoicePaidTotal), QString::number(f.checks), money(f.checkTotal),
+             f.notes > 0 ? QStringLiteral("yes") : QStringLiteral("none"),
              f.userValues > 0 ? QStringLiteral("yes") : QStringLiteral("none"))
         .arg(money(f.balance), money(f.ytd));
 }
@@ -51,11 +51,10 @@ void NumberJob::refuse(const QString &text)
 bool NumberJob::userMayRun(const JobArgument &job)
 {
     try {
-        const QVariant known =
-            m_s.databases.scalar(QStringLiteral("user.mdb"),
-                                 QStringLiteral("select count(*) from staff where "
-                                                "upper(username) = '") +
-                                     job.userName.toUpper() + QLatin1Char('\''));
+        const QVariant known = m_s.databases.scalar(
+            QStringLiteral("user.mdb"), QStringLiteral("select count(*) from staff where "
+                                                       "upper(username) = '") +
+                                            job.userName.toUpper() + QLatin1Char('\''));
         if (known.toInt() == 0) {
             refuse(QStringLiteral("The user %1 is not on the staff list of this company.")
                        .arg(job.userName));
@@ -119,15 +118,16 @@ bool NumberJob::transact(const JobArgument &job, qlonglong from, qlonglong to,
             const VendorFigures source = vendors.figures(from);
             const VendorFigures target = vendors.figures(to);
             if (!source.exists)
-                throw ChangedMeanwhile{QStringLiteral("Vendor %1 was deleted meanwhile.").arg(from)};
+                throw ChangedMeanwhile{
+                    QStringLiteral("Vendor %1 was deleted meanwhile.").arg(from)};
             if (merging && !target.exists)
                 throw ChangedMeanwhile{QStringLiteral("Vendor %1 was deleted meanwhile.").arg(to)};
             if (!merging && target.inUse())
                 throw ChangedMeanwhile{
                     QStringLiteral("Vendor number %1 was taken meanwhile.").arg(to)};
             if (merging)
-                conflicts = vendors.merge(from, to, m_s.clock.today(), m_s.clock.currentYear())
-                                .conflicts;
+                conflicts =
+                    vendors.merge(from, to, m_s.clock.today(), m_s.clock.currentYear()).conflicts;
             else
                 vendors.change(from, to);
             if (m_s.beforeCommit)
@@ -191,9 +191,9 @@ int NumberJob::run(const QString &argument, const QString &clipboardText)
                                              : QStringLiteral("Vendor number to change:"));
     if (from <= 0)
         return from == 0 ? 0 : 1;
-    const qlonglong to = askNumber(merging ? QStringLiteral("Merge vendor %1 into vendor number:")
-                                                 .arg(from)
-                                           : QStringLiteral("New number for vendor %1:").arg(from));
+    const qlonglong to =
+        askNumber(merging ? QStringLiteral("Merge vendor %1 into vendor number:").arg(from)
+                          : QStringLiteral("New number for vendor %1:").arg(from));
     if (to <= 0)
         return to == 0 ? 0 : 1;
     if (from == to) {
@@ -267,8 +267,8 @@ int NumberJob::run(const QString &argument, const QString &clipboardText)
         m_s.session.messageText =
             QStringLiteral("Merged vendor %1 into vendor %2").arg(from).arg(to);
     } else {
-        done = QStringLiteral("Vendor %1 is now vendor %2.\n\n").arg(from).arg(to) +
-               describe(after);
+        done =
+            QStringLiteral("Vendor %1 is now vendor %2.\n\n").arg(from).arg(to) + describe(after);
         m_s.session.messageText =
             QStringLiteral("Changed vendor number %1 to %2").arg(from).arg(to);
     }

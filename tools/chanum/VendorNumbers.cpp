@@ -77,9 +77,9 @@ VendorFigures VendorNumbers::figures(qlonglong number)
         f.checkTotal = Money::fromSum(chk.value(1));
     }
     chk.finish();
-    f.notes = m_dbs.scalar(ap, QStringLiteral("select count(*) from vendnotes where vendnumber = ") +
-                                   n)
-                  .toInt();
+    f.notes =
+        m_dbs.scalar(ap, QStringLiteral("select count(*) from vendnotes where vendnumber = ") + n)
+            .toInt();
     f.userValues =
         m_dbs.scalar(ap, QStringLiteral("select count(*) from miscdata where acctid = ") + n)
             .toInt();
@@ -114,9 +114,8 @@ void VendorNumbers::moveNotes(qlonglong from, qlonglong into, const QString &fro
 {
     QStringList fromNotes;
     {
-        QSqlQuery q =
-            m_dbs.select(ap, QStringLiteral("select notes from vendnotes where vendnumber = ") +
-                                 num(from));
+        QSqlQuery q = m_dbs.select(
+            ap, QStringLiteral("select notes from vendnotes where vendnumber = ") + num(from));
         while (q.next())
             if (!q.value(0).toString().trimmed().isEmpty())
                 fromNotes << q.value(0).toString();
@@ -125,13 +124,11 @@ void VendorNumbers::moveNotes(qlonglong from, qlonglong into, const QString &fro
     if (fromNotes.isEmpty())
         return;
     const QString eol = QStringLiteral("\r\n");
-    const QString appended =
-        notesSeparator(from, fromName, today) + eol + fromNotes.join(eol);
+    const QString appended = notesSeparator(from, fromName, today) + eol + fromNotes.join(eol);
     QVariant intoNotes;
     {
-        QSqlQuery q =
-            m_dbs.select(ap, QStringLiteral("select notes from vendnotes where vendnumber = ") +
-                                 num(into));
+        QSqlQuery q = m_dbs.select(
+            ap, QStringLiteral("select notes from vendnotes where vendnumber = ") + num(into));
         if (q.next())
             intoNotes = q.value(0);
     }
@@ -154,14 +151,14 @@ QStringList VendorNumbers::moveUserValues(qlonglong from, qlonglong into)
 {
     QSqlRecord fromRow, intoRow;
     {
-        QSqlQuery q = m_dbs.select(ap, QStringLiteral("select * from miscdata where acctid = ") +
-                                           num(from));
+        QSqlQuery q =
+            m_dbs.select(ap, QStringLiteral("select * from miscdata where acctid = ") + num(from));
         if (q.next())
             fromRow = q.record();
     }
     {
-        QSqlQuery q = m_dbs.select(ap, QStringLiteral("select * from miscdata where acctid = ") +
-                                           num(into));
+        QSqlQuery q =
+            m_dbs.select(ap, QStringLiteral("select * from miscdata where acctid = ") + num(into));
         if (q.next())
             intoRow = q.record();
     }
@@ -190,7 +187,8 @@ QStringList VendorNumbers::moveUserValues(qlonglong from, qlonglong into)
             values << theirs;
             continue;
         }
-        QString field = descriptions.value(QStringLiteral("miscdesc") + num(i)).toString().trimmed();
+        QString field =
+            descriptions.value(QStringLiteral("miscdesc") + num(i)).toString().trimmed();
         if (field.isEmpty())
             field = QStringLiteral("Field %1").arg(i);
         conflicts << QStringLiteral("%1: kept \"%2\" of vendor %3, not \"%4\" of vendor %5")
@@ -205,8 +203,8 @@ QStringList VendorNumbers::moveUserValues(qlonglong from, qlonglong into)
     return conflicts;
 }
 
-VendorNumbers::MergeResult VendorNumbers::merge(qlonglong from, qlonglong into,
-                                                const QDate &today, int year)
+VendorNumbers::MergeResult VendorNumbers::merge(qlonglong from, qlonglong into, const QDate &today,
+                                                int year)
 {
     const VendorFigures was = figures(from);
     MergeResult result;

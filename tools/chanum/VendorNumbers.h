@@ -14,14 +14,14 @@ struct VendorFigures {
     bool exists = false; // a vendor record with this number
     QString name;
     int invoices = 0;
-    double invoiceTotal = 0;      // sum of invamount
-    double invoicePaidTotal = 0;  // sum of invcheckamount
+    double invoiceTotal = 0;     // sum of invamount
+    double invoicePaidTotal = 0; // sum of invcheckamount
     int checks = 0;
-    double checkTotal = 0;        // sum of chkamount
-    int notes = 0;                // rows of vendnotes
-    int userValues = 0;           // rows of miscdata
-    double balance = 0;           // vendbalcurrent
-    double ytd = 0;               // vendytd
+    double checkTotal = 0; // sum of chkamount
+    int notes = 0;         // rows of vendnotes
+    int userValues = 0;    // rows of miscdata
+    double balance = 0;    // vendbalcurrent
+    double ytd = 0;        // vendytd
     double balance60 = 0;
     double balance90 = 0;
     // Whether any row at all carries the number (the vendor record or a row referring to it).

@@ -6,8 +6,8 @@
 
 #include "common/Clipboard.h"
 #include "common/Clock.h"
-#include "common/ProgramRunner.h"
 #include "common/Processes.h"
+#include "common/ProgramRunner.h"
 #include "common/Session.h"
 #include "data/Databases.h"
 

@@ -92,8 +92,8 @@ int main(int argc, char *argv[])
     try {
         if (!parser.isSet(QStringLiteral("postgres"))) {
             std::fputs(qPrintable(Demo::describe(Demo::generate(options))), stdout);
-            std::fputs(qPrintable(Demo::placeNumberUtility(
-                           options.folder, QCoreApplication::applicationDirPath())),
+            std::fputs(qPrintable(Demo::placeNumberUtility(options.folder,
+                                                           QCoreApplication::applicationDirPath())),
                        stdout);
             return 0;
         }
@@ -117,9 +117,9 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(Demo::placeReportRunner(summary.folder,
                                                       QCoreApplication::applicationDirPath())),
                    stdout);
-        std::fputs(qPrintable(Demo::placeNumberUtility(target,
-                                                       QCoreApplication::applicationDirPath())),
-                   stdout);
+        std::fputs(
+            qPrintable(Demo::placeNumberUtility(target, QCoreApplication::applicationDirPath())),
+            stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;
