@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QGuiApplication>
 #include <QThread>
 
 #include <cstdio>
@@ -81,9 +82,18 @@ int main(int argc, char *argv[])
     Databases databases;
     ProgramRunner log(processes, dialogs, clock, clipboard, session);
     NumberJob::Services services{databases, dialogs, clock, log, session, {}, {}};
-    services.status = [](const QString &text) {
+    // While another user holds a vendor the pointer is busy and the tries are told on stderr.
+    bool busy = false;
+    services.status = [&busy](const QString &text) {
         if (!text.isEmpty())
             std::fprintf(stderr, "chanum: %s\n", qPrintable(text));
+        if (text.isEmpty() == busy) {
+            busy = !busy;
+            if (busy)
+                QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+            else
+                QGuiApplication::restoreOverrideCursor();
+        }
     };
     if (hold)
         services.beforeCommit = [] {
