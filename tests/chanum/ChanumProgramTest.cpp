@@ -182,6 +182,17 @@ TEST_F(ChanumProgram, ALevelBelowTheRenumberingLevelIsRefusedAndTheLevelItselfRu
     EXPECT_EQ(read("select count(*) from vendors where vendnumber = 950"), "1");
 }
 
+// Without the settings' renumbering level nobody may renumber.
+TEST_F(ChanumProgram, SettingsWithoutARenumberingLevelRefuseEveryone)
+{
+    folder.exec("config.mdb", "update ap set apaccess1 = null");
+    const Run r = run("CVN99DEMO", {demo, "input 120", "input 950", "yes"});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.output.contains("give no level for changing vendor numbers"))
+        << r.output.toStdString();
+    EXPECT_EQ(read("select count(*) from vendors where vendnumber = 120"), "1");
+}
+
 // Another user saving the vendor holds its lock for a moment: the merge waits, then goes on.
 TEST_F(ChanumProgram, AMergeWaitsForAVendorThatIsBeingSavedAndThenGoesOn)
 {

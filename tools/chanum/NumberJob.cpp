@@ -62,6 +62,11 @@ bool NumberJob::userMayRun(const JobArgument &job)
         }
         const QVariant needed = m_s.databases.scalar(QStringLiteral("config.mdb"),
                                                      QStringLiteral("select apaccess1 from ap"));
+        if (needed.isNull()) {
+            refuse(QStringLiteral("The module's settings (table ap of config.mdb) give no level "
+                                  "for changing vendor numbers. See system administrator."));
+            return false;
+        }
         if (job.level < needed.toInt()) {
             refuse(QStringLiteral("Access denied. See system administrator.\nChanging and merging "
                                   "vendor numbers needs level %1; %2 has level %3.")
