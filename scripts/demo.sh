@@ -13,6 +13,7 @@ fi
 # The report runner and its report definitions (also for a demo folder made before they existed).
 ln -sfn "$PWD/build/tools/cryprint/cryprint" "$demo/cryprint.exe"
 cp -n tools/cryprint/definitions/*.rpt "$demo"/
+ln -sfn "$PWD/build/tools/chanum/chanum" "$demo/chanum.exe"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ -z "${CI:-}" ]; then
   cd "$demo"
   exec ../build/src/apmaster VDR99DEMO

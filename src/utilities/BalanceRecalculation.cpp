@@ -51,17 +51,9 @@ void BalanceRecalculation::recalculate(long from, long to)
                                records.writeRecord(zero, {vendor});
                                m_s.progress.advance(++done);
                            });
-        // Second pass: each vendor's totals from its invoices in the range, both ends included,
-        // summed, rounded to four decimals and written in the vendor's own transaction.
-        const QString range = QStringLiteral(" between ") + QString::number(from) +
-                              QStringLiteral(" and ") + QString::number(to);
-        QSqlQuery write = records.prepare(
-            QStringLiteral("update vendors set vendbalcurrent = round(coalesce((select "
-                           "sum(invamount) from invoices where vendnumber = ? and invdate") +
-            range +
-            QStringLiteral("), 0), 4), vendytd = round(coalesce((select sum(invcheckamount) from "
-                           "invoices where vendnumber = ? and invcheckdate") +
-            range + QStringLiteral("), 0), 4) where vendnumber = ?"));
+        // Second pass: each vendor's totals from its invoices in the range, summed, rounded to
+        // four decimals and written in the vendor's own transaction.
+        QSqlQuery write = records.prepare(totalsStatement(from, to));
         int recalculated = 0;
         records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
                            [&](qlonglong vendor) {
@@ -76,4 +68,17 @@ void BalanceRecalculation::recalculate(long from, long to)
     }
     m_s.status.show(QStringLiteral("Vendor balances recalculated between ") +
                     QString::number(from) + QStringLiteral(" and ") + QString::number(to));
+}
+
+QString BalanceRecalculation::totalsStatement(long from, long to)
+{
+    // Both ends of the range are included.
+    const QString range = QStringLiteral(" between ") + QString::number(from) +
+                          QStringLiteral(" and ") + QString::number(to);
+    return QStringLiteral("update vendors set vendbalcurrent = round(coalesce((select "
+                          "sum(invamount) from invoices where vendnumber = ? and invdate") +
+           range +
+           QStringLiteral("), 0), 4), vendytd = round(coalesce((select sum(invcheckamount) from "
+                          "invoices where vendnumber = ? and invcheckdate") +
+           range + QStringLiteral("), 0), 4) where vendnumber = ?");
 }

@@ -33,6 +33,9 @@ public:
     static QString question(long from, long to);
     // The passes alone, for a range already asked for.
     void recalculate(long from, long to);
+    // The statement that writes one vendor's two totals over the range; it takes the vendor
+    // number three times. The vendor-number utility's merge uses it too.
+    static QString totalsStatement(long from, long to);
 
 private:
     Services m_s;

@@ -7,11 +7,11 @@
 namespace {
 
 // The installed program sits beside the generator and the import; in a build tree it is in
-// tools/cryprint beside their folders.
-QString findRunner(const QDir &programs)
+// tools/<name> beside their folders.
+QString findProgram(const QDir &programs, const QString &name)
 {
-    for (const QString &candidate : {programs.filePath(QStringLiteral("cryprint")),
-                                     programs.filePath(QStringLiteral("../cryprint/cryprint"))}) {
+    for (const QString &candidate :
+         {programs.filePath(name), programs.filePath(QStringLiteral("../%1/%1").arg(name))}) {
         const QFileInfo info(candidate);
         if (info.isFile() && info.isExecutable())
             return info.canonicalFilePath();
@@ -43,7 +43,7 @@ QString placeReportRunner(const QString &folder, const QString &programFolder, E
     const QDir data(folder);
     const QDir programs(programFolder);
     QString text;
-    const QString runner = findRunner(programs);
+    const QString runner = findProgram(programs, QStringLiteral("cryprint"));
     const QString link = data.filePath(QStringLiteral("cryprint.exe"));
     if (runner.isEmpty()) {
         text += QStringLiteral("  reports      the report runner cryprint was not found\n");
@@ -71,4 +71,18 @@ QString placeReportRunner(const QString &folder, const QString &programFolder, E
     return text + QStringLiteral("               %1 report definitions from %2\n")
                       .arg(copied)
                       .arg(definitions);
+}
+
+QString placeNumberUtility(const QString &folder, const QString &programFolder, Existing existing)
+{
+    const QString program = findProgram(QDir(programFolder), QStringLiteral("chanum"));
+    if (program.isEmpty())
+        return QStringLiteral("  numbers      the vendor-number utility chanum was not found\n");
+    const QString link = QDir(folder).filePath(QStringLiteral("chanum.exe"));
+    if (!replaceable(link, existing))
+        return QStringLiteral("  numbers      chanum.exe of the folder kept\n");
+    QFile::remove(link);
+    if (!QFile::link(program, link))
+        return QStringLiteral("  numbers      chanum.exe could not be linked\n");
+    return QStringLiteral("  numbers      chanum.exe -> %1\n").arg(program);
 }

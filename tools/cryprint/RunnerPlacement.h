@@ -12,3 +12,8 @@
 enum class Existing { Replace, Keep };
 QString placeReportRunner(const QString &folder, const QString &programFolder,
                           Existing existing = Existing::Replace);
+
+// Puts the vendor-number utility into the data folder under the suite's name, chanum.exe (a link
+// to the installed or built program, found as the runner is). Returns a line for the summary.
+QString placeNumberUtility(const QString &folder, const QString &programFolder,
+                           Existing existing = Existing::Replace);

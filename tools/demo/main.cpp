@@ -97,6 +97,7 @@ int main(int argc, char *argv[])
             const Demo::Summary summary = Demo::generate(options);
             std::fputs(qPrintable(Demo::describe(summary)), stdout);
             std::fputs(qPrintable(placeReportRunner(summary.folder, programs)), stdout);
+            std::fputs(qPrintable(placeNumberUtility(summary.folder, programs)), stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -117,6 +118,7 @@ int main(int argc, char *argv[])
                 throw Demo::Error(QStringLiteral("The copy of %1 differs.").arg(table.table));
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
         std::fputs(qPrintable(placeReportRunner(target, programs)), stdout);
+        std::fputs(qPrintable(placeNumberUtility(target, programs)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;
