@@ -1,5 +1,7 @@
 #include "support/DataFolder.h"
 
+#include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -141,6 +143,137 @@ TEST_F(Form1099CommandTest, AWrongSettingsFileEndsWithExitCodeThreeAndWritesNoth
     EXPECT_EQ(result.err, "apmaster-1099: apmaster-1099.ini, line 2 (\"2027=2150\"): an indexed "
                           "threshold is whole dollars, a multiple of 100\n");
     EXPECT_FALSE(QFile::exists(path));
+}
+
+QString readAll(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("(missing: %1)").arg(path);
+    return QString::fromUtf8(file.readAll());
+}
+
+const char *const irisHeader =
+    "Tax Year,Payer TIN Type,Payer TIN,Payer Name Line 1,Payer Address Line 1,Payer Address Line "
+    "2,Payer City,Payer State,Payer ZIP Code,Recipient TIN Type,Recipient TIN,Recipient Name Line "
+    "1,Recipient Address Line 1,Recipient Address Line 2,Recipient City,Recipient State,Recipient "
+    "ZIP Code,Account Number,";
+
+TEST_F(Form1099CommandTest, IrisWritesTheNecUploadWithQuotedNamesTinTypesAndAmounts)
+{
+    // The check flags vendor 103's tax id; corrected on the vendor screen to its SSN form.
+    folder.exec("ap.mdb", "update vendors set vendtaxid = '123-45-6789', vendaddr2 = 'Suite 4, "
+                          "Rear' where vendnumber = 103");
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("nec.csv");
+    const Run result = run({"iris", "--form", "NEC", "--year", "2026", "--out", path});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.out, "2 1099-NEC returns for 2026 written to " + path + ".\n");
+    EXPECT_EQ(readAll(path),
+              QString::fromUtf8(irisHeader) +
+                  "Box 1 Nonemployee Compensation\r\n"
+                  "2026,EIN,957654321,RIVERSIDE MEMBERS CLUB,12 ELM ST,,RIVERSIDE,CA,92501,EIN,"
+                  "951234567,\"Alpha, \"\"The\"\" Consulting\",1 Main St,,Peoria,IL,61602,101,"
+                  "2500.00\r\n"
+                  "2026,EIN,957654321,RIVERSIDE MEMBERS CLUB,12 ELM ST,,RIVERSIDE,CA,92501,SSN,"
+                  "123456789,Zoë Café,3 Rue Principale,\"Suite 4, Rear\",Ottawa,ON,K1A 0B6,103,"
+                  "3000.00\r\n");
+}
+
+TEST_F(Form1099CommandTest, IrisPutsEachMiscTypeInItsOwnBox)
+{
+    folder.exec("ap.mdb", "delete from vendors");
+    folder.exec("ap.mdb",
+                "insert into vendors (vendnumber, vendname, vendtaxid, vend1099type, vendytd, "
+                "vendaddr1, vendcity, vendstate, vendzip) values "
+                "(11, 'Landlord LLC', '20-1234567', 1, 24000, '5 Bay St', 'Quincy', 'IL', "
+                "'62301'), (12, 'Prize Co', '587-65-4321', 4, 2000.5, '6 Bay St', 'Quincy', "
+                "'il', '62301-0001'), (13, 'Small Rent', '20-7654321', 1, 1999.99, '7 Bay St', "
+                "'Quincy', 'IL', '62301')");
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("misc.csv");
+    const Run result = run({"iris", "--form", "MISC", "--year", "2026", "--out", path});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(readAll(path),
+              QString::fromUtf8(irisHeader) +
+                  "Box 1 Rents,Box 3 Other Income\r\n"
+                  "2026,EIN,957654321,RIVERSIDE MEMBERS CLUB,12 ELM ST,,RIVERSIDE,CA,92501,EIN,"
+                  "201234567,Landlord LLC,5 Bay St,,Quincy,IL,62301,11,24000.00,\r\n"
+                  "2026,EIN,957654321,RIVERSIDE MEMBERS CLUB,12 ELM ST,,RIVERSIDE,CA,92501,SSN,"
+                  "587654321,Prize Co,6 Bay St,,Quincy,IL,62301-0001,12,,2000.50\r\n");
+}
+
+TEST_F(Form1099CommandTest, IrisSplitsTheVendorsIntoFilesOfAHundred)
+{
+    folder.exec("ap.mdb", "delete from vendors");
+    QString values;
+    for (int n = 1; n <= 101; ++n)
+        values += QStringLiteral("%1(%2, 'Contractor %2', '10-%3', 5, %4, '%2 Elm', 'Alton', "
+                                 "'IL', '62002')")
+                      .arg(n == 1 ? "" : ", ")
+                      .arg(n)
+                      .arg(1000000 + n)
+                      .arg(2000 + n);
+    folder.exec("ap.mdb", "insert into vendors (vendnumber, vendname, vendtaxid, vend1099type, "
+                          "vendytd, vendaddr1, vendcity, vendstate, vendzip) values " +
+                              values);
+    QTemporaryDir elsewhere;
+    const Run result =
+        run({"iris", "--form", "NEC", "--year", "2026", "--out", elsewhere.filePath("nec.csv")});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_FALSE(QFile::exists(elsewhere.filePath("nec.csv")));
+    const QStringList first = readAll(elsewhere.filePath("nec-1.csv")).split("\r\n");
+    const QStringList second = readAll(elsewhere.filePath("nec-2.csv")).split("\r\n");
+    ASSERT_EQ(first.size(), 102); // the header, 100 rows and the empty text after the last end
+    ASSERT_EQ(second.size(), 3);
+    EXPECT_TRUE(first[0].startsWith("Tax Year,"));
+    EXPECT_EQ(first[100], "2026,EIN,957654321,RIVERSIDE MEMBERS CLUB,12 ELM ST,,RIVERSIDE,CA,"
+                          "92501,EIN,101000100,Contractor 100,100 Elm,,Alton,IL,62002,100,"
+                          "2100.00");
+    EXPECT_EQ(second[0], first[0]);
+    EXPECT_EQ(second[1], "2026,EIN,957654321,RIVERSIDE MEMBERS CLUB,12 ELM ST,,RIVERSIDE,CA,"
+                         "92501,EIN,101000101,Contractor 101,101 Elm,,Alton,IL,62002,101,"
+                         "2101.00");
+    EXPECT_FALSE(QFile::exists(elsewhere.filePath("nec-3.csv")));
+}
+
+TEST_F(Form1099CommandTest, IrisRefusesACompanyWithoutAFederalIdBeforeWritingAnything)
+{
+    folder.exec("ap.mdb", "update vendors set vendtaxid = '123-45-6789' where vendnumber = 103");
+    folder.exec("config.mdb", "update company set compfederalid = '  '");
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("nec.csv");
+    const Run result = run({"iris", "--form", "NEC", "--year", "2026", "--out", path});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.err, "apmaster-1099: no IRIS file was written.\nThe company record has no "
+                          "federal id: enter the company's employer identification number "
+                          "(compfederalid in config.mdb).\n");
+    EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
+}
+
+TEST_F(Form1099CommandTest, IrisRefusesVendorsWhoseTaxIdsCannotBeFiled)
+{
+    folder.exec("ap.mdb", "update vendors set vendtaxid = '12-34567' where vendnumber = 101");
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("nec.csv");
+    const Run result = run({"iris", "--form", "NEC", "--year", "2026", "--out", path});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.err,
+              "apmaster-1099: no IRIS file was written.\n"
+              "Vendor 101 (Alpha, \"The\" Consulting): the tax id \"12-34567\" is not 9 digits.\n"
+              "Vendor 103 (Zoë Café): the tax id 123456789 does not show whether it is a social "
+              "security number (###-##-####) or an employer identification number (##-#######)."
+              "\n");
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST_F(Form1099CommandTest, IrisHasNoLayoutForInterest)
+{
+    const Run result = run({"iris", "--form", "INT", "--year", "2026"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_TRUE(result.err.contains("There is no IRIS upload layout for the 1099-INT of tax year "
+                                    "2026"));
+    EXPECT_FALSE(QFile::exists(folder.file("iris-1099-int-2026.csv")));
 }
 
 } // namespace

@@ -5,11 +5,12 @@
 //   0  done; for check: no problems found
 //   1  check: problems found (they are listed)
 //   2  the command line is wrong (the usage is printed)
-//   3  the work could not be done: the data cannot be read, apmaster-1099.ini is wrong, or the
-//      output cannot be written
+//   3  the work could not be done: the data cannot be read, apmaster-1099.ini is wrong, the
+//      output cannot be written, or (iris) the payer or a vendor's tax id cannot be filed
 
 #include "common/NumberedError.h"
 #include "data/Databases.h"
+#include "yearend/IrisExport.h"
 #include "yearend/PayerRecord.h"
 #include "yearend/TaxForms.h"
 #include "yearend/YearEndCheck.h"
@@ -68,6 +69,37 @@ int check(const Request &request, const YearEndSettings &settings, Databases &da
     return result.problems.empty() ? Done : ProblemsFound;
 }
 
+// The IRIS upload files; nothing is written when the payer or a vendor cannot be filed.
+int iris(const Request &request, const YearEndSettings &settings, Databases &databases)
+{
+    const YearEndCheck::Result result =
+        YearEndCheck(databases).run(request.form, request.year, settings.indexed);
+    const PayerRecord payer = PayerRecord::read(databases);
+    const QStringList refusals = IrisExport::refusals(result, payer);
+    if (!refusals.isEmpty()) {
+        std::fprintf(stderr, "apmaster-1099: no IRIS file was written.\n");
+        for (const QString &why : refusals)
+            std::fprintf(stderr, "%s\n", why.toUtf8().constData());
+        return Failed;
+    }
+    const QStringList texts = IrisExport::files(result, payer);
+    if (texts.isEmpty()) {
+        std::printf("No vendor gets the %s for %d; no IRIS file was written.\n",
+                    qPrintable(TaxForms::title(request.form)), request.year);
+        return Done;
+    }
+    const QString path =
+        request.out.isEmpty() ? IrisExport::defaultPath(request.form, request.year) : request.out;
+    const QStringList names = IrisExport::fileNames(path, static_cast<int>(texts.size()));
+    for (int n = 0; n < texts.size(); ++n)
+        if (!writeText(names[n], texts[n]))
+            return Failed;
+    std::printf("%zu %s returns for %d written to %s.\n", result.recipients.size(),
+                qPrintable(TaxForms::title(request.form)), request.year,
+                qPrintable(names.join(QStringLiteral(", "))));
+    return Done;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -79,12 +111,16 @@ int main(int argc, char *argv[])
     parser.setApplicationDescription(QStringLiteral(
         "The 1099 year end of A/P Master, run in the company's data folder.\n\n"
         "  check   lists the vendors that get the form for the tax year, with their amounts,\n"
-        "          and every problem in their records (printable text)\n\n"
+        "          and every problem in their records (printable text)\n"
+        "  iris    writes the CSV upload for the IRS's IRIS Taxpayer Portal (NEC and MISC), in\n"
+        "          files of at most 100 returns (PATH, or PATH-1, PATH-2 ... when split;\n"
+        "          default iris-1099-nec-YYYY.csv)\n\n"
         "Exit codes: 0 done (check: no problems), 1 check found problems, 2 wrong command\n"
-        "line, 3 the data or settings cannot be read or the output cannot be written."));
+        "line, 3 the data or settings cannot be read, the output cannot be written, or (iris)\n"
+        "the company's federal id or a vendor's tax id cannot be filed; nothing is written then."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check"));
+    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check or iris"));
     const QCommandLineOption formOption(QStringLiteral("form"),
                                         QStringLiteral("The form: NEC, MISC, INT or DIV."),
                                         QStringLiteral("FORM"));
@@ -111,9 +147,9 @@ int main(int argc, char *argv[])
     Request request;
     const QStringList words = parser.positionalArguments();
     if (words.size() != 1)
-        return usage(parser, QStringLiteral("name one command: check"));
+        return usage(parser, QStringLiteral("name one command: check or iris"));
     request.command = words[0];
-    if (request.command != QLatin1String("check"))
+    if (request.command != QLatin1String("check") && request.command != QLatin1String("iris"))
         return usage(parser, QStringLiteral("unknown command \"%1\"").arg(request.command));
     const std::optional<TaxForm> form = TaxForms::fromName(parser.value(formOption));
     if (!form)
@@ -132,7 +168,9 @@ int main(int argc, char *argv[])
     }
     try {
         Databases databases;
-        const int code = check(request, settings, databases);
+        const int code = request.command == QLatin1String("iris")
+                             ? iris(request, settings, databases)
+                             : check(request, settings, databases);
         databases.closeAll();
         return code;
     } catch (const NumberedError &error) {
