@@ -102,6 +102,12 @@ QStringList refusals(const YearEndCheck::Result &result, const PayerRecord &paye
                    .arg(result.year);
         return why;
     }
+    return taxIdRefusals(result, payer);
+}
+
+QStringList taxIdRefusals(const YearEndCheck::Result &result, const PayerRecord &payer)
+{
+    QStringList why;
     if (payer.federalId.isEmpty())
         why << QStringLiteral("The company record has no federal id: enter the company's "
                               "employer identification number (compfederalid in config.mdb).");

@@ -17,6 +17,10 @@ namespace IrisExport {
 // record without a usable federal id, vendors whose tax ids cannot be filed.
 QStringList refusals(const YearEndCheck::Result &result, const PayerRecord &payer);
 
+// Why the forms of the check cannot be issued at all, on paper or in a file: a company record
+// without a usable federal id, vendors whose tax ids cannot be filed.
+QStringList taxIdRefusals(const YearEndCheck::Result &result, const PayerRecord &payer);
+
 // The text of each file (CRLF line ends, UTF-8), the header row in each.
 QStringList files(const YearEndCheck::Result &result, const PayerRecord &payer);
 

@@ -1,4 +1,5 @@
 #include "support/DataFolder.h"
+#include "support/PdfWords.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,7 +48,11 @@ protected:
         Run result;
         result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
         result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
+        // Qt's own note about a test machine without a user runtime folder is not the program's.
+        const QStringList lines = QString::fromUtf8(process.readAllStandardError()).split('\n');
+        for (int n = 0; n < lines.size(); ++n)
+            if (!lines[n].startsWith("QStandardPaths: "))
+                result.err += lines[n] + (n + 1 < lines.size() ? "\n" : "");
         return result;
     }
 };
@@ -274,6 +279,76 @@ TEST_F(Form1099CommandTest, IrisHasNoLayoutForInterest)
     EXPECT_TRUE(result.err.contains("There is no IRIS upload layout for the 1099-INT of tax year "
                                     "2026"));
     EXPECT_FALSE(QFile::exists(folder.file("iris-1099-int-2026.csv")));
+}
+
+// A word of the PDF lies inside a box of the form (inches from the form's corner at 0.6, 0.5
+// inches on the page; the PDF's words are in points).
+::testing::AssertionResult inBox(const PdfWords &words, int page, const QString &text, double x,
+                                 double y, double w, double h)
+{
+    const double left = (0.6 + x) * 72, top = (0.5 + y) * 72;
+    const double right = left + w * 72, bottom = top + h * 72;
+    for (const PdfWord *word : words.find(page, text))
+        if (word->xMin >= left && word->xMax <= right && word->yMin >= top && word->yMax <= bottom)
+            return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << text.toStdString() << " not inside (" << left << "," << top << ")-(" << right << ","
+           << bottom << ") on page " << page << "; page reads " << words.pageText(page).toStdString();
+}
+
+TEST_F(Form1099CommandTest, CopyBDrawsOneFormAPageWithEachItemInItsBox)
+{
+    folder.exec("ap.mdb", "update vendors set vendtaxid = '123-45-6789' where vendnumber = 103");
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("copyb.pdf");
+    const Run result = run({"copyb", "--form", "NEC", "--year", "2026", "--out", path});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.out, "2 1099-NEC Copy B pages for 2026 written to " + path + ".\n");
+    const PdfWords words(path);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    ASSERT_EQ(words.pages(), 2);
+    // Page 1: vendor 101. The payer's block and TIN, whole.
+    EXPECT_TRUE(inBox(words, 0, "RIVERSIDE", 0.0, 0.0, 3.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "ELM", 0.0, 0.0, 3.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "92501", 0.0, 0.0, 3.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "95-7654321", 0.0, 1.0, 1.8, 0.4));
+    // The recipient's TIN by its last four digits only.
+    EXPECT_TRUE(inBox(words, 0, "**-***4567", 1.8, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(words.find(0, "95-1234567").empty());
+    EXPECT_FALSE(words.pageText(0).contains("951234567"));
+    EXPECT_TRUE(inBox(words, 0, "Consulting", 0.0, 1.4, 3.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "Main", 0.0, 1.9, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Peoria,", 0.0, 2.3, 3.6, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "61602", 0.0, 2.3, 3.6, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "101", 0.0, 2.75, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "2500.00", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "2026", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "1099-NEC", 3.6, 0.0, 1.6, 1.0));
+    // The copy's name and its notice in the right-hand column.
+    EXPECT_TRUE(inBox(words, 0, "Recipient", 5.2, 1.0, 2.1, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "important", 5.2, 1.4, 2.1, 1.4));
+    EXPECT_TRUE(words.pageText(0).contains("This is important tax information and is being "
+                                           "furnished to the IRS."));
+    EXPECT_TRUE(words.pageText(0).contains("Nonemployee Compensation"));
+    // The form's other boxes are drawn with their captions.
+    EXPECT_TRUE(inBox(words, 0, "withheld", 3.6, 2.3, 1.6, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "parachute", 3.6, 1.9, 1.6, 0.4));
+    // Page 2: vendor 103, its SSN masked.
+    EXPECT_TRUE(inBox(words, 1, "***-**-6789", 1.8, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(inBox(words, 1, "3000.00", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 1, "103", 0.0, 2.75, 3.6, 0.4));
+    EXPECT_FALSE(words.pageText(1).contains("Consulting"));
+}
+
+TEST_F(Form1099CommandTest, CopyBIsRefusedForAVendorWithoutATaxIdAndWritesNothing)
+{
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("copyb.pdf");
+    const Run result = run({"copyb", "--form", "NEC", "--year", "2026", "--out", path});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_TRUE(result.err.startsWith("apmaster-1099: no Copy B was written.\nVendor 103"))
+        << result.err.toStdString();
+    EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "data/Databases.h"
 #include "yearend/IrisExport.h"
 #include "yearend/PayerRecord.h"
+#include "yearend/RecipientCopies.h"
 #include "yearend/TaxForms.h"
 #include "yearend/YearEndCheck.h"
 #include "yearend/YearEndReport.h"
@@ -20,9 +21,11 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
 #include <QSaveFile>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -100,11 +103,48 @@ int iris(const Request &request, const YearEndSettings &settings, Databases &dat
     return Done;
 }
 
+// Copy B on plain paper, one vendor a page.
+int copyB(const Request &request, const YearEndSettings &settings, Databases &databases)
+{
+    const YearEndCheck::Result result =
+        YearEndCheck(databases).run(request.form, request.year, settings.indexed);
+    const PayerRecord payer = PayerRecord::read(databases);
+    const QStringList refusals = IrisExport::taxIdRefusals(result, payer);
+    if (!refusals.isEmpty()) {
+        std::fprintf(stderr, "apmaster-1099: no Copy B was written.\n");
+        for (const QString &why : refusals)
+            std::fprintf(stderr, "%s\n", why.toUtf8().constData());
+        return Failed;
+    }
+    const QString path = request.out.isEmpty()
+                             ? QStringLiteral("copyb-%1-%2.pdf")
+                                   .arg(TaxForms::title(request.form).toLower())
+                                   .arg(request.year)
+                             : request.out;
+    QString why;
+    if (!RecipientCopies::write(result, payer, path, why)) {
+        std::fprintf(stderr, "apmaster-1099: %s\n", why.toUtf8().constData());
+        return Failed;
+    }
+    std::printf("%zu %s Copy B pages for %d written to %s.\n", result.recipients.size(),
+                qPrintable(TaxForms::title(request.form)), request.year, qPrintable(path));
+    return Done;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    // Copy B's text needs the fonts of a GUI application, but never a screen; the other
+    // commands need neither.
+    bool drawing = false;
+    for (int n = 1; n < argc; ++n)
+        drawing = drawing || qstrcmp(argv[n], "copyb") == 0;
+    if (drawing && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::unique_ptr<QCoreApplication> app = drawing
+                                                ? std::make_unique<QGuiApplication>(argc, argv)
+                                                : std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("apmaster-1099"));
     QCoreApplication::setApplicationVersion(QStringLiteral(APMASTER_VERSION));
     QCommandLineParser parser;
@@ -114,13 +154,16 @@ int main(int argc, char *argv[])
         "          and every problem in their records (printable text)\n"
         "  iris    writes the CSV upload for the IRS's IRIS Taxpayer Portal (NEC and MISC), in\n"
         "          files of at most 100 returns (PATH, or PATH-1, PATH-2 ... when split;\n"
-        "          default iris-1099-nec-YYYY.csv)\n\n"
+        "          default iris-1099-nec-YYYY.csv)\n"
+        "  copyb   writes Copy B for the recipients on plain paper as a PDF, one vendor a page,\n"
+        "          the recipient's tax id shown by its last four digits (NEC; default\n"
+        "          copyb-1099-nec-YYYY.pdf)\n\n"
         "Exit codes: 0 done (check: no problems), 1 check found problems, 2 wrong command\n"
-        "line, 3 the data or settings cannot be read, the output cannot be written, or (iris)\n"
+        "line, 3 the data or settings cannot be read, the output cannot be written, or (iris,\ncopyb) "
         "the company's federal id or a vendor's tax id cannot be filed; nothing is written then."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check or iris"));
+    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check, iris or copyb"));
     const QCommandLineOption formOption(QStringLiteral("form"),
                                         QStringLiteral("The form: NEC, MISC, INT or DIV."),
                                         QStringLiteral("FORM"));
@@ -147,9 +190,10 @@ int main(int argc, char *argv[])
     Request request;
     const QStringList words = parser.positionalArguments();
     if (words.size() != 1)
-        return usage(parser, QStringLiteral("name one command: check or iris"));
+        return usage(parser, QStringLiteral("name one command: check, iris or copyb"));
     request.command = words[0];
-    if (request.command != QLatin1String("check") && request.command != QLatin1String("iris"))
+    if (request.command != QLatin1String("check") && request.command != QLatin1String("iris") &&
+        request.command != QLatin1String("copyb"))
         return usage(parser, QStringLiteral("unknown command \"%1\"").arg(request.command));
     const std::optional<TaxForm> form = TaxForms::fromName(parser.value(formOption));
     if (!form)
@@ -168,9 +212,13 @@ int main(int argc, char *argv[])
     }
     try {
         Databases databases;
-        const int code = request.command == QLatin1String("iris")
-                             ? iris(request, settings, databases)
-                             : check(request, settings, databases);
+        int code = Done;
+        if (request.command == QLatin1String("iris"))
+            code = iris(request, settings, databases);
+        else if (request.command == QLatin1String("copyb"))
+            code = copyB(request, settings, databases);
+        else
+            code = check(request, settings, databases);
         databases.closeAll();
         return code;
     } catch (const NumberedError &error) {
