@@ -38,8 +38,8 @@ YearEndCheckWindow::YearEndCheckWindow(Services services, QWidget *parent) :
     setWindowTitle(tr("1099 year-end check"));
     m_form = new QComboBox;
     m_form->setObjectName(QStringLiteral("cboform"));
-    for (TaxForm form : {TaxForm::Nonemployee, TaxForm::Misc, TaxForm::Interest,
-                         TaxForm::Dividends})
+    for (TaxForm form :
+         {TaxForm::Nonemployee, TaxForm::Misc, TaxForm::Interest, TaxForm::Dividends})
         m_form->addItem(TaxForms::title(form), static_cast<int>(form));
     m_year = new QSpinBox;
     m_year->setObjectName(QStringLiteral("spnyear"));
@@ -86,8 +86,7 @@ YearEndCheckWindow::YearEndCheckWindow(Services services, QWidget *parent) :
     connect(m_check, &QPushButton::clicked, this, &YearEndCheckWindow::check);
     connect(m_print, &QPushButton::clicked, this, &YearEndCheckWindow::print);
     connect(close, &QPushButton::clicked, this, &QDialog::close);
-    connect(m_grid, &QTableWidget::cellActivated, this,
-            [this](int row, int) { openRow(row); });
+    connect(m_grid, &QTableWidget::cellActivated, this, [this](int row, int) { openRow(row); });
 }
 
 void YearEndCheckWindow::check()
@@ -186,7 +185,6 @@ void YearEndCheckWindow::print()
     document.setPlainText(YearEndReport::text(m_result, payer));
     document.print(&printer);
     if (!pdf.isEmpty())
-        m_s.dialogs.message(QStringLiteral("The check was written to ") + pdf +
-                                QLatin1Char('.'),
+        m_s.dialogs.message(QStringLiteral("The check was written to ") + pdf + QLatin1Char('.'),
                             Dialogs::Icon::Information, windowTitle());
 }

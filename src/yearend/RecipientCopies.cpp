@@ -126,11 +126,11 @@ void drawForm(Page &page, const Layout &form, const YearEndCheck::Result &result
         page.text(inner, QString::fromUtf8(box.caption), 5.5);
         const QString value = contents(box.item, result, payer, r);
         if (box.item == Item::Year) {
-            page.text(inner.adjusted(0, 0.2, 0, 0),
-                      QStringLiteral("Form %1\n%2")
-                          .arg(QString::fromLatin1(form.formName),
-                               QString::fromLatin1(form.revision)),
-                      8, true);
+            page.text(
+                inner.adjusted(0, 0.2, 0, 0),
+                QStringLiteral("Form %1\n%2")
+                    .arg(QString::fromLatin1(form.formName), QString::fromLatin1(form.revision)),
+                8, true);
             page.text(inner.adjusted(0, 0.62, 0, 0), value, 7.5);
         } else if (!value.isEmpty()) {
             // Below a caption of one line, or of two in the wide payer box.
@@ -142,8 +142,8 @@ void drawForm(Page &page, const Layout &form, const YearEndCheck::Result &result
     const double right = 5.2;
     const double width = form.widthInches - right;
     page.text({right + 0.06, 0.1, width - 0.1, 0.8}, QString::fromUtf8(form.title), 11, true);
-    page.text({right + 0.06, 1.05, width - 0.1, 0.4},
-              QStringLiteral("Copy B\nFor Recipient"), 9, true);
+    page.text({right + 0.06, 1.05, width - 0.1, 0.4}, QStringLiteral("Copy B\nFor Recipient"), 9,
+              true);
     page.text({right + 0.06, 1.5, width - 0.1, 1.2}, QString::fromUtf8(notice), 5.5);
     page.text({0, 3.2, form.widthInches, 0.2},
               QStringLiteral("Form %1 %2 (keep for your records)   %3   Department of the "

@@ -54,8 +54,8 @@ Fault fault(const QString &taxId)
     }
     case Kind::Ein: {
         const int prefix = number.left(2).toInt();
-        if (std::find(std::begin(impossibleEinPrefixes), std::end(impossibleEinPrefixes),
-                      prefix) != std::end(impossibleEinPrefixes))
+        if (std::find(std::begin(impossibleEinPrefixes), std::end(impossibleEinPrefixes), prefix) !=
+            std::end(impossibleEinPrefixes))
             return Fault::ImpossibleEin;
         return Fault::None;
     }

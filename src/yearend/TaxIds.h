@@ -16,10 +16,10 @@ enum class Kind { Ssn, Ein, Unknown };
 enum class Fault {
     None,
     Missing,
-    NotNineDigits,  // after removing "-": letters, blanks, 8 or 10 digits
-    ImpossibleSsn,  // area 000, 666 or 900-999, group 00 or serial 0000
-    ImpossibleEin,  // a prefix the IRS never assigns
-    KindUnknown,    // nine digits, but the dashes tell neither SSN nor EIN
+    NotNineDigits, // after removing "-": letters, blanks, 8 or 10 digits
+    ImpossibleSsn, // area 000, 666 or 900-999, group 00 or serial 0000
+    ImpossibleEin, // a prefix the IRS never assigns
+    KindUnknown,   // nine digits, but the dashes tell neither SSN nor EIN
 };
 
 Kind kindOf(const QString &taxId);

@@ -12,7 +12,7 @@ struct Change {
     double amount;
 };
 constexpr Change necMiscChanges[] = {
-    {0, 600},    // 26 U.S.C. 6041(a) before 2026
+    {0, 600},     // 26 U.S.C. 6041(a) before 2026
     {2026, 2000}, // Public Law 119-21, section 70433, for payments made after December 31, 2025
 };
 constexpr double interestAndDividends = 10; // 26 U.S.C. 6049, 6042

@@ -27,12 +27,12 @@ struct Row {
 bool YearEndCheck::usAddress(const QString &state, const QString &zip)
 {
     static const QSet<QString> states = [] {
-        const char *codes[] = {
-            "AL", "AK", "AZ", "AR", "CA", "CO", "CT", "DE", "FL", "GA", "HI", "ID", "IL", "IN",
-            "IA", "KS", "KY", "LA", "ME", "MD", "MA", "MI", "MN", "MS", "MO", "MT", "NE", "NV",
-            "NH", "NJ", "NM", "NY", "NC", "ND", "OH", "OK", "OR", "PA", "RI", "SC", "SD", "TN",
-            "TX", "UT", "VT", "VA", "WA", "WV", "WI", "WY", "DC", "PR", "GU", "VI", "AS", "MP",
-            "AA", "AE", "AP"};
+        const char *codes[] = {"AL", "AK", "AZ", "AR", "CA", "CO", "CT", "DE", "FL", "GA",
+                               "HI", "ID", "IL", "IN", "IA", "KS", "KY", "LA", "ME", "MD",
+                               "MA", "MI", "MN", "MS", "MO", "MT", "NE", "NV", "NH", "NJ",
+                               "NM", "NY", "NC", "ND", "OH", "OK", "OR", "PA", "RI", "SC",
+                               "SD", "TN", "TX", "UT", "VT", "VA", "WA", "WV", "WI", "WY",
+                               "DC", "PR", "GU", "VI", "AS", "MP", "AA", "AE", "AP"};
         QSet<QString> set;
         for (const char *code : codes)
             set.insert(QString::fromLatin1(code));
@@ -115,11 +115,13 @@ YearEndCheck::Result YearEndCheck::run(TaxForm form, int taxYear, const QMap<int
         if (v.zip.isEmpty())
             missing << QStringLiteral("ZIP");
         if (!missing.isEmpty())
-            problem(v, Rule::Address,
-                    QStringLiteral("the address has no %1").arg(missing.join(QStringLiteral(", "))));
+            problem(
+                v, Rule::Address,
+                QStringLiteral("the address has no %1").arg(missing.join(QStringLiteral(", "))));
         else if (!usAddress(v.state, v.zip))
-            problem(v, Rule::Foreign,
-                    QStringLiteral("not a US address (state \"%1\", ZIP \"%2\")").arg(v.state, v.zip));
+            problem(
+                v, Rule::Foreign,
+                QStringLiteral("not a US address (state \"%1\", ZIP \"%2\")").arg(v.state, v.zip));
         if (!v.taxId.isEmpty()) {
             QList<const Recipient *> same = byTaxId.values(TaxIds::digits(v.taxId));
             std::sort(same.begin(), same.end(),

@@ -27,13 +27,13 @@ public:
         double amount = 0;
     };
     enum class Rule {
-        TaxId,        // missing, not 9 digits, impossible SSN or EIN, kind not shown
-        Name,         // no name
-        Address,      // street, city, state or ZIP missing
-        Foreign,      // a state or ZIP that is not a US one
-        UnknownType,  // a 1099 type outside 0-5
-        TypeNone,     // paid at least the threshold with 1099 type None
-        DuplicateId,  // the same tax id on another vendor
+        TaxId,       // missing, not 9 digits, impossible SSN or EIN, kind not shown
+        Name,        // no name
+        Address,     // street, city, state or ZIP missing
+        Foreign,     // a state or ZIP that is not a US one
+        UnknownType, // a 1099 type outside 0-5
+        TypeNone,    // paid at least the threshold with 1099 type None
+        DuplicateId, // the same tax id on another vendor
     };
     struct Problem {
         long long vendor = 0;

@@ -87,7 +87,8 @@ YearEndSettings YearEndSettings::parse(const QString &text)
                              .arg(TaxThresholds::firstIndexedYear));
         const int amount = value.toInt(&ok);
         if (!ok || amount <= 0 || amount % 100 != 0)
-            return wrong(QStringLiteral("an indexed threshold is whole dollars, a multiple of 100"));
+            return wrong(
+                QStringLiteral("an indexed threshold is whole dollars, a multiple of 100"));
         settings.indexed.insert(year, amount);
     }
     return settings;

@@ -86,8 +86,8 @@ TEST_F(Form1099CommandTest, CheckOfAnEarlierYearUsesItsThresholdAndExitsWithZero
     folder.exec("ap.mdb", "delete from vendors where vendnumber <> 102");
     const Run result = run({"check", "--form", "nec", "--year", "2025"});
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
-    EXPECT_TRUE(result.out.startsWith(
-        "Year-end check: 1099-NEC, tax year 2025, threshold $600 or more\n"));
+    EXPECT_TRUE(
+        result.out.startsWith("Year-end check: 1099-NEC, tax year 2025, threshold $600 or more\n"));
     EXPECT_TRUE(result.out.contains("   102  Beta Design"));
     EXPECT_TRUE(result.out.endsWith("Problems: 0\nNone found.\n"));
 }
@@ -116,12 +116,11 @@ TEST_F(Form1099CommandTest, TheIndexedAmountOfTheSiteSettingIsUsedForALaterYear)
 
 TEST_F(Form1099CommandTest, AWrongCommandLineGivesTheUsageAndExitCodeTwo)
 {
-    for (const QStringList &arguments :
-         {QStringList{"check", "--form", "W2", "--year", "2026"},
-          QStringList{"check", "--form", "NEC", "--year", "26"},
-          QStringList{"check", "--form", "NEC"}, QStringList{"file", "--form", "NEC", "--year",
-                                                             "2026"},
-          QStringList{"--form", "NEC", "--year", "2026"}}) {
+    for (const QStringList &arguments : {QStringList{"check", "--form", "W2", "--year", "2026"},
+                                         QStringList{"check", "--form", "NEC", "--year", "26"},
+                                         QStringList{"check", "--form", "NEC"},
+                                         QStringList{"file", "--form", "NEC", "--year", "2026"},
+                                         QStringList{"--form", "NEC", "--year", "2026"}}) {
         const Run result = run(arguments);
         EXPECT_EQ(result.exitCode, 2) << arguments.join(' ').toStdString();
         EXPECT_TRUE(result.err.startsWith("apmaster-1099: ")) << result.err.toStdString();
@@ -293,7 +292,8 @@ TEST_F(Form1099CommandTest, IrisHasNoLayoutForInterest)
             return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure()
            << text.toStdString() << " not inside (" << left << "," << top << ")-(" << right << ","
-           << bottom << ") on page " << page << "; page reads " << words.pageText(page).toStdString();
+           << bottom << ") on page " << page << "; page reads "
+           << words.pageText(page).toStdString();
 }
 
 TEST_F(Form1099CommandTest, CopyBDrawsOneFormAPageWithEachItemInItsBox)

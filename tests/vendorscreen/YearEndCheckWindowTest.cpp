@@ -1,6 +1,6 @@
+#include "utilities/YearEndCheckWindow.h"
 #include "support/PdfWords.h"
 #include "support/VendorScreen.h"
-#include "utilities/YearEndCheckWindow.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -36,8 +36,7 @@ protected:
     {
         w->findChild<QComboBox *>(QStringLiteral("cboform"))->setCurrentIndex(formIndex);
         w->findChild<QSpinBox *>(QStringLiteral("spnyear"))->setValue(year);
-        QTest::mouseClick(w->findChild<QPushButton *>(QStringLiteral("cmdcheck")),
-                          Qt::LeftButton);
+        QTest::mouseClick(w->findChild<QPushButton *>(QStringLiteral("cmdcheck")), Qt::LeftButton);
     }
 };
 
@@ -124,8 +123,8 @@ TEST_F(YearEndCheckWindowTest, PrintWritesTheCheckAsTheCommandDoes)
     bool sameLine = false;
     for (const PdfWord *name : words.find(0, "Northern"))
         for (const PdfWord *amount : words.find(0, "600.00"))
-            sameLine = sameLine || (std::abs(name->yMin - amount->yMin) < 1 &&
-                                    amount->xMin > name->xMax);
+            sameLine =
+                sameLine || (std::abs(name->yMin - amount->yMin) < 1 && amount->xMin > name->xMax);
     EXPECT_TRUE(sameLine) << text.toStdString();
     EXPECT_TRUE(text.contains("251 Northern Lights Printing: no tax id"));
     ASSERT_NE(module.dialogs.last(), nullptr);

@@ -18,13 +18,13 @@ TEST_P(CsvField, AFieldIsQuotedOnlyWhenItHoldsACommaAQuoteOrALineEnd)
               QString::fromUtf8(GetParam().written));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    EachCase, CsvField,
-    testing::Values(Field{"Plain Name", "Plain Name"}, Field{"", ""},
-                    Field{"Smith, Jones", "\"Smith, Jones\""},
-                    Field{"The \"Best\" Co", "\"The \"\"Best\"\" Co\""},
-                    Field{"O'Brien", "O'Brien"}, Field{"Zoë Café", "Zoë Café"},
-                    Field{"Line\nTwo", "\"Line\nTwo\""}, Field{"Line\rTwo", "\"Line\rTwo\""}));
+INSTANTIATE_TEST_SUITE_P(EachCase, CsvField,
+                         testing::Values(Field{"Plain Name", "Plain Name"}, Field{"", ""},
+                                         Field{"Smith, Jones", "\"Smith, Jones\""},
+                                         Field{"The \"Best\" Co", "\"The \"\"Best\"\" Co\""},
+                                         Field{"O'Brien", "O'Brien"}, Field{"Zoë Café", "Zoë Café"},
+                                         Field{"Line\nTwo", "\"Line\nTwo\""},
+                                         Field{"Line\rTwo", "\"Line\rTwo\""}));
 
 TEST(IrisExport, ASplitUploadNumbersItsFilesBeforeTheExtension)
 {

@@ -46,11 +46,9 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"12-345-6789", Fault::KindUnknown, Kind::Unknown},
         // SSN areas: 000, 666 and 900-999 never issued; 001, 665, 667 and 899 are.
         Case{"000-12-3456", Fault::ImpossibleSsn, Kind::Ssn},
-        Case{"001-12-3456", Fault::None, Kind::Ssn},
-        Case{"665-12-3456", Fault::None, Kind::Ssn},
+        Case{"001-12-3456", Fault::None, Kind::Ssn}, Case{"665-12-3456", Fault::None, Kind::Ssn},
         Case{"666-12-3456", Fault::ImpossibleSsn, Kind::Ssn},
-        Case{"667-12-3456", Fault::None, Kind::Ssn},
-        Case{"899-12-3456", Fault::None, Kind::Ssn},
+        Case{"667-12-3456", Fault::None, Kind::Ssn}, Case{"899-12-3456", Fault::None, Kind::Ssn},
         Case{"900-12-3456", Fault::ImpossibleSsn, Kind::Ssn},
         Case{"999-12-3456", Fault::ImpossibleSsn, Kind::Ssn},
         // SSN group 00 and serial 0000.

@@ -26,26 +26,22 @@ TEST_P(ThresholdBoundary, AnAmountGetsTheFormFromTheYearsLegalThresholdOn)
 
 INSTANTIATE_TEST_SUITE_P(
     EachFormAndYear, ThresholdBoundary,
-    testing::Values(Case{TaxForm::Nonemployee, 2025, 599.99, false},
-                    Case{TaxForm::Nonemployee, 2025, 600.00, true},
-                    Case{TaxForm::Nonemployee, 2024, 599.99, false},
-                    Case{TaxForm::Nonemployee, 2024, 600.00, true},
-                    Case{TaxForm::Nonemployee, 2026, 1999.99, false},
-                    Case{TaxForm::Nonemployee, 2026, 2000.00, true},
-                    Case{TaxForm::Misc, 2025, 599.99, false}, Case{TaxForm::Misc, 2025, 600.00, true},
-                    Case{TaxForm::Misc, 2026, 1999.99, false},
-                    Case{TaxForm::Misc, 2026, 2000.00, true},
-                    Case{TaxForm::Interest, 2025, 9.99, false},
-                    Case{TaxForm::Interest, 2025, 10.00, true},
-                    Case{TaxForm::Interest, 2026, 9.99, false},
-                    Case{TaxForm::Interest, 2026, 10.00, true},
-                    Case{TaxForm::Dividends, 2025, 9.99, false},
-                    Case{TaxForm::Dividends, 2025, 10.00, true},
-                    Case{TaxForm::Dividends, 2026, 9.99, false},
-                    Case{TaxForm::Dividends, 2026, 10.00, true},
-                    // A later year without a published amount keeps $2,000.
-                    Case{TaxForm::Nonemployee, 2027, 1999.99, false},
-                    Case{TaxForm::Nonemployee, 2027, 2000.00, true}));
+    testing::Values(
+        Case{TaxForm::Nonemployee, 2025, 599.99, false},
+        Case{TaxForm::Nonemployee, 2025, 600.00, true},
+        Case{TaxForm::Nonemployee, 2024, 599.99, false},
+        Case{TaxForm::Nonemployee, 2024, 600.00, true},
+        Case{TaxForm::Nonemployee, 2026, 1999.99, false},
+        Case{TaxForm::Nonemployee, 2026, 2000.00, true}, Case{TaxForm::Misc, 2025, 599.99, false},
+        Case{TaxForm::Misc, 2025, 600.00, true}, Case{TaxForm::Misc, 2026, 1999.99, false},
+        Case{TaxForm::Misc, 2026, 2000.00, true}, Case{TaxForm::Interest, 2025, 9.99, false},
+        Case{TaxForm::Interest, 2025, 10.00, true}, Case{TaxForm::Interest, 2026, 9.99, false},
+        Case{TaxForm::Interest, 2026, 10.00, true}, Case{TaxForm::Dividends, 2025, 9.99, false},
+        Case{TaxForm::Dividends, 2025, 10.00, true}, Case{TaxForm::Dividends, 2026, 9.99, false},
+        Case{TaxForm::Dividends, 2026, 10.00, true},
+        // A later year without a published amount keeps $2,000.
+        Case{TaxForm::Nonemployee, 2027, 1999.99, false},
+        Case{TaxForm::Nonemployee, 2027, 2000.00, true}));
 
 TEST(TaxThresholds, TheTableGivesEachFormsAmountPerYear)
 {

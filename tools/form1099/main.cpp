@@ -41,8 +41,7 @@ struct Request {
 
 int usage(const QCommandLineParser &parser, const QString &why)
 {
-    std::fprintf(stderr, "apmaster-1099: %s\n\n%s", qPrintable(why),
-                 qPrintable(parser.helpText()));
+    std::fprintf(stderr, "apmaster-1099: %s\n\n%s", qPrintable(why), qPrintable(parser.helpText()));
     return Usage;
 }
 
@@ -116,11 +115,10 @@ int copyB(const Request &request, const YearEndSettings &settings, Databases &da
             std::fprintf(stderr, "%s\n", why.toUtf8().constData());
         return Failed;
     }
-    const QString path = request.out.isEmpty()
-                             ? QStringLiteral("copyb-%1-%2.pdf")
-                                   .arg(TaxForms::title(request.form).toLower())
-                                   .arg(request.year)
-                             : request.out;
+    const QString path = request.out.isEmpty() ? QStringLiteral("copyb-%1-%2.pdf")
+                                                     .arg(TaxForms::title(request.form).toLower())
+                                                     .arg(request.year)
+                                               : request.out;
     QString why;
     if (!RecipientCopies::write(result, payer, path, why)) {
         std::fprintf(stderr, "apmaster-1099: %s\n", why.toUtf8().constData());
@@ -159,7 +157,8 @@ int main(int argc, char *argv[])
         "          the recipient's tax id shown by its last four digits (NEC; default\n"
         "          copyb-1099-nec-YYYY.pdf)\n\n"
         "Exit codes: 0 done (check: no problems), 1 check found problems, 2 wrong command\n"
-        "line, 3 the data or settings cannot be read, the output cannot be written, or (iris,\ncopyb) "
+        "line, 3 the data or settings cannot be read, the output cannot be written, or "
+        "(iris,\ncopyb) "
         "the company's federal id or a vendor's tax id cannot be filed; nothing is written then."));
     parser.addHelpOption();
     parser.addVersionOption();
