@@ -121,6 +121,8 @@ void YearEndCheckWindow::fill()
             item->setData(Qt::UserRole, vendor);
             if (column == 2)
                 item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            if (column == 3)
+                item->setToolTip(cells[column]); // a long problem reads in full
             m_grid->setItem(row, column, item);
         }
     };
