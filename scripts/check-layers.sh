@@ -4,7 +4,7 @@
 # Usage: check-layers.sh [ROOT]   (ROOT: the checkout to check; default: this one)
 set -euo pipefail
 cd "${1:-$(dirname "$0")/..}"
-layers=(common data keysend lists reports utilities frmmisc vendorscreen app)
+layers=(common data keysend lists yearend reports utilities frmmisc vendorscreen app)
 rank() {
   local i
   for i in "${!layers[@]}"; do

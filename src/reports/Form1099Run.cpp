@@ -1,5 +1,6 @@
 #include "reports/Form1099Run.h"
 
+#include "common/Clock.h"
 #include "common/Dialogs.h"
 #include "common/Numbers.h"
 #include "common/Session.h"
@@ -7,6 +8,8 @@
 #include "data/Databases.h"
 #include "reports/FormLayout.h"
 #include "reports/FormPrinter.h"
+#include "yearend/TaxThresholds.h"
+#include "yearend/YearEndSettings.h"
 
 #include <QCoreApplication>
 #include <QSqlQuery>
@@ -190,16 +193,27 @@ bool Form1099Run::choose(const Form &form, QString &threshold, long long &from, 
 {
     const QString title =
         QString::fromLatin1(form.title) + (form.captioned ? m_layout.text[0] : QString());
+    double amount = 600;
+    bool legal = false;
+    if (!questionThreshold(form, amount, legal))
+        return false;
+    const QString amountText = QString::number(amount, 'f', 0);
+    QString overCount = QString::fromLatin1(form.thresholdCount);
+    if (legal) // the law's "or more", the same comparison as the printing's
+        overCount = QString::fromLatin1(form.allCount)
+                        .replace(QStringLiteral("vendytd > 0"),
+                                 QStringLiteral("vendytd >= ") + amountText);
     const int all = count(QString::fromLatin1(form.allCount));
-    const int over = count(QString::fromLatin1(form.thresholdCount));
+    const int over = count(overCount);
     const bool only600 =
         yesNo(QStringLiteral("By default, the system will print 1099's for all vendors whose YTD\n"
                              "balance is greater than zero. (%1 vendors). Would you like to print\n"
-                             "1099's for only vendors who are $600 or more instead? (%2 vendors).")
+                             "1099's for only vendors who are %3 or more instead? (%2 vendors).")
                   .arg(all)
-                  .arg(over),
+                  .arg(over)
+                  .arg(TaxThresholds::dollars(amount)),
               title) == Dialogs::Yes;
-    threshold = only600 ? QStringLiteral("600") : QStringLiteral("0.01");
+    threshold = only600 ? amountText : QStringLiteral("0.01");
     from = 1;
     to = highestVendor;
     if (yesNo(QStringLiteral("Click YES to RESTART from a specific vendor number."),
@@ -223,6 +237,21 @@ bool Form1099Run::choose(const Form &form, QString &threshold, long long &from, 
         m_kind = Idle;
         return false;
     }
+    return true;
+}
+
+bool Form1099Run::questionThreshold(const Form &form, double &amount, bool &legal)
+{
+    const YearEndSettings settings = YearEndSettings::ofDataFolder();
+    if (!settings.error.isEmpty()) {
+        m_s.dialogs.message(settings.error + QStringLiteral("\nNothing was printed."),
+                            Dialogs::Icon::Critical, QStringLiteral("Uh-oh..."));
+        return false;
+    }
+    legal = settings.legalThreshold;
+    if (legal)
+        amount = TaxThresholds::legal(static_cast<TaxForm>(form.kind),
+                                      settings.runYear(m_s.clock.currentYear()), settings.indexed);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+class Clock;
 class Databases;
 class Dialogs;
 class FormLayout;
@@ -26,6 +27,7 @@ public:
         Databases &databases;
         Session &session; // the shared message text and the last Yes/No answer
         StatusLine &status;
+        const Clock &clock; // the tax year of a run when the legal threshold is used
     };
 
     // layout is kept between runs (a shorter layout leaves a longer one's elements in place);
@@ -51,6 +53,10 @@ private:
     static const Form &formOf(int kind);
     void run(const Form &form);
     bool choose(const Form &form, QString &threshold, long long &from, long long &to);
+    // The threshold of the $600 question: 600, or the tax year's legal threshold for the form
+    // when the data folder's 1099 settings ask for it; false (after a message) when the settings
+    // file cannot be used.
+    bool questionThreshold(const Form &form, double &amount, bool &legal);
     // The vendor number typed into an input box; nothing when the run is to end.
     bool askVendorNumber(const QString &prompt, const QString &title, long long &number);
     int yesNo(const QString &text, const QString &title);

@@ -22,7 +22,8 @@ ReportMenu::ReportMenu(Services services, const QLineEdit *vendorNumber,
         m_margins, std::move(notTopmost))),
     m_forms(
         std::make_unique<Form1099Run>(Form1099Run::Services{services.dialogs, services.databases,
-                                                            services.session, services.status},
+                                                            services.session, services.status,
+                                                            services.clock},
                                       m_layout, m_kind, std::move(printers)))
 {
 }

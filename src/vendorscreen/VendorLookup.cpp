@@ -139,6 +139,15 @@ void VendorLookup::go()
     m_status.show(QStringLiteral("Select an action button along the top of the screen."));
 }
 
+void VendorLookup::showNumber(long long number)
+{
+    const int method = chosenMethod();
+    m_w.Option1[0]->setChecked(true);
+    m_w.lookupinput->setText(QString::number(number));
+    go();
+    m_w.Option1[static_cast<size_t>(method)]->setChecked(true);
+}
+
 void VendorLookup::cancelLookup()
 {
     m_w.fralookup->hide();

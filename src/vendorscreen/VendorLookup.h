@@ -56,6 +56,8 @@ public:
 
     void open();
     void go();
+    // Shows one vendor as a lookup by number would, leaving the chosen method as it was.
+    void showNumber(long long number);
     void cancelLookup();
     // The entry field's own events.
     void entryFocused();

@@ -1,6 +1,7 @@
 #include "vendorscreen/VendorWindow.h"
 
 #include "common/Colours.h"
+#include "common/Dialogs.h"
 #include "common/Numbers.h"
 #include "common/ProgramRunner.h"
 #include "common/ScreenFit.h"
@@ -19,6 +20,7 @@
 #include "reports/ReportMenu.h"
 #include "utilities/BalanceRecalculation.h"
 #include "utilities/VendorNumberUtility.h"
+#include "utilities/YearEndCheckWindow.h"
 #include "utilities/YearEndZero.h"
 #include "vendorscreen/FieldEntry.h"
 #include "vendorscreen/Form1099Type.h"
@@ -253,6 +255,7 @@ void VendorWindow::buildMenus()
 
     QMenu *eoy = newMenu(QStringLiteral("eoy"), tr("&Year-end"));
     addEntry(eoy, QStringLiteral("eoyzero"), tr("&Zero YTD totals..."));
+    addEntry(eoy, QStringLiteral("eoy1099check"), tr("&1099 year-end check..."));
     eoy->menuAction()->setVisible(false); // shown to users at the recalculation level
 }
 
@@ -458,6 +461,7 @@ void VendorWindow::wire()
     });
     trigger("mnuversion", [this] { showVersion(); });
     trigger("eoyzero", [this] { runPass([this] { return m_yearEndZero->run(); }); });
+    trigger("eoy1099check", [this] { openYearEndCheck(); });
     trigger("mnurecalc", [this] { runPass([this] { return m_recalculation->run(); }); });
     trigger("mnuchavennumber",
             [this] { unlessKept(true, [this] { m_numberUtility->changeNumber(); }); });
@@ -719,4 +723,36 @@ void VendorWindow::closeEvent(QCloseEvent *event)
     }
     emit closing();
     event->accept();
+}
+
+void VendorWindow::openYearEndCheck()
+{
+    if (!m_yearEndCheck) {
+        m_yearEndCheck = new YearEndCheckWindow(
+            YearEndCheckWindow::Services{m_services.databases, m_services.dialogs,
+                                         m_services.clock},
+            this);
+        connect(m_yearEndCheck, &YearEndCheckWindow::vendorChosen, this,
+                [this](long long number) { m_guard.run([this, number] { showCheckedVendor(number); }); });
+        ScreenFit::keepOnScreen(m_yearEndCheck);
+    }
+    // Above the main window when that one stays on top, so that it is never hidden behind it.
+    if (windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+        m_yearEndCheck->setWindowFlag(Qt::WindowStaysOnTopHint);
+    m_yearEndCheck->show();
+    m_yearEndCheck->raise();
+    m_yearEndCheck->activateWindow();
+}
+
+// A row of the year-end check leads to its vendor, unless a vendor is being edited here.
+void VendorWindow::showCheckedVendor(long long number)
+{
+    if (m_state.editing()) {
+        m_services.dialogs.message(tr("Save or cancel the vendor being edited first."),
+                                   Dialogs::Icon::Information, tr("1099 year-end check"));
+        return;
+    }
+    m_lookup->showNumber(number);
+    raise();
+    activateWindow();
 }

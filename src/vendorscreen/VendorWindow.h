@@ -36,6 +36,7 @@ class BalanceRecalculation;
 class PassIndicator;
 class ProgramRunner;
 class VendorNumberUtility;
+class YearEndCheckWindow;
 class YearEndZero;
 class RecordSource;
 class ReportMenu;
@@ -172,6 +173,8 @@ private:
     void runPass(const std::function<bool()> &pass);
     void nameForScreenReaders();
     void orderFocus();
+    void openYearEndCheck();
+    void showCheckedVendor(long long number);
 
     Controls m_c;
     StatusLine m_status{nullptr};
@@ -202,6 +205,7 @@ private:
     Session &m_session;
     Services &m_services;
     QPointer<UserFieldsWindow> m_userFields;
+    QPointer<YearEndCheckWindow> m_yearEndCheck;
     std::vector<QAction *> m_actions;
     std::vector<QMenu *> m_menus;
     bool m_started = false;

@@ -460,4 +460,76 @@ TEST_F(Form1099RunTest, AMalformedLayoutStopsTheRunAndKeepsThePreviousLayout)
     EXPECT_EQ(module.window->reports().layout().text[0], "NEC 2026");
 }
 
+// With the data folder's setting the question names the tax year's legal threshold and the
+// count and the printing start from it.
+TEST_F(Form1099RunTest, TheLegalThresholdSettingMakesAnNecRunFor2026StartAtTwoThousand)
+{
+    folder.exec("ap.mdb", "insert into vendors (vendnumber, vendname, vend1099type, vendytd) "
+                          "values (305, 'Nec Short', 5, 1999.99)");
+    folder.writeFile("apmaster-1099.ini", "[runs]\nlegalthreshold=yes\ntaxyear=2026\n");
+    answers({Yes, No, No, Yes});
+    menu("rpt1099nec");
+    ASSERT_GE(module.dialogs.shown.size(), 1u);
+    EXPECT_EQ(module.dialogs.shown[0].text,
+              "By default, the system will print 1099's for all vendors whose YTD\nbalance is "
+              "greater than zero. (5 vendors). Would you like to print\n1099's for only vendors "
+              "who are $2,000 or more instead? (3 vendors).");
+    const PdfWords words(pdf);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    EXPECT_TRUE(words.pageText(0).contains("NEC TWO"));
+    EXPECT_TRUE(words.pageText(0).contains("2000.00"));
+    for (int page = 0; page < words.pages(); ++page) {
+        EXPECT_FALSE(words.pageText(page).contains("NEC SHORT"));
+        EXPECT_FALSE(words.pageText(page).contains("NEC ONE"));
+    }
+}
+
+TEST_F(Form1099RunTest, TheLegalThresholdOfAnInterestRunIsTenDollars)
+{
+    folder.exec("ap.mdb", "insert into vendors (vendnumber, vendname, vend1099type, vendytd) "
+                          "values (405, 'Bank Short', 2, 9.99), (406, 'Bank Ten', 2, 10)");
+    folder.writeFile("apmaster-1099.ini", "[runs]\nlegalthreshold=yes\ntaxyear=2026\n");
+    answers({Yes, No, No, Yes});
+    menu("rpt1099int");
+    ASSERT_GE(module.dialogs.shown.size(), 1u);
+    EXPECT_TRUE(module.dialogs.shown[0].text.endsWith(
+        "1099's for only vendors who are $10 or more instead? (5 vendors)."))
+        << module.dialogs.shown[0].text.toStdString();
+    const PdfWords words(pdf);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    QString all;
+    for (int page = 0; page < words.pages(); ++page)
+        all += words.pageText(page);
+    EXPECT_TRUE(all.contains("BANK TEN"));
+    EXPECT_FALSE(all.contains("BANK SHORT"));
+}
+
+TEST_F(Form1099RunTest, WithoutATaxYearTheLegalThresholdIsLastCalendarYears)
+{
+    folder.writeFile("apmaster-1099.ini", "[runs]\nlegalthreshold=yes\n");
+    module.clock.set(QDateTime(QDate(2026, 11, 21), QTime(9, 0))); // tax year 2025: $600
+    answers({Yes, No, No, No});
+    menu("rpt1099nec");
+    ASSERT_GE(module.dialogs.shown.size(), 1u);
+    EXPECT_TRUE(module.dialogs.shown[0].text.contains("$600 or more instead? (4 vendors)."));
+    module.dialogs.shown.clear();
+    module.clock.set(QDateTime(QDate(2027, 1, 12), QTime(9, 0))); // tax year 2026: $2,000
+    answers({Yes, No, No, No});
+    menu("rpt1099nec");
+    ASSERT_GE(module.dialogs.shown.size(), 1u);
+    EXPECT_TRUE(module.dialogs.shown[0].text.contains("$2,000 or more instead? (3 vendors)."));
+}
+
+TEST_F(Form1099RunTest, AWrongSettingsFileIsNamedAndNothingIsPrinted)
+{
+    folder.writeFile("apmaster-1099.ini", "[runs]\nlegalthreshold=perhaps\n");
+    answers({Yes, No, No, Yes});
+    menu("rpt1099nec");
+    ASSERT_EQ(module.dialogs.shown.size(), 1u);
+    EXPECT_EQ(module.dialogs.shown[0].text,
+              "apmaster-1099.ini, line 2 (\"legalthreshold=perhaps\"): legalthreshold is yes or "
+              "no\nNothing was printed.");
+    EXPECT_FALSE(QFile::exists(pdf));
+}
+
 } // namespace

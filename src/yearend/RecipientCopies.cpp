@@ -1,0 +1,212 @@
+#include "yearend/RecipientCopies.h"
+
+#include "yearend/PayerRecord.h"
+#include "yearend/TaxIds.h"
+
+#include <QFile>
+#include <QFont>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+
+namespace RecipientCopies {
+
+namespace {
+
+// Form 1099-NEC (Rev. January 2025), 7.3 by 3.75 inches, laid out as the published form: the
+// payer's and recipient's boxes on the left, the numbered boxes in the middle, the title, the
+// copy's name and its notice on the right.
+const Layout nonemployee{
+    TaxForm::Nonemployee,
+    "1099-NEC",
+    "Nonemployee Compensation",
+    "(Rev. January 2025)",
+    "1545-0116",
+    "www.irs.gov/Form1099NEC",
+    7.3,
+    3.75,
+    {
+        {{0.0, 0.0, 3.6, 1.0},
+         "PAYER\u2019S name, street address, city or town, state or province, country, ZIP or "
+         "foreign postal code, and telephone no.",
+         Item::Payer},
+        {{0.0, 1.0, 1.8, 0.4}, "PAYER\u2019S TIN", Item::PayerTin},
+        {{1.8, 1.0, 1.8, 0.4}, "RECIPIENT\u2019S TIN", Item::RecipientTin},
+        {{0.0, 1.4, 3.6, 0.5}, "RECIPIENT\u2019S name", Item::RecipientName},
+        {{0.0, 1.9, 3.6, 0.4}, "Street address (including apt. no.)", Item::Street},
+        {{0.0, 2.3, 3.6, 0.45},
+         "City or town, state or province, country, and ZIP or foreign postal code",
+         Item::CityLine},
+        {{0.0, 2.75, 3.6, 0.4}, "Account number (see instructions)", Item::Account},
+        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0116", Item::Year},
+        {{3.6, 1.0, 1.6, 0.4}, "1 Nonemployee compensation", Item::Amount},
+        {{3.6, 1.4, 1.6, 0.5},
+         "2 Payer made direct sales totaling $5,000 or more of consumer products to recipient "
+         "for resale",
+         Item::None},
+        {{3.6, 1.9, 1.6, 0.4}, "3 Excess golden parachute payments", Item::None},
+        {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
+        {{3.6, 2.75, 1.2, 0.4}, "5 State tax withheld", Item::None},
+        {{4.8, 2.75, 1.25, 0.4}, "6 State/Payer\u2019s state no.", Item::None},
+        {{6.05, 2.75, 1.25, 0.4}, "7 State income", Item::None},
+    },
+};
+
+const char *const notice =
+    "This is important tax information and is being furnished to the IRS. If you are required "
+    "to file a return, a negligence penalty or other sanction may be imposed on you if this "
+    "income is taxable and the IRS determines that it has not been reported.";
+
+class Page {
+public:
+    Page(QPainter &painter, double dpi) : m_painter(painter), m_dpi(dpi) {}
+
+    QRectF onPage(const QRectF &inches) const
+    {
+        return {(leftInches + inches.x()) * m_dpi, (topInches + inches.y()) * m_dpi,
+                inches.width() * m_dpi, inches.height() * m_dpi};
+    }
+    void text(const QRectF &inches, const QString &text, double points, bool bold = false,
+              int flags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap)
+    {
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPointSizeF(points);
+        font.setBold(bold);
+        m_painter.setFont(font);
+        m_painter.drawText(onPage(inches), flags, text);
+    }
+    void frame(const QRectF &inches) { m_painter.drawRect(onPage(inches)); }
+
+private:
+    QPainter &m_painter;
+    double m_dpi;
+};
+
+QString contents(Item item, const YearEndCheck::Result &result, const PayerRecord &payer,
+                 const YearEndCheck::Recipient &r)
+{
+    switch (item) {
+    case Item::None:
+        return {};
+    case Item::Payer: {
+        QStringList lines{payer.name, payer.address1};
+        if (!payer.address2.isEmpty())
+            lines << payer.address2;
+        lines << payer.city + QStringLiteral(", ") + payer.state + QLatin1Char(' ') + payer.zip;
+        return lines.join(QLatin1Char('\n'));
+    }
+    case Item::PayerTin:
+        return payer.federalId; // the payer's TIN is never truncated
+    case Item::RecipientTin:
+        return TaxIds::masked(r.taxId);
+    case Item::RecipientName:
+        return r.name;
+    case Item::Street:
+        return r.address2.isEmpty() ? r.address1 : r.address1 + QLatin1Char(' ') + r.address2;
+    case Item::CityLine:
+        return r.city + QStringLiteral(", ") + r.state.toUpper() + QLatin1Char(' ') + r.zip;
+    case Item::Account:
+        return QString::number(r.vendor);
+    case Item::Amount:
+        return QStringLiteral("$ ") + QString::number(r.amount, 'f', 2);
+    case Item::Year:
+        return QStringLiteral("For calendar year %1").arg(result.year);
+    }
+    return {};
+}
+
+void drawForm(Page &page, const Layout &form, const YearEndCheck::Result &result,
+              const PayerRecord &payer, const YearEndCheck::Recipient &r)
+{
+    page.frame({0, 0, form.widthInches, 3.15});
+    for (const Box &box : form.boxes) {
+        page.frame(box.inches);
+        const QRectF inner = box.inches.adjusted(0.04, 0.03, -0.04, -0.02);
+        page.text(inner, QString::fromUtf8(box.caption), 5.5);
+        const QString value = contents(box.item, result, payer, r);
+        if (box.item == Item::Year) {
+            page.text(
+                inner.adjusted(0, 0.2, 0, 0),
+                QStringLiteral("Form %1\n%2")
+                    .arg(QString::fromLatin1(form.formName), QString::fromLatin1(form.revision)),
+                8, true);
+            page.text(inner.adjusted(0, 0.62, 0, 0), value, 7.5);
+        } else if (!value.isEmpty()) {
+            // Below a caption of one line, or of two in the wide payer box.
+            const double down = box.item == Item::Payer ? 0.22 : 0.14;
+            page.text(inner.adjusted(0.02, down, 0, 0), value, 9);
+        }
+    }
+    // The right-hand column: the title, the copy and its notice.
+    const double right = 5.2;
+    const double width = form.widthInches - right;
+    page.text({right + 0.06, 0.1, width - 0.1, 0.8}, QString::fromUtf8(form.title), 11, true);
+    page.text({right + 0.06, 1.05, width - 0.1, 0.4}, QStringLiteral("Copy B\nFor Recipient"), 9,
+              true);
+    page.text({right + 0.06, 1.5, width - 0.1, 1.2}, QString::fromUtf8(notice), 5.5);
+    page.text({0, 3.2, form.widthInches, 0.2},
+              QStringLiteral("Form %1 %2 (keep for your records)   %3   Department of the "
+                             "Treasury - Internal Revenue Service")
+                  .arg(QString::fromLatin1(form.formName), QString::fromLatin1(form.revision),
+                       QString::fromLatin1(form.website)),
+              6);
+}
+
+} // namespace
+
+const Layout *layout(TaxForm form)
+{
+    return form == TaxForm::Nonemployee ? &nonemployee : nullptr;
+}
+
+bool write(const YearEndCheck::Result &result, const PayerRecord &payer, const QString &pdfPath,
+           QString &why)
+{
+    const Layout *form = layout(result.form);
+    if (!form) {
+        why = QStringLiteral("There is no plain-paper Copy B for the %1 in this program (it has "
+                             "the 1099-NEC).")
+                  .arg(TaxForms::title(result.form));
+        return false;
+    }
+    if (result.recipients.empty()) {
+        why = QStringLiteral("No vendor gets the %1 for %2; no Copy B was written.")
+                  .arg(TaxForms::title(result.form))
+                  .arg(result.year);
+        return false;
+    }
+    const QString partial = pdfPath + QStringLiteral(".part");
+    {
+        QPdfWriter pdf(partial);
+        pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait,
+                                      QMarginsF(0, 0, 0, 0)));
+        pdf.setResolution(600);
+        pdf.setTitle(QStringLiteral("Form %1 Copy B, %2")
+                         .arg(QString::fromLatin1(form->formName))
+                         .arg(result.year));
+        QPainter painter;
+        if (!painter.begin(&pdf)) {
+            why = QStringLiteral("%1 cannot be written.").arg(pdfPath);
+            return false;
+        }
+        Page page(painter, pdf.resolution());
+        bool first = true;
+        for (const YearEndCheck::Recipient &r : result.recipients) {
+            if (!first)
+                pdf.newPage();
+            first = false;
+            drawForm(page, *form, result, payer, r);
+        }
+        painter.end();
+    }
+    QFile::remove(pdfPath);
+    if (!QFile::rename(partial, pdfPath)) {
+        QFile::remove(partial);
+        why = QStringLiteral("%1 cannot be written.").arg(pdfPath);
+        return false;
+    }
+    return true;
+}
+
+} // namespace RecipientCopies
