@@ -38,8 +38,8 @@ Connection Connection::sqlite(const QString &databaseName, bool readOnly)
     Connection connection(newName(), false);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection.m_name);
     db.setDatabaseName(databaseName);
-    QString options = QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1")
-                          .arg(Dialect::busyTimeoutMsecs);
+    QString options =
+        QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(Dialect::busyTimeoutMsecs);
     if (readOnly)
         options += QStringLiteral(";QSQLITE_OPEN_READONLY");
     db.setConnectOptions(options);

@@ -197,8 +197,7 @@ void ReportRecord::write(const QString &path, const std::vector<Account> &accoun
             for (std::size_t i = 0; i < fieldCount; ++i)
                 q.addBindValue(i < m_chosen.size() ? m_descriptions.value(m_chosen[i]) : QString());
             for (std::size_t i = 0; i < fieldCount; ++i)
-                q.addBindValue(i < m_chosen.size() ? account.values.value(m_chosen[i])
-                                                   : QString());
+                q.addBindValue(i < m_chosen.size() ? account.values.value(m_chosen[i]) : QString());
             if (!q.exec())
                 throw Databases::errorFrom(q.lastError());
         }

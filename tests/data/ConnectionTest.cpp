@@ -30,9 +30,10 @@ TEST(Connection, ReadOnlyReadsTheFoldersDatabaseOnItsEngineAndRefusesEveryWrite)
     EXPECT_EQ(staff.onServer(), DataFolder::onPostgres());
     EXPECT_EQ(scalarOf(staff, QStringLiteral("select count(*) from staff")).toInt(), 2);
     EXPECT_THROW(staff.execute(QStringLiteral("delete from staff")), DbError);
-    EXPECT_EQ(folder.scalar(QStringLiteral("user.mdb"), QStringLiteral("select count(*) from staff"))
-                  .toInt(),
-              2);
+    EXPECT_EQ(
+        folder.scalar(QStringLiteral("user.mdb"), QStringLiteral("select count(*) from staff"))
+            .toInt(),
+        2);
 }
 
 TEST(Connection, ReadOnlyNamesAMissingDatabaseFileNotFound)
@@ -122,7 +123,8 @@ TEST(Connection, TheServersOrderTermsPutNullsWhereTheFilesDo)
     const PostgresDialect server(settings);
     EXPECT_EQ(server.orderTerm(QStringLiteral("\"ap\".\"name\"")),
               QStringLiteral("\"ap\".\"name\" nulls first"));
-    EXPECT_EQ(server.orderTerm(QStringLiteral("name DESC")), QStringLiteral("name DESC nulls last"));
+    EXPECT_EQ(server.orderTerm(QStringLiteral("name DESC")),
+              QStringLiteral("name DESC nulls last"));
     EXPECT_EQ(server.orderTerm(QStringLiteral("name desc nulls first")),
               QStringLiteral("name desc nulls first"));
     EXPECT_EQ(server.rowIdColumn(), QStringLiteral("ctid"));

@@ -81,8 +81,7 @@ TEST_F(LaunchDataFolderTest, TheStaffListOfTheFoldersEngineSignsTheLoginNameIn)
     EXPECT_EQ(status(*window), QStringLiteral("You sign in as ANNE."));
     EXPECT_EQ(listed(*window), QStringList({"ANNE"}));
     QTest::mouseClick(window->findChild<QPushButton *>("signIn"), Qt::LeftButton);
-    EXPECT_EQ(waitForModule(),
-              QStringList({"VDR75ANNE", QDir(company.path()).canonicalPath()}));
+    EXPECT_EQ(waitForModule(), QStringList({"VDR75ANNE", QDir(company.path()).canonicalPath()}));
 }
 
 TEST_F(LaunchDataFolderTest, ACompanyWithoutAStaffListIsNamedOnEitherEngine)

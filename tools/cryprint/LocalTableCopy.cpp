@@ -84,9 +84,9 @@ bool LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         for (qsizetype i = 0; i < names.size(); ++i)
             marks << QStringLiteral("?");
         QSqlQuery insert(server.db());
-        const QString statement = QStringLiteral("insert into %1 (%2) values (%3)")
-                                      .arg(target, names.join(QStringLiteral(", ")),
-                                           marks.join(QStringLiteral(", ")));
+        const QString statement =
+            QStringLiteral("insert into %1 (%2) values (%3)")
+                .arg(target, names.join(QStringLiteral(", ")), marks.join(QStringLiteral(", ")));
         if (!insert.prepare(statement))
             throw Databases::errorFrom(insert.lastError(), statement);
         while (rows.next()) {

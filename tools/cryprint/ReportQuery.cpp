@@ -45,8 +45,8 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
 {
     const PostgresDialect dialect(settings);
     try {
-        m_connection = std::make_unique<Connection>(
-            Connection::serverReader(settings, def.tables[0].file));
+        m_connection =
+            std::make_unique<Connection>(Connection::serverReader(settings, def.tables[0].file));
     } catch (const DbError &e) {
         error = QStringLiteral("The company's database cannot be opened: ") + e.text();
         return false;
@@ -264,8 +264,7 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
     for (QString &term : order)
         term = m_dialect->orderTerm(term);
     if (m_quickRows > 0)
-        order << quoted(def.tables[0].name.toLower()) + QLatin1Char('.') +
-                     m_dialect->rowIdColumn();
+        order << quoted(def.tables[0].name.toLower()) + QLatin1Char('.') + m_dialect->rowIdColumn();
     if (!order.isEmpty())
         m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
     m_values = values;

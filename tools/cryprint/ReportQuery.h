@@ -60,6 +60,6 @@ private:
     QString m_error;
     QVariantList m_values;
     long long m_quickRows = 0;
-    bool m_quick = false;  // the limited statement is being read
+    bool m_quick = false; // the limited statement is being read
     long long m_read = 0;
 };

@@ -101,7 +101,8 @@ void PostgresDestination::start(const QStringList &fileNames)
     try {
         m_transaction = std::make_unique<BulkTransaction>(*m_connection);
     } catch (const DbError &error) {
-        throw ImportError(QStringLiteral("%1 refused to start the import: %2").arg(place(), error.text()));
+        throw ImportError(
+            QStringLiteral("%1 refused to start the import: %2").arg(place(), error.text()));
     }
     // The module's text columns need the case-blind text type.
     run(QStringLiteral("create extension if not exists citext schema public"));
@@ -207,7 +208,8 @@ void PostgresDestination::commit()
     try {
         m_transaction->commit();
     } catch (const DbError &error) {
-        throw ImportError(QStringLiteral("%1 refused a statement for '': %2").arg(place(), error.text()));
+        throw ImportError(
+            QStringLiteral("%1 refused a statement for '': %2").arg(place(), error.text()));
     }
     m_transaction.reset();
 }

@@ -12,8 +12,8 @@ namespace StaffList {
 StaffListing read(const QString &dataFolder)
 {
     const QString folder = QDir::toNativeSeparators(QDir(dataFolder).absolutePath());
-    const QString path = QDir::toNativeSeparators(
-        QDir(dataFolder).absoluteFilePath(QStringLiteral("user.mdb")));
+    const QString path =
+        QDir::toNativeSeparators(QDir(dataFolder).absoluteFilePath(QStringLiteral("user.mdb")));
     StaffListing listing;
     try {
         // A connection of its own, gone again before the module starts.
@@ -31,7 +31,8 @@ StaffListing read(const QString &dataFolder)
     } catch (const DbError &error) {
         if (error.code() == DbError::FileNotFound)
             return {{}, QStringLiteral("There is no staff list (user.mdb) in %1.").arg(folder)};
-        return {{}, QStringLiteral("The staff list %1 cannot be opened: %2").arg(path, error.text())};
+        return {{},
+                QStringLiteral("The staff list %1 cannot be opened: %2").arg(path, error.text())};
     }
     return listing;
 }

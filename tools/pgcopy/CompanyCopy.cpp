@@ -117,8 +117,8 @@ void makeRoom(QSqlDatabase &source, QSqlDatabase &target, const QString &table)
         run(q, QStringLiteral("create table \"%1\" (%2)").arg(table.toLower(), defs.join(", ")));
 }
 
-long long copyRows(QSqlDatabase &source, Databases &target, const QString &file, const QString &table,
-                   const std::function<void(const QString &)> &progress)
+long long copyRows(QSqlDatabase &source, Databases &target, const QString &file,
+                   const QString &table, const std::function<void(const QString &)> &progress)
 {
     QSqlQuery read(source);
     read.setForwardOnly(true);
