@@ -41,15 +41,16 @@ if [ "$scene" = split ]; then
   sleep 0.6
 fi
 shot=root
-if [ "$scene" = userfields ]; then
+if [ "$scene" = userfields ] || [ "$scene" = userfields-front ]; then
   xdotool key --window "$win" alt+u   # user fields of the vendor shown
   sleep 1.0
-  # The user fields window alone (the virtual display has no window manager to frame it).
   udf=$(xdotool search --name "User Defined Information" 2>/dev/null | head -n 1 || true)
-  [ -n "$udf" ] && shot=$udf
+  # The user fields window alone (the virtual display has no window manager to frame it), or
+  # the whole screen with it in front of the vendor screen.
+  [ -n "$udf" ] && [ "$scene" = userfields ] && shot=$udf
 fi
 import -window "$shot" "$out"
-if [ "$scene" = userfields ]; then
+if [ "$scene" = userfields ] || [ "$scene" = userfields-front ]; then
   if [ -n "$udf" ]; then
     xdotool key --window "$udf" alt+x  # the user fields' Exit
     sleep 0.5

@@ -7,6 +7,7 @@ packages=(
   libgl-dev
   googletest libgtest-dev libgmock-dev libsqlite3-dev libpq-dev
   xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils qpdf sqlite3 fonts-dejavu-core
+  at-spi2-core dbus python3-pyatspi
   postgresql postgresql-client graphviz
   libmdb3 mdbtools-dev libglib2.0-dev
   dpkg-dev file lintian desktop-file-utils appstream

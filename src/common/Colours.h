@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-// The module's colour values are 24-bit numbers with red in the low byte, green in the middle
-// byte and blue in the high byte (0x0000FF is red).
+// Colours arrive from the settings as one integer laid out blue-green-red from the top byte down,
+// the reverse of a QRgb (0x0000FF is red), and are converted here, never reinterpreted.
 namespace Colours {
 inline QColor fromBgr(int value)
 {

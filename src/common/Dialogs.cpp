@@ -18,10 +18,16 @@ void Dialogs::message(const QString &text, Icon icon, const QString &title)
     showMessage(text, icon, shownTitle);
 }
 
-int Dialogs::yesNo(const QString &text, const QString &title)
+int Dialogs::yesNo(const QString &text, const QString &title, int defaultAnswer)
 {
     qCInfo(lcDialog).noquote() << "yesno" << title << "|" << oneLine(text);
-    return askYesNo(text, title);
+    return askYesNo(text, title, defaultAnswer);
+}
+
+int Dialogs::yesNoCancel(const QString &text, const QString &title, int defaultAnswer)
+{
+    qCInfo(lcDialog).noquote() << "yesnocancel" << title << "|" << oneLine(text);
+    return askYesNoCancel(text, title, defaultAnswer);
 }
 
 QString Dialogs::input(const QString &prompt, const QString &title, const QString &defaultText)

@@ -12,14 +12,18 @@ public:
     enum class Icon { None, Information, Critical, Question, Exclamation };
     static constexpr int Yes = 6;
     static constexpr int No = 7;
+    static constexpr int Cancel = 2;
     // The title a message box gets when the caller names none.
     static QString defaultTitle() { return QStringLiteral("A/P Master"); }
 
     virtual ~Dialogs() = default;
 
     void message(const QString &text, Icon icon = Icon::None, const QString &title = {});
-    // Returns Yes (6) or No (7).
-    int yesNo(const QString &text, const QString &title);
+    // Returns Yes (6) or No (7). defaultAnswer is the button Enter presses: No for a question
+    // whose Yes cannot be undone.
+    int yesNo(const QString &text, const QString &title, int defaultAnswer = Yes);
+    // Returns Yes (6), No (7) or Cancel (2); Escape answers Cancel.
+    int yesNoCancel(const QString &text, const QString &title, int defaultAnswer = Yes);
     // Returns the typed text; an empty text when the user cancelled.
     QString input(const QString &prompt, const QString &title, const QString &defaultText = {});
 
@@ -27,7 +31,8 @@ public:
 
 protected:
     virtual void showMessage(const QString &text, Icon icon, const QString &title) = 0;
-    virtual int askYesNo(const QString &text, const QString &title) = 0;
+    virtual int askYesNo(const QString &text, const QString &title, int defaultAnswer) = 0;
+    virtual int askYesNoCancel(const QString &text, const QString &title, int defaultAnswer) = 0;
     virtual QString askInput(const QString &prompt, const QString &title,
                              const QString &defaultText) = 0;
 };

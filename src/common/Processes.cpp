@@ -52,14 +52,16 @@ int SystemProcesses::runAndWait(const QString &commandLine)
     return process.exitCode();
 }
 
-bool SystemProcesses::start(const QString &commandLine, Show show, int settleMsecs)
+qint64 SystemProcesses::start(const QString &commandLine, Show show, int settleMsecs)
 {
     Q_UNUSED(show); // window states are the started program's own business on this platform
     const SplitCommand cmd = split(commandLine);
     if (cmd.program.isEmpty())
-        return false;
-    if (settleMsecs <= 0)
-        return QProcess::startDetached(cmd.program, cmd.arguments);
+        return 0;
+    if (settleMsecs <= 0) {
+        qint64 id = 0;
+        return QProcess::startDetached(cmd.program, cmd.arguments, QString(), &id) ? id : 0;
+    }
     // Owned by nobody and deleted when the program ends, so that a program still running after
     // the settling time outlives this module instead of being killed with its QProcess.
     auto *process = new QProcess;
@@ -68,8 +70,9 @@ bool SystemProcesses::start(const QString &commandLine, Show show, int settleMse
     process->start(cmd.program, cmd.arguments);
     if (!process->waitForStarted(-1)) {
         process->deleteLater();
-        return false;
+        return 0;
     }
+    const qint64 id = process->processId();
     process->waitForFinished(settleMsecs);
-    return true;
+    return id;
 }

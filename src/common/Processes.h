@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
 // Starting the other programs of the suite. A command line names the program first; the
 // program is looked up in the current folder first, then on the search path.
@@ -13,16 +14,17 @@ public:
     virtual ~Processes() = default;
     // Blocks until the program ends; returns its exit code, or WaitFailed.
     virtual int runAndWait(const QString &commandLine) = 0;
-    // Starts the program and returns at once; when settleMsecs > 0 it first gives the program
-    // that long to end by itself (a viewer that cannot open its file quits at once).
-    virtual bool start(const QString &commandLine, Show show = Show::Normal,
-                       int settleMsecs = 0) = 0;
+    // Starts the program and returns at once with its process id (0 when it could not be
+    // started); when settleMsecs > 0 it first gives the program that long to end by itself (a
+    // viewer that cannot open its file quits at once).
+    virtual qint64 start(const QString &commandLine, Show show = Show::Normal,
+                         int settleMsecs = 0) = 0;
 };
 
 class SystemProcesses : public Processes {
 public:
     int runAndWait(const QString &commandLine) override;
-    bool start(const QString &commandLine, Show show, int settleMsecs) override;
+    qint64 start(const QString &commandLine, Show show, int settleMsecs) override;
 
     // The program path a command line's first word resolves to ("" when none is found).
     static QString resolveProgram(const QString &name);

@@ -11,7 +11,8 @@ struct Session;
 // their answer there.
 namespace Prompts {
 
-// Asks for a FROM and a TO date (YYYYMMDD; four characters are completed with this year).
+// Asks for a FROM and a TO date (YYYYMMDD; four characters are completed with this year;
+// MM/DD/YYYY and M/D/YYYY are read as that day). An answer asked for again says why.
 // The context word in session.messageText becomes part of the titles. Leaves the sixteen
 // characters of the earlier and the later date, or "CANCEL".
 void askDateRange(Dialogs &dialogs, const Clock &clock, Session &session);

@@ -1,8 +1,15 @@
 #include "common/QtDialogs.h"
 
+#include "common/ScreenFit.h"
+
 #include <QApplication>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QScreen>
+#include <QSpacerItem>
+
+#include <algorithm>
 
 namespace {
 QMessageBox::Icon boxIcon(Dialogs::Icon icon)
@@ -21,6 +28,31 @@ QMessageBox::Icon boxIcon(Dialogs::Icon icon)
     }
     return QMessageBox::NoIcon;
 }
+// Room the desktop's title bar takes beside the title: the icon and the close button.
+constexpr int titleBarButtons = 96;
+
+// A message box is as wide as its text; a short text under a long title would have the desktop
+// cut the title ("Invalid...ccount"). The box is made wide enough for its whole title, up to the
+// width of the screen.
+void widenForTitle(QMessageBox &box)
+{
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid)
+        return;
+    int width = box.fontMetrics().horizontalAdvance(box.windowTitle()) + titleBarButtons;
+    if (const QScreen *screen = box.screen())
+        width = std::min(width, screen->availableGeometry().width() - titleBarButtons);
+    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+                  grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+// Every dialog stays above the always-on-top main window and wholly on the screen.
+void prepare(QDialog &dialog)
+{
+    dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    ScreenFit::keepOnScreen(&dialog);
+}
+
 } // namespace
 
 QWidget *QtDialogs::owner() const
@@ -46,27 +78,52 @@ void QtDialogs::showMessage(const QString &text, Icon icon, const QString &title
 {
     QWidget *over = owner();
     QMessageBox box(boxIcon(icon), title, text, QMessageBox::Ok, over);
-    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    prepare(box);
+    widenForTitle(box);
     box.exec();
     giveBack(over);
 }
 
-int QtDialogs::askYesNo(const QString &text, const QString &title)
+int QtDialogs::ask(const QString &text, const QString &title, bool withCancel, int defaultAnswer)
 {
     QWidget *over = owner();
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, over);
-    box.setWindowFlag(Qt::WindowStaysOnTopHint);
-    const int answer = box.exec() == QMessageBox::Yes ? Yes : No;
+    QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
+    if (withCancel)
+        buttons |= QMessageBox::Cancel;
+    QMessageBox box(QMessageBox::Question, title, text, buttons, over);
+    prepare(box);
+    widenForTitle(box);
+    box.setDefaultButton(defaultAnswer == No       ? QMessageBox::No
+                         : defaultAnswer == Cancel ? QMessageBox::Cancel
+                                                   : QMessageBox::Yes);
+    // Escape is Cancel where there is one, else No: never the answer that acts.
+    box.setEscapeButton(withCancel ? QMessageBox::Cancel : QMessageBox::No);
+    const int pressed = box.exec();
     giveBack(over);
-    return answer;
+    if (pressed == QMessageBox::Yes)
+        return Yes;
+    return pressed == QMessageBox::Cancel ? Cancel : No;
+}
+
+int QtDialogs::askYesNo(const QString &text, const QString &title, int defaultAnswer)
+{
+    return ask(text, title, false, defaultAnswer);
+}
+
+int QtDialogs::askYesNoCancel(const QString &text, const QString &title, int defaultAnswer)
+{
+    return ask(text, title, true, defaultAnswer);
 }
 
 QString QtDialogs::askInput(const QString &prompt, const QString &title, const QString &defaultText)
 {
-    bool ok = false;
     QWidget *over = owner();
-    const QString answer =
-        QInputDialog::getText(over, title, prompt, QLineEdit::Normal, defaultText, &ok);
+    QInputDialog dialog(over);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(defaultText);
+    prepare(dialog);
+    const bool ok = dialog.exec() == QDialog::Accepted;
     giveBack(over);
-    return ok ? answer : QString();
+    return ok ? dialog.textValue() : QString();
 }

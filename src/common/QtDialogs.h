@@ -12,7 +12,8 @@ public:
 
 protected:
     void showMessage(const QString &text, Icon icon, const QString &title) override;
-    int askYesNo(const QString &text, const QString &title) override;
+    int askYesNo(const QString &text, const QString &title, int defaultAnswer) override;
+    int askYesNoCancel(const QString &text, const QString &title, int defaultAnswer) override;
     QString askInput(const QString &prompt, const QString &title,
                      const QString &defaultText) override;
 
@@ -20,6 +21,8 @@ private:
     // The active window when it is the parent or one of the parent's own windows, else the parent.
     QWidget *owner() const;
     static void giveBack(QWidget *window);
+    // A question box with Yes, No and, when asked for, Cancel; returns Yes, No or Cancel.
+    int ask(const QString &text, const QString &title, bool withCancel, int defaultAnswer);
 
     QWidget *m_parent;
 };

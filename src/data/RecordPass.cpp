@@ -49,6 +49,21 @@ void RecordPass::writeRecord(QSqlQuery &write, const std::vector<QVariant> &valu
         QThread::msleep(2);
         m_sinceRest.restart();
     }
+    // Another user's save can hold the lock longer than one wait of the engine (a durable commit
+    // on a busy disk): the record waits again rather than the pass ending half done.
+    for (int tries = 1;; ++tries) {
+        try {
+            writeOnce(write, values);
+            return;
+        } catch (const DbError &error) {
+            if (error.code() != DbError::RecordLocked || tries >= lockTries)
+                throw;
+        }
+    }
+}
+
+void RecordPass::writeOnce(QSqlQuery &write, const std::vector<QVariant> &values)
+{
     // Transaction statements are run as they are: the server engine prepares no such statement.
     QSqlQuery control(m_dbs.open(m_fileName));
     if (!control.exec(m_begin))

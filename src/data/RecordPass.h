@@ -18,6 +18,10 @@ class Databases;
 // catch the few microseconds between two records.
 class RecordPass {
 public:
+    // How many times one record waits for another user's lock (each wait as long as a
+    // statement waits) before the pass gives up.
+    static constexpr int lockTries = 20;
+
     RecordPass(Databases &dbs, const QString &fileName);
     ~RecordPass();
     RecordPass(const RecordPass &) = delete;
@@ -38,6 +42,8 @@ public:
                     const std::function<void(qlonglong)> &work);
 
 private:
+    // One try at a record's own transaction.
+    void writeOnce(QSqlQuery &write, const std::vector<QVariant> &values);
     void exec(QSqlQuery &query, const std::vector<QVariant> &values);
 
     Databases &m_dbs;

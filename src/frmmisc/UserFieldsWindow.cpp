@@ -3,6 +3,7 @@
 #include "common/Dialogs.h"
 #include "common/ProgramRunner.h"
 #include "common/Prompts.h"
+#include "common/ScreenFit.h"
 #include "common/Session.h"
 #include "data/DbError.h"
 #include "data/RecordHelpers.h"
@@ -17,13 +18,13 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
@@ -72,6 +73,9 @@ constexpr int descriptionWidth = 170;
 constexpr int sortWidth = 44;
 constexpr int rowMargin = 4;
 constexpr int rowSpacing = 6;
+
+// Where the window's size and place are kept in the user's settings.
+const QString geometryKey = QStringLiteral("windows/userfields");
 
 } // namespace
 
@@ -226,6 +230,7 @@ QWidget *UserFieldsWindow::buildRows()
         grid->addWidget(m_c.lbldescrip[i], i, 1);
         grid->addWidget(m_c.txtinfo[i], i, 2);
         grid->addWidget(m_c.txtsort[i], i, 3);
+        nameRow(i);
     }
     return rows;
 }
@@ -244,7 +249,10 @@ void UserFieldsWindow::wire()
         m_s.programs.help(m_s.notTopmost);
         m_c.cmdhelp->setEnabled(true);
     });
-    click(m_c.cmdexit, [this] { close(); });
+    click(m_c.cmdexit, [this] {
+        if (mayClose())
+            close();
+    });
     connect(m_c.mnusingle, &QAction::triggered, this,
             [this] { guarded([this] { setAllAccountsMode(false); }); });
     connect(m_c.mnuall, &QAction::triggered, this,
@@ -270,12 +278,13 @@ bool UserFieldsWindow::open()
 {
     m_call = UserFieldsCall::parse(m_s.session.messageText);
     setWindowTitle(QStringLiteral("User Defined Information - acct#: ") + m_call.accountText());
-    if (QScreen *screen =
-            parentWidget() ? parentWidget()->screen() : QApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        move(area.left() + (area.width() - width()) / 2,
-             area.top() + (area.height() - height()) / 2);
-    }
+    // Above an always-on-top owner, as its message boxes are: the user is never left with a
+    // window hidden behind the one that waits for it.
+    if (parentWidget() && parentWidget()->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+        setWindowFlag(Qt::WindowStaysOnTopHint);
+    // Where the user last left it, else centred; wholly on the screen either way.
+    ScreenFit::restore(this, geometryKey, size());
+    ScreenFit::keepOnScreen(this);
     bool filled = false;
     guarded([this, &filled] { filled = populate(); });
     if (m_finished)
@@ -345,6 +354,7 @@ bool UserFieldsWindow::populate()
         m_c.lbldescrip[i]->setText(descriptions[i]);
         m_c.txtinfo[i]->setText(values[i]);
         m_c.txtinfo[i]->setCursorPosition(0);
+        nameRow(i);
     }
     m_descriptionTags = descriptions;
     m_valueTags = values;
@@ -379,12 +389,12 @@ void UserFieldsWindow::renameDescription(int field)
     const QString answer = m_s.dialogs.input(
         renamePrompt(), QStringLiteral("Misc field# ") + QString::number(field + 1), old.trimmed());
     if (answer.isEmpty()) {
-        m_s.session.lastYesNo = m_s.dialogs.yesNo(
-            QStringLiteral("Do you want to delete the description?"), QStringLiteral("Yes/No?"));
+        m_s.session.lastYesNo =
+            m_s.dialogs.yesNo(QStringLiteral("Do you want to delete the description?"),
+                              QStringLiteral("Yes/No?"), Dialogs::No);
         if (m_s.session.lastYesNo == Dialogs::No)
             return;
-        if (!old.isEmpty())
-            showReminder();
+        // The user has just confirmed the clearing; the reminder is for renames.
         label->clear();
         return;
     }
@@ -413,7 +423,7 @@ bool UserFieldsWindow::askOverwrite()
     return true;
 }
 
-void UserFieldsWindow::save()
+bool UserFieldsWindow::save()
 {
     m_c.cmdsave->setEnabled(false);
     struct Enable {
@@ -425,17 +435,17 @@ void UserFieldsWindow::save()
     // The shared descriptions.
     const QString descriptionQuery = QStringLiteral("select * from miscinfo");
     if (!load(descriptionQuery) || m_s.session.messageText == QLatin1String("QUIT"))
-        return;
+        return false;
     if (othersChanged(loadedTexts(QStringLiteral("miscdesc")), m_descriptionTags) &&
         !askOverwrite())
-        return;
+        return false;
     const QStringList shownDescriptions = descriptions();
     setLoadedTexts(QStringLiteral("miscdesc"), shownDescriptions);
     if (!RecordHelpers::saveRecord(m_s.databases, m_s.session, m_call.databaseFile(),
                                    descriptionQuery, false)) {
         Prompts::showDatabaseMissing(m_s.dialogs,
                                      RecordHelpers::withMdbExtension(m_call.databaseFile()));
-        return;
+        return false;
     }
     m_descriptionTags = shownDescriptions;
 
@@ -443,10 +453,10 @@ void UserFieldsWindow::save()
     const QString valueQuery =
         QStringLiteral("select * from miscdata where acctid = ") + m_call.accountText();
     if (!load(valueQuery))
-        return;
+        return false;
     const bool newRow = m_s.session.messageText == QLatin1String("QUIT");
     if (othersChanged(loadedTexts(QStringLiteral("miscvalue")), m_valueTags) && !askOverwrite())
-        return;
+        return false;
     const QStringList shownValues = values();
     setLoadedTexts(QStringLiteral("miscvalue"), shownValues);
     if (newRow) {
@@ -458,9 +468,10 @@ void UserFieldsWindow::save()
                                    newRow)) {
         Prompts::showDatabaseMissing(m_s.dialogs,
                                      RecordHelpers::withMdbExtension(m_call.databaseFile()));
-        return;
+        return false;
     }
     m_valueTags = shownValues;
+    return true;
 }
 
 void UserFieldsWindow::print()
@@ -538,7 +549,10 @@ bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
     }
     for (int i = 0; i < fieldCount; ++i) {
         if (watched == m_c.lbldescrip[i] && event->type() == QEvent::MouseButtonDblClick) {
-            guarded([this, i] { renameDescription(i); });
+            guarded([this, i] {
+                renameDescription(i);
+                nameRow(i);
+            });
             return true;
         }
         if (event->type() != QEvent::KeyPress ||
@@ -546,7 +560,10 @@ bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
             continue;
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_F2) {
-            guarded([this, i] { renameDescription(i); });
+            guarded([this, i] {
+                renameDescription(i);
+                nameRow(i);
+            });
             return true;
         }
         if (watched == m_c.txtinfo[i] &&
@@ -559,8 +576,62 @@ bool UserFieldsWindow::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+bool UserFieldsWindow::hasUnsavedChanges() const
+{
+    if (descriptions() != m_descriptionTags)
+        return true;
+    const QStringList shown = values();
+    for (int i = 0; i < fieldCount; ++i)
+        if (shown.value(i) != m_valueTags.value(i).left(valueLimit)) // a box holds 50 at most
+            return true;
+    return false;
+}
+
+bool UserFieldsWindow::mayClose()
+{
+    if (m_finished || !hasUnsavedChanges())
+        return true;
+    const bool vendor = m_call.kind == UserFieldsCall::Kind::Vendor;
+    const QString question = vendor ? QStringLiteral("Save the changes to this vendor?")
+                                    : QStringLiteral("Save the changes to this account?");
+    switch (m_s.dialogs.yesNoCancel(question, QStringLiteral("Save Changes?"), Dialogs::Yes)) {
+    case Dialogs::Yes: {
+        bool saved = false;
+        guarded([this, &saved] { saved = save(); });
+        return saved;
+    }
+    case Dialogs::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void UserFieldsWindow::nameRow(int field)
+{
+    // A screen reader names a value by the description beside it.
+    const QString description = m_c.lbldescrip[field]->text().trimmed();
+    m_c.txtinfo[field]->setAccessibleName(description.isEmpty() ? tr("Field %1").arg(field + 1)
+                                                                : description);
+    m_c.txtinfo[field]->setAccessibleDescription(tr("Value of field %1").arg(field + 1));
+    m_c.txtsort[field]->setAccessibleName(tr("Sort position of field %1").arg(field + 1));
+}
+
+void UserFieldsWindow::hideEvent(QHideEvent *event)
+{
+    if (!event->spontaneous())
+        ScreenFit::remember(this, geometryKey);
+    QWidget::hideEvent(event);
+}
+
 void UserFieldsWindow::closeEvent(QCloseEvent *event)
 {
+    // Closed by the user from the window's frame: asked as Exit asks. The vendor screen closes
+    // the window itself when it changes mode.
+    if (event->spontaneous() && !mayClose()) {
+        event->ignore();
+        return;
+    }
     finish();
     QWidget::closeEvent(event);
 }

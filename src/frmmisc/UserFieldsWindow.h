@@ -88,7 +88,12 @@ public:
 
     // What the controls do; tests may call them directly.
     void renameDescription(int field);
-    void save();
+    // True when the descriptions and the values were written.
+    bool save();
+    // Typed values or renamed descriptions not saved yet.
+    bool hasUnsavedChanges() const;
+    // Exit: a window with unsaved changes asks whether to save them first; false: it stays.
+    bool mayClose();
     void print();
     void selectDescribed();
     void setAllAccountsMode(bool all);
@@ -100,6 +105,7 @@ signals:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void build();
@@ -119,6 +125,8 @@ private:
     bool askOverwrite();
     void cannotContinue();
     void showReminder();
+    // Names the row's boxes for screen readers by its description.
+    void nameRow(int field);
     QStringList descriptions() const;
     QStringList values() const;
     void finish();

@@ -134,9 +134,12 @@ void InvoiceLists::list(Kind kind)
                                              : ListQueries::checks(m_vendor, oldToNew);
     requery(statement, invoices ? m_sources.invoices : m_sources.checks, true);
 
-    m_w.gridcaption->setText(kind == Unpaid ? unpaidCaption
+    const QString &caption = kind == Unpaid ? unpaidCaption
                              : kind == Paid ? paidCaption
-                                            : checksCaption);
+                                            : checksCaption;
+    m_w.gridcaption->setText(caption);
+    // A screen reader names the list by the caption above it.
+    (invoices ? m_w.grid1 : m_w.grid2)->setAccessibleName(caption);
     if (invoices)
         fitInvoiceColumns();
 }

@@ -8,14 +8,14 @@ const std::vector<ListColumn> &invoices()
     static const std::vector<ListColumn> columns = {
         {QStringLiteral("Invoice #"), QStringLiteral("invnumber"), K::Text, 90},
         {QStringLiteral("Date"), QStringLiteral("invdate"), K::Date, 75},
-        {QStringLiteral("Product"), QStringLiteral("invproduct"), K::Text, 150},
+        {QStringLiteral("Product"), QStringLiteral("invproduct"), K::Text, 135},
         {QStringLiteral("Amount"), QStringLiteral("invamount"), K::Money, 90},
         {QStringLiteral("Due"), QStringLiteral("invduedate"), K::Date, 75},
         {QStringLiteral("Check #"), QStringLiteral("invchecknumber"), K::CheckNumber, 65},
         {QStringLiteral("Check date"), QStringLiteral("invcheckdate"), K::Date, 80},
         {QStringLiteral("Check amount"), QStringLiteral("invcheckamount"), K::Money, 95},
         {QStringLiteral("G/L period"), QStringLiteral("invglperiod"), K::Whole, 70},
-        {QStringLiteral("Status"), QStringLiteral("invstatus"), K::Whole, 50},
+        {QStringLiteral("Status"), QStringLiteral("invstatus"), K::InvoiceStatus, 65},
         {QStringLiteral("G/L account"), QStringLiteral("splitgl1"), K::Account, 80},
     };
     return columns;

@@ -7,14 +7,15 @@
 // One column of a list grid: its caption (also the sort label), the field it shows and how.
 struct ListColumn {
     enum class Kind {
-        Text,        // as stored
-        Whole,       // a plain number
-        CheckNumber, // a plain number, blank while it is 0 (an unpaid invoice)
-        Date,        // YYYYMMDD shown as a calendar date
-        Money,       // currency
-        Account,     // a G/L account number, blank while it is 0
-        Year,        // the year of a YYYYMMDD field
-        AgeInDays,   // days from a YYYYMMDD field to today
+        Text,          // as stored
+        Whole,         // a plain number
+        CheckNumber,   // a plain number, blank while it is 0 (an unpaid invoice)
+        Date,          // YYYYMMDD shown as a calendar date
+        Money,         // currency
+        Account,       // a G/L account number, blank while it is 0
+        Year,          // the year of a YYYYMMDD field
+        AgeInDays,     // days from a YYYYMMDD field to today
+        InvoiceStatus, // the status code with its name beside it
     };
     QString caption;
     QString field;

@@ -1,5 +1,7 @@
 #include "lists/ListFormats.h"
 
+#include "common/Numbers.h"
+
 #include <QDate>
 #include <QLocale>
 #include <QVariant>
@@ -29,6 +31,17 @@ QString currency(double value)
     static const QLocale english(QLocale::English, QLocale::UnitedStates);
     const QString amount = QLatin1Char('$') + english.toString(cents / 100.0, 'f', 2);
     return value < 0 && cents > 0 ? QLatin1Char('(') + amount + QLatin1Char(')') : amount;
+}
+
+QString invoiceStatus(const QVariant &value)
+{
+    const double code = value.toDouble();
+    QString shown = Numbers::plain(code);
+    if (code >= 1 && code <= 3)
+        shown += QStringLiteral("  Open");
+    else if (code > 3)
+        shown += QStringLiteral("  Paid");
+    return shown;
 }
 
 QString accountNumber(double value)

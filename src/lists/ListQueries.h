@@ -19,7 +19,7 @@ QString checks(long long vendor, bool oldToNew);
 std::optional<QString> invoiceResort(const QString &vendor, const QString &caption, int column);
 QString checkResort(const QString &vendor, int column);
 
-// Finds an invoice by number, date and check number. An empty date is compared as quoted text
-// so that the criterion stays well-formed; the invoice number has its apostrophes doubled.
+// Finds an invoice by number, date and check number. An empty date is written as '' (an empty
+// number would leave "invdate = and ..."); the invoice number has its apostrophes doubled.
 QString invoiceCriterion(const QString &invoice, const QString &date, const QString &check);
 } // namespace ListQueries

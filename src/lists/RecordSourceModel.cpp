@@ -140,6 +140,8 @@ QString RecordSourceModel::display(int row, int column) const
         return value.toDouble() == 0 ? QString() : Numbers::plain(value.toDouble());
     case K::Date:
         return ListFormats::date(value);
+    case K::InvoiceStatus:
+        return ListFormats::invoiceStatus(value);
     case K::Money:
         return ListFormats::currency(value.toDouble());
     case K::Account:

@@ -9,7 +9,8 @@ class Dialogs;
 // The positions of the printed items of one 1099 form, read from its layout file ("1099nec.lof"):
 // record 0 holds a caption, the origin, the spacing between forms and one more number; every
 // later record an element's text and position. Positions are read in inches and kept in twips
-// (1440 to the inch). Loading a shorter layout leaves the later elements of a longer one in place.
+// (1440 to the inch). Elements are overwritten, never cleared: after a longer file, a shorter one
+// keeps the longer one's tail.
 class FormLayout {
 public:
     static constexpr int elementLimit = 100;

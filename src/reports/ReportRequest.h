@@ -18,7 +18,7 @@ struct ReportRequest {
     QString destination;
     QString printFileName;
     QString printFileType;
-    int reportTaskId = 0;
+    qint64 reportTaskId = 0; // the runner's process id, kept; 0 when it was not started
 
     // The request as the runner reads it from the clipboard: "Crystal~", then one "Key=value~"
     // line per key in a fixed order, single line feeds between lines and none after the last.

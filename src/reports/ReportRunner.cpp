@@ -39,7 +39,7 @@ void ReportRunner::runReport(ReportRequest &request)
         m_s.dialogs.message(request.reportFileName + QStringLiteral(" cannot be found"));
         return;
     }
-    request.reportTaskId = m_s.processes.start(runner, Processes::Show::Normal) ? 1 : 0;
+    request.reportTaskId = m_s.processes.start(runner, Processes::Show::Normal);
     QCoreApplication::processEvents();
 }
 

@@ -1,5 +1,6 @@
 #include "utilities/BalanceRecalculation.h"
 
+#include "common/Dialogs.h"
 #include "common/Numbers.h"
 #include "common/PassProgress.h"
 #include "common/Prompts.h"
@@ -8,7 +9,14 @@
 #include "data/Databases.h"
 #include "data/RecordPass.h"
 
-void BalanceRecalculation::run()
+QString BalanceRecalculation::question(long from, long to)
+{
+    return QStringLiteral("Recalculate the balances of every vendor from %1 to %2?")
+        .arg(from)
+        .arg(to);
+}
+
+bool BalanceRecalculation::run()
 {
     m_s.session.messageText = QStringLiteral("Invoices");
     Prompts::askDateRange(m_s.dialogs, m_s.clock, m_s.session);
@@ -17,8 +25,13 @@ void BalanceRecalculation::run()
     const long from = static_cast<long>(Numbers::leadingWhole(answer.left(8)));
     const long to = static_cast<long>(Numbers::leadingWhole(answer.right(8)));
     if (from < firstDate || to < firstDate)
-        return;
+        return false;
+    // Whatever the totals held is discarded: one question before anything is written.
+    if (m_s.dialogs.yesNo(question(from, to), QStringLiteral("Recalculate Balances"),
+                          Dialogs::No) != Dialogs::Yes)
+        return false;
     recalculate(from, to);
+    return true;
 }
 
 void BalanceRecalculation::recalculate(long from, long to)

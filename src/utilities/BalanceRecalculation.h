@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class Clock;
 class Databases;
 class Dialogs;
@@ -26,7 +28,9 @@ public:
     // The earliest date a range may start or end on.
     static constexpr long firstDate = 19990100;
 
-    void run();
+    // Asks for the range and, once more, whether to go ahead; true when the totals were rebuilt.
+    bool run();
+    static QString question(long from, long to);
     // The passes alone, for a range already asked for.
     void recalculate(long from, long to);
 

@@ -7,21 +7,21 @@
 #include "data/Databases.h"
 #include "data/RecordPass.h"
 
-void YearEndZero::run()
+bool YearEndZero::run()
 {
     m_s.session.lastYesNo = m_s.dialogs.yesNo(
         QStringLiteral("This function zeros the YTD totals for all vendors.\nClick YES to "
                        "continue and zero the totals; click\nNO to cancel. Note: This process "
                        "is irreversible."),
-        QStringLiteral("EOY Zero"));
+        QStringLiteral("EOY Zero"), Dialogs::No);
     if (m_s.session.lastYesNo == Dialogs::No)
-        return;
+        return false;
     m_s.status.show(QStringLiteral("Zeroing YTD totals..."));
     const QString ap = QStringLiteral("ap.mdb");
     const int total =
         m_s.databases.scalar(ap, QStringLiteral("select count(*) from vendors")).toInt();
     if (total < 1)
-        return; // the status line keeps its text
+        return false; // the status line keeps its text
     PassScope pass(m_s.progress, total);
     RecordPass records(m_s.databases, ap);
     QSqlQuery zero =
@@ -33,4 +33,5 @@ void YearEndZero::run()
                            m_s.progress.advance(++done);
                        });
     m_s.status.show(QStringLiteral("Vendor YTD totals zeroed."));
+    return true;
 }

@@ -19,7 +19,8 @@ public:
     };
     explicit YearEndZero(Services services) : m_s(services) {}
 
-    void run();
+    // True when the user confirmed and the totals were zeroed.
+    bool run();
 
 private:
     Services m_s;

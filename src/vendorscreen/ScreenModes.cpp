@@ -122,6 +122,7 @@ void ScreenModes::add()
             m_fields.box(info.field)->setEnabled(true);
             m_fields.setText(info.field, QStringLiteral("0"));
         }
+        m_state.fieldsAtEditStart = m_fields.texts();
     });
 }
 
@@ -144,6 +145,7 @@ void ScreenModes::modify()
         // Figures kept by the system are for senior users only.
         m_fields.setKeptFiguresEnabled(m_session.userLevel > 90);
         applyButtons(Mode::Modify);
+        m_state.fieldsAtEditStart = m_fields.texts();
     });
 }
 
@@ -183,6 +185,47 @@ void ScreenModes::move(bool forward)
     if (!m_areas.display.showCurrent())
         return;
     m_areas.lists.refreshOpenList();
+    vendorShown();
+}
+
+void ScreenModes::reloadNotesIfShown()
+{
+    m_areas.notes.forget();
+    if (!m_w.notes->isHidden())
+        m_areas.notes.show(m_state.editing());
+}
+
+void ScreenModes::vendorShown()
+{
+    if (m_state.editing()) {
+        m_state.addFlag = 0;
+        m_state.modifyFlag = 0;
+        m_fields.frame()->setEnabled(false);
+        m_fields.setKeptFiguresEnabled(false);
+    }
+    applyButtons(Mode::Browse);
+    m_w.notes->setEnabled(false);
+    reloadNotesIfShown();
+}
+
+void ScreenModes::showAgain()
+{
+    if (m_state.addFlag == 1 || !m_sources.vendor.isBound() ||
+        m_fields.text(VendorField::Number).isEmpty())
+        return;
+    if (!m_areas.display.showAgain())
+        return;
+    m_areas.lists.refreshOpenList();
+    reloadNotesIfShown();
+    if (m_state.modifyFlag == 1)
+        m_state.fieldsAtEditStart = m_fields.texts();
+}
+
+bool ScreenModes::hasUnsavedEdit() const
+{
+    if (!m_state.editing())
+        return false;
+    return m_areas.notes.changed() || m_fields.texts() != m_state.fieldsAtEditStart;
 }
 
 void ScreenModes::next()
@@ -213,7 +256,7 @@ void ScreenModes::remove()
         }
         m_session.lastYesNo =
             m_dialogs.yesNo(QStringLiteral("Click YES to finish the deletion, NO to cancel"),
-                            QStringLiteral("Delete Vendor?"));
+                            QStringLiteral("Delete Vendor?"), Dialogs::No);
         if (m_session.lastYesNo == Dialogs::No)
             return;
         m_sources.vendor.deleteCurrent();

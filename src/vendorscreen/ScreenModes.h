@@ -63,6 +63,16 @@ public:
     void previous();
     void remove();
 
+    // Another vendor is on the screen (a move or a lookup hit): an edit of the vendor left ends
+    // there, and the notes box, when it is shown, shows the note of the vendor now shown.
+    void vendorShown();
+    // A pass has rewritten the vendor file: the stored vendor on the screen is read and shown
+    // again, with its note when the notes box is shown. An edit in progress starts afresh.
+    void showAgain();
+    // In Add or Modify mode, a field differs from what it held when the mode began, or a key
+    // was typed in the notes box.
+    bool hasUnsavedEdit() const;
+
 signals:
     // Cancel has put the screen back in lookup mode: the lookup panel is to open.
     void lookupRequested();
@@ -75,6 +85,7 @@ private:
     void whileDisabled(QPushButton *button, const std::function<void()> &work);
     bool mayEdit();
     void move(bool forward);
+    void reloadNotesIfShown();
 
     Widgets m_w;
     const VendorFieldBoxes &m_fields;

@@ -2,6 +2,7 @@
 
 #include <QSqlRecord>
 #include <QString>
+#include <QStringList>
 
 // The vendor screen's own values, shared by its areas while the window is open.
 struct ScreenState {
@@ -22,4 +23,7 @@ struct ScreenState {
 
     // The vendor row as it was read when the vendor was shown, for the multi-user check.
     QSqlRecord recalled;
+
+    // The fields' texts when Add or Modify began: what differs is an edit not yet saved.
+    QStringList fieldsAtEditStart;
 };

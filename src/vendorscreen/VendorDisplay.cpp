@@ -7,6 +7,7 @@
 #include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
+#include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 
@@ -22,26 +23,23 @@ QString VendorDisplay::money(double value)
 
 QString VendorDisplay::form1099Name(int code)
 {
-    switch (code) {
-    case 0:
-        return QStringLiteral("None");
-    case 1:
-        return QStringLiteral("1099-MISC");
-    case 2:
-        return QStringLiteral("1099-INT");
-    case 3:
-        return QStringLiteral("1099-DIV");
-    case 5:
-        return QStringLiteral("1099-NEC");
-    default:
-        return {};
-    }
+    return Form1099Type::name(code);
 }
 
 bool VendorDisplay::showCurrent()
 {
+    return show(false);
+}
+
+bool VendorDisplay::showAgain()
+{
+    return show(true);
+}
+
+bool VendorDisplay::show(bool fresh)
+{
     try {
-        fill();
+        fill(fresh);
         return true;
     } catch (const DbError &error) {
         if (error.code() == DbError::NoCurrentRecord) {
@@ -72,13 +70,16 @@ void VendorDisplay::stampTotals()
     }
 }
 
-void VendorDisplay::fill()
+void VendorDisplay::fill(bool fresh)
 {
     m_fields.blank();
     stampTotals();
     QCoreApplication::processEvents();
 
-    const QSqlRecord row = m_vendors.current();
+    // The rows the source holds were read before the pass; the database has the new values.
+    const QSqlRecord row = fresh ? m_vendors.reread() : m_vendors.current();
+    if (row.isEmpty())
+        throw DbError(DbError::NoCurrentRecord, QStringLiteral("No current record."));
     m_state.recalled = row;
     m_fields.setText(VendorField::Number, row.value(0).toString());
     m_totals.compute();

@@ -25,6 +25,9 @@ public:
     // asks for the lookup again (noRecord); any other failure gets the shared error report.
     // Returns true when the vendor is on screen.
     bool showCurrent();
+    // Shows the current vendor again as the database holds it now (after a pass rewrote the
+    // vendor file), with the same reports as showCurrent().
+    bool showAgain();
 
     // "#######.#0": no grouping, at least one integer digit, always two decimals.
     static QString money(double value);
@@ -36,7 +39,8 @@ signals:
     void noRecord();
 
 private:
-    void fill();
+    bool show(bool fresh);
+    void fill(bool fresh);
     void stampTotals();
 
     const VendorFieldBoxes &m_fields;

@@ -8,6 +8,14 @@ QString VendorFieldBoxes::text(VendorField field) const
     return box(field)->text();
 }
 
+QStringList VendorFieldBoxes::texts() const
+{
+    QStringList all;
+    for (const QLineEdit *edit : m_boxes)
+        all << edit->text();
+    return all;
+}
+
 void VendorFieldBoxes::setText(VendorField field, const QString &text) const
 {
     QLineEdit *edit = box(field);

@@ -2,6 +2,8 @@
 
 #include "vendorscreen/VendorFields.h"
 
+#include <QStringList>
+
 #include <array>
 
 class QGroupBox;
@@ -25,6 +27,8 @@ public:
     const Boxes &boxes() const { return m_boxes; }
 
     QString text(VendorField field) const;
+    // The 24 texts in field order.
+    QStringList texts() const;
     // Puts a text in, showing its start however long it is.
     void setText(VendorField field, const QString &text) const;
     // Empties every box with one repaint of the frame.

@@ -39,8 +39,14 @@ void arrangeButtons(QWidget *strip, const std::vector<QPushButton *> &buttons)
 {
     auto *row = new QHBoxLayout(strip);
     row->setContentsMargins(4, 4, 4, 4);
-    for (QPushButton *b : buttons)
+    for (QPushButton *b : buttons) {
+        // Narrower than the style's usual width where the screen is small (a large scaling),
+        // never narrower than the button's text: all eleven stay in sight.
+        const QString text = QString(b->text()).remove(QLatin1Char('&'));
+        b->setMinimumWidth(b->fontMetrics().horizontalAdvance(text) +
+                           2 * b->fontMetrics().height());
         row->addWidget(b);
+    }
     row->addStretch(1);
 }
 

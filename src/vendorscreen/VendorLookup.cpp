@@ -135,7 +135,7 @@ void VendorLookup::go()
     if (!m_areas.display.showCurrent())
         return;
     m_areas.lists.refreshChecksIfShown();
-    m_areas.modes.applyButtons(ScreenModes::Mode::Browse);
+    m_areas.modes.vendorShown(); // the browse mode's buttons
     m_status.show(QStringLiteral("Select an action button along the top of the screen."));
 }
 

@@ -12,6 +12,7 @@
 #include "data/RecordSource.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/VendorNotes.h"
+#include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 
@@ -67,6 +68,20 @@ VendorSaver::VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields,
     m_cmdsave(cmdsave), m_fields(fields), m_vendors(vendors), m_areas(areas), m_state(state),
     m_session(session), m_dbs(dbs), m_dialogs(dialogs), m_status(status)
 {
+}
+
+// A vendor of an unknown kind would be left out of every 1099 run without a word.
+bool VendorSaver::form1099TypeIsKnown()
+{
+    const QString text = m_fields.text(VendorField::Form1099);
+    if (Form1099Type::codeOf(text))
+        return true;
+    m_dialogs.message(QStringLiteral("1099 Type must be one of ") + Form1099Type::allowedCodes() +
+                          QStringLiteral("; \"") + text +
+                          QStringLiteral("\" is not one. Nothing was saved."),
+                      Dialogs::Icon::Information, QStringLiteral("Velmora Office"));
+    m_fields.box(VendorField::Form1099)->setFocus();
+    return false;
 }
 
 bool VendorSaver::numbersAreNumbers()
@@ -216,7 +231,7 @@ void VendorSaver::writeNotesAlone()
     }
 }
 
-void VendorSaver::save()
+bool VendorSaver::save()
 {
     m_cmdsave->setEnabled(false);
     if (m_fields.text(VendorField::Number).isEmpty() ||
@@ -224,11 +239,11 @@ void VendorSaver::save()
         m_dialogs.message(QStringLiteral("Vendor number and name are required."),
                           Dialogs::Icon::Information);
         m_cmdsave->setEnabled(true);
-        return;
+        return false;
     }
-    if (!m_state.editing() || !numbersAreNumbers()) {
+    if (!m_state.editing() || !form1099TypeIsKnown() || !numbersAreNumbers()) {
         m_cmdsave->setEnabled(true);
-        return;
+        return false;
     }
     try {
         m_areas.totals.compute();
@@ -247,13 +262,14 @@ void VendorSaver::save()
     if (outcome == Outcome::Stop) {
         m_status.show(status);
         m_cmdsave->setEnabled(true);
-        return;
+        return false;
     }
     if (outcome == Outcome::GoOn && withNotes)
         writeNotesAlone();
     else if (!notesKept)
         notesReport();
     emit finished();
+    return true;
 }
 
 void VendorSaver::writeReport(int code, int step)

@@ -45,7 +45,9 @@ public:
                 Areas areas, ScreenState &state, const Session &session, Databases &dbs,
                 Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
 
-    void save();
+    // True when the save ended as Cancel ends (finished was emitted); false when it stopped
+    // with the vendor still on the screen.
+    bool save();
     // The digits-and-separators form of a telephone number kept for the suite's other modules
     // (empty unless the module's setting asks for it, which it never does here).
     static QString pnetFrom(const QString &phone, const QString &setting);
@@ -57,6 +59,7 @@ signals:
 private:
     enum class Outcome { Written, GoOn, Stop };
     Outcome writeVendor(bool withNotes, bool &notesKept);
+    bool form1099TypeIsKnown();
     bool numbersAreNumbers();
     void putFields();
     // Writes the notes unless another user changed them since they were recalled; false then.

@@ -3,6 +3,7 @@
 #include "common/Colours.h"
 #include "common/Numbers.h"
 #include "common/ProgramRunner.h"
+#include "common/ScreenFit.h"
 #include "common/Services.h"
 #include "common/Session.h"
 #include "data/ChartOfAccounts.h"
@@ -20,8 +21,10 @@
 #include "utilities/VendorNumberUtility.h"
 #include "utilities/YearEndZero.h"
 #include "vendorscreen/FieldEntry.h"
+#include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/PassIndicator.h"
 #include "vendorscreen/ScreenModes.h"
+#include "vendorscreen/UnsavedEdit.h"
 #include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFields.h"
 #include "vendorscreen/VendorLayout.h"
@@ -46,6 +49,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTableView>
 
 #include <algorithm>
@@ -77,8 +81,17 @@ VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &
     m_c.helpwindow->setFocusPolicy(Qt::NoFocus);
     m_status = StatusLine(m_c.helpwindow);
     buildLookupPanel(central);
-    setCentralWidget(central);
+    // On a small screen or at a large scaling the screen scrolls inside a window that fits.
+    auto *scroller = new QScrollArea(this);
+    scroller->setObjectName(QStringLiteral("centralscroller"));
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setWidgetResizable(true);
+    scroller->setWidget(central);
+    setCentralWidget(scroller);
     resize(VendorLayout::windowSize);
+    ScreenFit::keepOnScreen(this);
+    nameForScreenReaders();
+    orderFocus();
     buildAreas(session, services);
     wire();
 }
@@ -123,6 +136,8 @@ void VendorWindow::buildAreas(Session &session, Services &services)
     m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor,
                                             VendorSaver::Areas{*m_totals, *m_notes}, m_state,
                                             session, services.databases, dialogs, m_status);
+    m_unsaved =
+        std::make_unique<UnsavedEdit>(*m_modes, dialogs, [this] { return m_saver->save(); });
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_keys = std::make_unique<KeySender>();
     m_accounts = std::make_unique<ChartOfAccounts>(services.databases);
@@ -284,6 +299,7 @@ QWidget *VendorWindow::buildVendorFrame()
         m_c.label1[i]->setBuddy(m_c.Text1[i]);
     }
     VendorLayout::arrangeFields(m_c.fravendor, m_c.label1, m_c.Text1);
+    new Form1099Type(m_c.Text1[indexOf(VendorField::Form1099)]); // the kind's name beside it
     // A locked vendor is read, not edited: its text stays as dark as when it can be typed in.
     QPalette readable = m_c.fravendor->palette();
     for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText})
@@ -413,12 +429,13 @@ void VendorWindow::wire()
     };
     click(m_c.cmdexit, [this] { close(); });
     trigger("exit", [this] { close(); });
-    click(m_c.cmdlookup, [this] { openLookup(); });
+    // A save ends in the lookup, as Cancel does: what those buttons asked for is done then.
+    click(m_c.cmdlookup, [this] { unlessKept(false, [this] { openLookup(); }); });
     click(m_c.cmdadd, [this] { m_modes->add(); });
     click(m_c.cmdmodify, [this] { m_modes->modify(); });
-    click(m_c.cmdcancel, [this] { m_modes->cancel(); });
-    click(m_c.cmdnext, [this] { m_modes->next(); });
-    click(m_c.cmdprevious, [this] { m_modes->previous(); });
+    click(m_c.cmdcancel, [this] { unlessKept(false, [this] { m_modes->cancel(); }); });
+    click(m_c.cmdnext, [this] { unlessKept(false, [this] { m_modes->next(); }); });
+    click(m_c.cmdprevious, [this] { unlessKept(false, [this] { m_modes->previous(); }); });
     click(m_c.cmddelete, [this] { m_modes->remove(); });
     click(m_c.cmdsave, [this] { m_saver->save(); });
     click(m_c.cmdgo, [this] { m_lookup->go(); });
@@ -440,10 +457,11 @@ void VendorWindow::wire()
         m_guard.run([this, row = index.row()] { m_split->rowActivated(row); });
     });
     trigger("mnuversion", [this] { showVersion(); });
-    trigger("eoyzero", [this] { m_yearEndZero->run(); });
-    trigger("mnurecalc", [this] { m_recalculation->run(); });
-    trigger("mnuchavennumber", [this] { m_numberUtility->changeNumber(); });
-    trigger("mnumergevendor", [this] { m_numberUtility->merge(); });
+    trigger("eoyzero", [this] { runPass([this] { return m_yearEndZero->run(); }); });
+    trigger("mnurecalc", [this] { runPass([this] { return m_recalculation->run(); }); });
+    trigger("mnuchavennumber",
+            [this] { unlessKept(true, [this] { m_numberUtility->changeNumber(); }); });
+    trigger("mnumergevendor", [this] { unlessKept(true, [this] { m_numberUtility->merge(); }); });
     for (const QString &entry : ReportMenu::entries())
         trigger(qPrintable(entry), [this, entry] { m_reports->run(entry); });
 
@@ -462,6 +480,22 @@ void VendorWindow::wire()
     connect(byname, &QAction::triggered, this, [bynumber, byname] {
         byname->setChecked(true);
         bynumber->setChecked(false);
+    });
+}
+
+void VendorWindow::unlessKept(bool afterSave, const std::function<void()> &action)
+{
+    const UnsavedEdit::Outcome outcome = m_unsaved->ask();
+    if (outcome == UnsavedEdit::Outcome::GoOn ||
+        (afterSave && outcome == UnsavedEdit::Outcome::Saved))
+        action();
+}
+
+void VendorWindow::runPass(const std::function<bool()> &pass)
+{
+    unlessKept(true, [this, &pass] {
+        if (pass())
+            m_modes->showAgain();
     });
 }
 
@@ -547,8 +581,20 @@ void VendorWindow::setTopmost(bool on)
 {
     const bool visible = isVisible();
     setWindowFlag(Qt::WindowStaysOnTopHint, on);
-    if (visible)
-        show();
+    if (!visible)
+        return;
+    const bool userFieldsActive = m_userFields && m_userFields->isActiveWindow();
+    show();
+    // The user fields window follows: above the main window, and no longer above the window of
+    // another program (the report preview) that is to come in front. Showing the main window
+    // again put it in front; the user fields window goes back above it, keeping the keyboard.
+    if (m_userFields && m_userFields->isVisible()) {
+        m_userFields->setWindowFlag(Qt::WindowStaysOnTopHint, on);
+        m_userFields->show();
+        m_userFields->raise();
+        if (userFieldsActive)
+            m_userFields->activateWindow();
+    }
 }
 
 bool VendorWindow::isTopmost() const
@@ -561,8 +607,46 @@ void VendorWindow::centreOnScreen()
     const QScreen *screen = this->screen();
     if (!screen)
         return;
+    // Centred on the whole screen where that place lies on the free part of it; else as close
+    // to it as the window fits, made smaller when the screen is (the screen then scrolls).
     const QRect area = screen->geometry();
-    move(area.left() + (area.width() - width()) / 2, area.top() + (area.height() - height()) / 2);
+    const QSize size = frameGeometry().size();
+    ScreenFit::place(this, QRect(QPoint(area.left() + (area.width() - size.width()) / 2,
+                                        area.top() + (area.height() - size.height()) / 2),
+                                 size));
+}
+
+void VendorWindow::nameForScreenReaders()
+{
+    // Fields and options are named by their captions and buttons by their texts; the lists,
+    // the notes and the status line by what the screen shows beside them.
+    m_c.grid1->setAccessibleName(tr("Invoices"));
+    m_c.grid2->setAccessibleName(tr("Checks"));
+    m_c.notes->setAccessibleName(tr("Notes"));
+    m_c.helpwindow->setAccessibleName(tr("Status"));
+    m_c.passprogress->setAccessibleName(tr("Progress of the pass"));
+    m_c.lookupinput->setAccessibleName(tr("Look up"));
+    m_c.List1->setAccessibleName(tr("Account"));
+    m_c.List3->setAccessibleName(tr("Name"));
+    m_c.List2->setAccessibleName(tr("Amount"));
+}
+
+void VendorWindow::orderFocus()
+{
+    // Tab walks the screen as it is read: the buttons from left to right, the vendor fields in
+    // index order, the list buttons and sort options, the lookup panel over the lists, then the
+    // lists themselves and the split panel over them.
+    std::vector<QWidget *> order{m_c.cmdadd,    m_c.cmdmodify, m_c.cmdsave,     m_c.cmddelete,
+                                 m_c.cmdcancel, m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext,
+                                 m_c.cmdudf,    m_c.cmdhelp,   m_c.cmdexit};
+    order.insert(order.end(), m_c.Text1.begin(), m_c.Text1.end());
+    order.insert(order.end(), {m_c.cmdunpaid, m_c.cmdpaid, m_c.cmdchecks, m_c.cmdnotes,
+                               m_c.cmdsplit, m_c.optsort[0], m_c.optsort[1]});
+    order.insert(order.end(), m_c.Option1.begin(), m_c.Option1.end());
+    order.insert(order.end(), {m_c.lookupinput, m_c.cmdgo, m_c.cmdcancellookup, m_c.grid1,
+                               m_c.grid2, m_c.notes, m_c.List1, m_c.List3, m_c.List2});
+    for (size_t i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
 }
 
 void VendorWindow::setBackgroundColour(int bgr)
@@ -625,6 +709,11 @@ void VendorWindow::closeEvent(QCloseEvent *event)
     // A save that waits for another user, and a pass over the vendor file, keep the window until
     // they are done.
     if (m_state.saving || m_pass->running()) {
+        event->ignore();
+        return;
+    }
+    const UnsavedEdit::Outcome outcome = m_unsaved->ask();
+    if (outcome == UnsavedEdit::Outcome::Stay) {
         event->ignore();
         return;
     }

@@ -45,6 +45,7 @@ class VendorDisplay;
 class VendorLookup;
 class VendorNotes;
 class VendorSaver;
+class UnsavedEdit;
 class UserFieldsWindow;
 struct Services;
 struct Session;
@@ -100,6 +101,7 @@ public:
     VendorLookup &lookup() { return *m_lookup; }
     VendorNotes &notes() { return *m_notes; }
     VendorSaver &saver() { return *m_saver; }
+    UnsavedEdit &unsavedEdit() { return *m_unsaved; }
     ReportMenu &reports() { return *m_reports; }
     RecordSource &datavendor() { return *m_datavendor; }
     RecordSource &datainvoice() { return *m_datainvoice; }
@@ -163,6 +165,13 @@ private:
     void help();
     void showVersion();
     void openUserFields();
+    // What the user asked for goes on unless a changed vendor on the screen keeps it: the user
+    // is asked first. afterSave: the action also goes on once the vendor was saved.
+    void unlessKept(bool afterSave, const std::function<void()> &action);
+    // A pass over the vendor file; the vendor on the screen is shown again with its new values.
+    void runPass(const std::function<bool()> &pass);
+    void nameForScreenReaders();
+    void orderFocus();
 
     Controls m_c;
     StatusLine m_status{nullptr};
@@ -182,6 +191,7 @@ private:
     std::unique_ptr<ScreenModes> m_modes;
     std::unique_ptr<VendorLookup> m_lookup;
     std::unique_ptr<VendorSaver> m_saver;
+    std::unique_ptr<UnsavedEdit> m_unsaved;
     std::unique_ptr<FieldEntry> m_fieldEntry;
     std::unique_ptr<ReportMenu> m_reports;
     std::unique_ptr<PassIndicator> m_pass;

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 // The main window and a window of its own (as the user fields window is), both shown; the
@@ -67,6 +69,54 @@ TEST_F(QtDialogsTest, AYesNoQuestionFromAWindowOfTheMainOneIsPutOverItAndGivesIt
     EXPECT_EQ(dialogs.yesNo("Do you want to delete the description?", "Yes/No?"), Dialogs::No);
     EXPECT_EQ(over, own);
     EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == own; }, 5000));
+}
+
+// Enter presses the default button; Escape the button that does nothing.
+TEST_F(QtDialogsTest, EnterOnAQuestionWhoseDefaultIsNoAnswersNo)
+{
+    answerNextDialog([](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    EXPECT_EQ(dialogs.yesNo("Click YES to finish the deletion, NO to cancel", "Delete Vendor?",
+                            Dialogs::No),
+              Dialogs::No);
+}
+
+TEST_F(QtDialogsTest, EnterOnAQuestionWhoseDefaultIsYesAnswersYes)
+{
+    answerNextDialog([](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    EXPECT_EQ(dialogs.yesNo("Click YES to print the 1099's", "1099"), Dialogs::Yes);
+}
+
+TEST_F(QtDialogsTest, AYesNoCancelQuestionHasTheThreeButtonsAndEscapeIsCancel)
+{
+    QMessageBox::StandardButtons buttons;
+    answerNextDialog([&buttons](QWidget *dialog) {
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        ASSERT_NE(box, nullptr);
+        buttons = box->standardButtons();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    EXPECT_EQ(dialogs.yesNoCancel("Save the changes to this vendor?", "Save Changes?"),
+              Dialogs::Cancel);
+    EXPECT_EQ(buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+}
+
+TEST_F(QtDialogsTest, AYesNoCancelQuestionAnswersEachButton)
+{
+    for (const auto &[button, answer] :
+         {std::pair{QMessageBox::Yes, Dialogs::Yes}, std::pair{QMessageBox::No, Dialogs::No},
+          std::pair{QMessageBox::Cancel, Dialogs::Cancel}}) {
+        answerNextDialog([button](QWidget *dialog) {
+            qobject_cast<QMessageBox *>(dialog)->button(button)->click();
+        });
+        EXPECT_EQ(dialogs.yesNoCancel("Save the changes to this vendor?", "Save Changes?"), answer);
+    }
+}
+
+TEST_F(QtDialogsTest, EnterOnAYesNoCancelQuestionSaves)
+{
+    answerNextDialog([](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    EXPECT_EQ(dialogs.yesNoCancel("Save the changes to this vendor?", "Save Changes?"),
+              Dialogs::Yes);
 }
 
 TEST_F(QtDialogsTest, AMessageWhileAForeignWindowIsActiveGoesOverTheMainWindow)

@@ -67,6 +67,8 @@ TEST_F(UserFieldsRenameTest, AnEmptyAnswerAsksWhetherToDeleteAndNoKeepsTheDescri
     doubleClick(1);
     ASSERT_EQ(module.dialogs.count("yesno"), 1);
     EXPECT_EQ(module.dialogs.last()->text, "Do you want to delete the description?");
+    EXPECT_EQ(module.dialogs.last()->buttons, (QStringList{"Yes", "No"}));
+    EXPECT_EQ(module.dialogs.last()->defaultAnswer, Dialogs::No);
     EXPECT_EQ(module.dialogs.last()->title, "Yes/No?");
     EXPECT_EQ(module.session.lastYesNo, Dialogs::No);
     EXPECT_EQ(label(1), "W-9 on file");
@@ -80,7 +82,7 @@ TEST_F(UserFieldsRenameTest, AnEmptyAnswerAndYesClearsTheDescription)
     doubleClick(1);
     EXPECT_EQ(module.session.lastYesNo, Dialogs::Yes);
     EXPECT_EQ(label(1), "");
-    EXPECT_TRUE(reminderShown());
+    EXPECT_FALSE(reminderShown());
     w->controls().cmdsave->click();
     EXPECT_EQ(folder.scalar("ap.mdb", "select miscdesc2 from miscinfo").toString(), "");
 }

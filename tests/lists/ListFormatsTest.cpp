@@ -75,4 +75,28 @@ INSTANTIATE_TEST_SUITE_P(Accounts, AccountFormatTest,
                                            Account{1, "1.000"}, Account{12345.678, "12345.678"},
                                            Account{123456, "123456.000"}));
 
+struct StatusCase {
+    QVariant value;
+    const char *shown;
+};
+
+void PrintTo(const StatusCase &c, std::ostream *os)
+{
+    *os << c.value.toString().toStdString() << " -> \"" << c.shown << '"';
+}
+
+class InvoiceStatusFormatTest : public ::testing::TestWithParam<StatusCase> {};
+
+TEST_P(InvoiceStatusFormatTest, ShowsTheCodeWithItsName)
+{
+    EXPECT_EQ(ListFormats::invoiceStatus(GetParam().value), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(Codes, InvoiceStatusFormatTest,
+                         ::testing::Values(StatusCase{-1, "-1"}, StatusCase{0, "0"},
+                                           StatusCase{1, "1  Open"}, StatusCase{2, "2  Open"},
+                                           StatusCase{3, "3  Open"}, StatusCase{4, "4  Paid"},
+                                           StatusCase{9, "9  Paid"}, StatusCase{3.5, "3.5  Paid"},
+                                           StatusCase{0.5, "0.5"}));
+
 } // namespace

@@ -74,6 +74,7 @@ TEST_F(Passes, ARecalculationBesideAnotherUsersSavesLosesNothingAndKeepsThemWait
     ASSERT_TRUE(betty.started());
     anne.send("input 20250101");
     anne.send("input 20251231");
+    anne.send("yes");
     anne.post("menu mnurecalc");
     int kept = 0, reported = 0, other = 0;
     QStringList savedPhones;
@@ -105,11 +106,12 @@ TEST_F(Passes, ARecalculationBesideAnotherUsersSavesLosesNothingAndKeepsThemWait
     std::printf("40 saves beside the recalculation: %d kept, %d reported as changed by another "
                 "user, %d other\n",
                 kept, reported, other);
-    // The two date prompts and nothing else: no report of a failed write.
+    // The two date prompts and the question, nothing else: no report of a failed write.
     const QStringList shown = ModuleCopy::dialogs(recalc);
-    ASSERT_EQ(shown.size(), 2) << recalc.join(" | ").toStdString();
+    ASSERT_EQ(shown.size(), 3) << recalc.join(" | ").toStdString();
     EXPECT_TRUE(shown[0].startsWith("FROM Date - Invoices|"));
     EXPECT_TRUE(shown[1].startsWith("TO Date - Invoices|"));
+    EXPECT_TRUE(shown[2].startsWith("Recalculate Balances|"));
     EXPECT_EQ(other, 0);
     EXPECT_EQ(kept + reported, 40);
     // Every YTD total is the recalculated one (a save of a YTD total recalled before the pass
@@ -132,6 +134,7 @@ TEST_F(Passes, ARecalculationKilledPartWayLeavesEachVendorDoneOrAtZero)
     ASSERT_TRUE(anne.started());
     anne.send("input 20250101");
     anne.send("input 20251231");
+    anne.send("yes");
     anne.post("menu mnurecalc");
     // Killed in the second pass, once some vendors are done and most are not.
     ASSERT_TRUE(QTest::qWaitFor([&] { return recalculated() > 500; }, 60000));

@@ -196,6 +196,67 @@ TEST_F(Form1099RunTest, NoAtTheSixHundredQuestionPrintsEveryVendorFromOneCent)
         EXPECT_FALSE(words.pageText(page).contains("EPSILON"));
 }
 
+TEST_F(Form1099RunTest, NoAtTheSixHundredQuestionPrintsAVendorAtExactlyOneCent)
+{
+    folder.exec("ap.mdb",
+                "insert into vendors (vendnumber, vendname, vendtaxid, vend1099type, vendytd, "
+                "vendaddr1, vendaddr2, vendcity, vendstate, vendzip) values "
+                "(106, 'Penny Vendor', '88-0000001', 1, 0.01, '1 Cent St', '', 'Cairo', 'IL', "
+                "'62914'), "
+                "(107, 'Under A Penny', '88-0000002', 1, 0.0099, '2 Cent St', '', 'Cairo', 'IL', "
+                "'62914')");
+    answers({No, No, No, Yes});
+    menu("rpt1099");
+    const PdfWords words(pdf);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    // 101, 102 | 103, 104 | 106: the penny vendor alone on the third page, first form.
+    ASSERT_EQ(words.pages(), 3);
+    expectItem(words, 2, "PENNY VENDOR", elementX(22), elementY(22));
+    expectItem(words, 2, "0.01", elementX(3), elementY(3));
+    for (int page = 0; page < 3; ++page)
+        EXPECT_FALSE(words.pageText(page).contains("UNDER A PENNY")) << page;
+}
+
+// Each address line lies exactly its stated distance under the first, at the same left edge.
+TEST_F(Form1099RunTest, AddressLinesLieTheirOffsetsUnderTheFirstLineToWithinFiveTwips)
+{
+    answers({Yes, No, No, Yes});
+    menu("rpt1099");
+    const PdfWords words(pdf);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    struct Line {
+        const char *word;
+        int element;
+        int offset;
+    };
+    const Line payer[] = {{"12", 19, 200}, {"FLOOR", 19, 400}, {"RIVERSIDE", 19, 600}};
+    const Line recipient[] = {{"SUITE", 23, 180}};
+    auto check = [&](const char *firstWord, int element, int formOffset, const Line *lines,
+                     size_t count) {
+        const PdfWord *first = words.at(0, QString::fromLatin1(firstWord), elementX(element) / 20.0,
+                                        (elementY(element) + formOffset) / 20.0);
+        ASSERT_NE(first, nullptr) << firstWord;
+        for (size_t i = 0; i < count; ++i) {
+            const Line &l = lines[i];
+            const PdfWord *w = words.at(0, QString::fromLatin1(l.word), elementX(l.element) / 20.0,
+                                        (elementY(l.element) + formOffset + l.offset) / 20.0);
+            ASSERT_NE(w, nullptr) << l.word;
+            EXPECT_NEAR((w->yMin - first->yMin) * 20, l.offset, 5) << l.word;
+            EXPECT_NEAR((w->xMin - first->xMin) * 20, 0, 5) << l.word;
+        }
+    };
+    check("RIVERSIDE", 19, 0, payer, 3);
+    check("RIVERSIDE", 19, spacing, payer, 3);
+    check("1", 23, 0, recipient, 1);
+    // And the second form lies one form spacing under the first.
+    const PdfWord *top = words.at(0, "RIVERSIDE", elementX(19) / 20.0, elementY(19) / 20.0);
+    const PdfWord *second =
+        words.at(0, "RIVERSIDE", elementX(19) / 20.0, (elementY(19) + spacing) / 20.0);
+    ASSERT_NE(top, nullptr);
+    ASSERT_NE(second, nullptr);
+    EXPECT_NEAR((second->yMin - top->yMin) * 20, spacing, 5);
+}
+
 TEST_F(Form1099RunTest, DividendsAtExactlySixHundredArePrintedButNotCounted)
 {
     answers({Yes, No, No, Yes});
@@ -313,6 +374,27 @@ TEST_F(Form1099RunTest, WhenNoVendorQualifiesTheJobIsEmptyAndTheRunEnds)
     EXPECT_TRUE(words.words().empty());
     EXPECT_EQ(module.window->status(), "1099 printing complete");
     EXPECT_EQ(kind(), 0);
+}
+
+TEST_F(Form1099RunTest, VendorNumber99999IsTakenAnd100000IsRefusedWithAMessage)
+{
+    answers({Yes, No, Yes, Yes}, {"99999"});
+    menu("rpt1099");
+    const PdfWords words(pdf);
+    ASSERT_TRUE(words.ok());
+    EXPECT_TRUE(words.words().empty());
+    EXPECT_EQ(module.window->status(), "1099 printing complete");
+    EXPECT_EQ(kind(), 0);
+    QFile::remove(pdf);
+    module.dialogs.shown.clear();
+    answers({Yes, Yes}, {"100000"});
+    menu("rpt1099");
+    EXPECT_FALSE(QFile::exists(pdf));
+    ASSERT_EQ(module.dialogs.count("message"), 1);
+    EXPECT_EQ(module.dialogs.last()->text,
+              "Vendor numbers go up to 99999; there is no vendor 100000. Nothing was printed.");
+    EXPECT_EQ(module.dialogs.last()->title, "Restart at Vendor #");
+    EXPECT_EQ(kind(), 1); // left as a run ended at a vendor-number question leaves it
 }
 
 TEST_F(Form1099RunTest, TheMessageGivesTheFileTheFormsWereWrittenTo)

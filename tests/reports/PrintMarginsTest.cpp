@@ -124,6 +124,17 @@ TEST_F(PrintMarginsTest, RoundingIsToTheNearestTwip)
     EXPECT_EQ(margins.left(), 0);
 }
 
+TEST_F(PrintMarginsTest, AThirdOfAnInchRoundsUpWhereCuttingOffWouldLoseATwip)
+{
+    answer(".333", ".6666"); // 479.52 and 959.904 twips
+    EXPECT_EQ(margins.top(), 480);
+    EXPECT_EQ(margins.left(), 960);
+    EXPECT_EQ(folder.readFile("printmargin.3"), "480\n960\n");
+    answer(".3331", ".0003"); // 479.664 and 0.432 twips
+    EXPECT_EQ(margins.top(), 480);
+    EXPECT_EQ(margins.left(), 0);
+}
+
 TEST_F(PrintMarginsTest, CancellingTheLeftMarginKeepsTheTopInMemoryOnlyUntilTheNextRead)
 {
     folder.writeFile("printmargin.3", "100\n200\n");

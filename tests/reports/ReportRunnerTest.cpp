@@ -104,6 +104,20 @@ TEST_F(ReportRunnerTest, TheRunnerIsStartedAndNotWaitedFor)
     EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("ran.txt")); }, 10000));
 }
 
+TEST_F(ReportRunnerTest, TheRunnersProcessIdIsKeptAndNoneWhenItIsMissing)
+{
+    request.reportTaskId = 7;
+    runner.runReport(request);
+    EXPECT_EQ(request.reportTaskId, 7); // not started: nothing new to keep
+    folder.writeProgram("cryprint.exe", "echo $$ > pid.txt");
+    folder.writeFile("rap014.rpt", "definition");
+    runner.runReport(request);
+    ASSERT_TRUE(folder.waitForLine("pid.txt", 10000));
+    const qint64 pid = folder.readFile("pid.txt").trimmed().toLongLong();
+    EXPECT_GT(pid, 1);
+    EXPECT_EQ(request.reportTaskId, pid);
+}
+
 TEST_F(ReportRunnerTest, WithoutAMarginFileTheMarginLinesReadZero)
 {
     runner.runReport(request);

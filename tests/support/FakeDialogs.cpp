@@ -18,12 +18,11 @@ int FakeDialogs::count(const QString &kind) const
 
 void FakeDialogs::showMessage(const QString &text, Icon icon, const QString &title)
 {
-    shown.push_back({QStringLiteral("message"), title, text, icon});
+    shown.push_back({QStringLiteral("message"), title, text, icon, {}, 0});
 }
 
-int FakeDialogs::askYesNo(const QString &text, const QString &title)
+int FakeDialogs::nextAnswer()
 {
-    shown.push_back({QStringLiteral("yesno"), title, text, Icon::Question});
     if (yesNoAnswers.empty())
         return No;
     const int answer = yesNoAnswers.front();
@@ -31,10 +30,32 @@ int FakeDialogs::askYesNo(const QString &text, const QString &title)
     return answer;
 }
 
+int FakeDialogs::askYesNo(const QString &text, const QString &title, int defaultAnswer)
+{
+    shown.push_back({QStringLiteral("yesno"),
+                     title,
+                     text,
+                     Icon::Question,
+                     {QStringLiteral("Yes"), QStringLiteral("No")},
+                     defaultAnswer});
+    return nextAnswer();
+}
+
+int FakeDialogs::askYesNoCancel(const QString &text, const QString &title, int defaultAnswer)
+{
+    shown.push_back({QStringLiteral("yesnocancel"),
+                     title,
+                     text,
+                     Icon::Question,
+                     {QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("Cancel")},
+                     defaultAnswer});
+    return nextAnswer();
+}
+
 QString FakeDialogs::askInput(const QString &prompt, const QString &title,
                               const QString &defaultText)
 {
-    shown.push_back({QStringLiteral("input"), title, prompt, Icon::None});
+    shown.push_back({QStringLiteral("input"), title, prompt, Icon::None, {}, 0});
     inputDefaults.push_back(defaultText);
     if (inputAnswers.empty())
         return {};

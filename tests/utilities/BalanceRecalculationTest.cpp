@@ -2,9 +2,13 @@
 #include "common/StatusLine.h"
 #include "utilities/UtilitiesFixture.h"
 
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTest>
 
 namespace {
 
@@ -21,12 +25,48 @@ protected:
         invoice(100, 80, 20260101);
         invoice(250, 5, 20250615, 5, 20251231);
     }
+    // The range, and Yes to the question before anything is written.
     void recalculate(const QString &from, const QString &to)
     {
         module.dialogs.inputAnswers = {from, to};
+        module.dialogs.yesNoAnswers = {Dialogs::Yes};
         menu("mnurecalc");
     }
 };
+
+TEST_F(BalanceRecalculationTest, AsksOnceBeforeWritingWithNoAsTheDefault)
+{
+    recalculate("20250101", "20251231");
+    EXPECT_EQ(module.dialogs.count("yesno"), 1);
+    ASSERT_EQ(module.dialogs.shown.size(), 3u);
+    const FakeDialogs::Shown &asked = module.dialogs.shown[2];
+    EXPECT_EQ(asked.kind, "yesno");
+    EXPECT_EQ(asked.text, "Recalculate the balances of every vendor from 20250101 to 20251231?");
+    EXPECT_EQ(asked.title, "Recalculate Balances");
+    EXPECT_EQ(asked.buttons, (QStringList{"Yes", "No"}));
+    EXPECT_EQ(asked.defaultAnswer, Dialogs::No);
+}
+
+TEST_F(BalanceRecalculationTest, AnsweringNoToTheQuestionWritesNothing)
+{
+    module.window->setStatus("as it was");
+    module.dialogs.inputAnswers = {"20250101", "20251231"};
+    module.dialogs.yesNoAnswers = {Dialogs::No};
+    menu("mnurecalc");
+    EXPECT_EQ(module.dialogs.count("yesno"), 1);
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 999);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 888);
+    EXPECT_DOUBLE_EQ(column(300, "vendytd"), 888);
+    EXPECT_EQ(module.window->status(), "as it was");
+}
+
+TEST_F(BalanceRecalculationTest, TheQuestionNamesTheRangeEarlierDateFirst)
+{
+    recalculate("20251231", "20250101");
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->text,
+              "Recalculate the balances of every vendor from 20250101 to 20251231?");
+}
 
 TEST_F(BalanceRecalculationTest, TheDatesAreAskedForInvoices)
 {
@@ -83,6 +123,7 @@ TEST_F(BalanceRecalculationTest, ADateJustBelow19990100InEitherPlaceEndsTheRunSi
         EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 999) << from;
         EXPECT_DOUBLE_EQ(column(300, "vendytd"), 888) << from;
         EXPECT_EQ(module.dialogs.count(), 0) << from;
+        EXPECT_EQ(module.dialogs.count("yesno"), 0) << from;
         EXPECT_EQ(module.window->status(), "as it was");
     }
 }
@@ -106,6 +147,7 @@ TEST_F(BalanceRecalculationTest, AnswersThatAreNoDatesAreAskedAgainOrCompleted)
 {
     // "abc" is asked again; "2025" is completed with this year (2026) into 20262025.
     module.dialogs.inputAnswers = {"abc", "20250101", "2025"};
+    module.dialogs.yesNoAnswers = {Dialogs::Yes};
     menu("mnurecalc");
     EXPECT_EQ(module.dialogs.count("input"), 3);
     EXPECT_EQ(module.window->status(),
@@ -168,6 +210,32 @@ TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoRecordsOfEitherPass)
         QSqlDatabase::removeDatabase("other");
         EXPECT_EQ(otherError, "") << "at record " << at;
     }
+}
+
+// Another program holds the file's write lock for several of the engine's waits when the pass
+// starts: the pass waits for it and ends as usual, without a report.
+TEST_F(BalanceRecalculationTest, APassWaitsForAWriteLockHeldLongerThanOneWait)
+{
+    SQLITE_FILES_ONLY();
+    QProcess holder;
+    holder.setWorkingDirectory(folder.path());
+    holder.start("sqlite3", {"ap.mdb"});
+    ASSERT_TRUE(holder.waitForStarted());
+    holder.write("begin immediate;\nupdate vendors set vendfax = 'held' where vendnumber = 300;\n"
+                 ".shell touch locked.flag\n.shell sleep 1\ncommit;\n.quit\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("locked.flag")); }, 5000));
+    QElapsedTimer waited;
+    waited.start();
+    recalculate("20250101", "20251231");
+    EXPECT_GE(waited.elapsed(), 500); // it did meet the lock, for more than one 200 ms wait
+    ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
+    EXPECT_EQ(module.dialogs.count("message"), 0) << module.dialogs.last()->text.toStdString();
+    EXPECT_EQ(module.window->status(),
+              "Vendor balances recalculated between 20250101 and 20251231");
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 30.25);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 50.25);
+    EXPECT_DOUBLE_EQ(column(300, "vendytd"), 0);
+    EXPECT_EQ(vendorColumn(300, "vendfax").toString(), "held");
 }
 
 } // namespace

@@ -24,6 +24,14 @@ TEST_F(YearEndZeroTest, TheQuestionIsAskedWordForWord)
               "zero the totals; click\nNO to cancel. Note: This process is irreversible.");
 }
 
+TEST_F(YearEndZeroTest, TheConfirmationHasYesAndNoWithNoAsTheDefault)
+{
+    menu("eoyzero");
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_EQ(module.dialogs.last()->buttons, (QStringList{"Yes", "No"}));
+    EXPECT_EQ(module.dialogs.last()->defaultAnswer, Dialogs::No);
+}
+
 TEST_F(YearEndZeroTest, AnsweringNoLeavesEveryTotalAndTheStatusLine)
 {
     module.window->setStatus("as it was");

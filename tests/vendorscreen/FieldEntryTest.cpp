@@ -216,6 +216,35 @@ TEST_F(FieldEntryTest, FunctionKeyTextPrependsInTelephoneAndReplacesInCity)
     EXPECT_EQ(field(4), "Springfield");
 }
 
+// Each field that takes the function-key texts, and what it does with them.
+TEST_F(FieldEntryTest, FunctionKeyTextReplacesCityStateAndZipAndGoesInFrontOfPhoneAndFax)
+{
+    struct Case {
+        int field;
+        const char *before;
+        const char *afterF6;
+    };
+    const Case cases[] = {
+        {4, "Old town", "555-"}, {5, "IL", "555-"},       {6, "62704", "555-"},
+        {7, "1234", "555-1234"}, {8, "9876", "555-9876"}, {3, "Suite 2", "Suite 2"},
+        {9, "Bill", "Bill"},
+    };
+    startAdd();
+    for (const Case &k : cases) {
+        focus(k.field);
+        c().Text1[k.field]->setText(QString::fromLatin1(k.before));
+        QTest::keyClick(c().Text1[k.field], Qt::Key_F6);
+        EXPECT_EQ(field(k.field), k.afterF6) << "field " << k.field;
+    }
+    focus(5);
+    QTest::keyClick(c().Text1[5], Qt::Key_F1);
+    EXPECT_EQ(field(5), "Springfield");
+    focus(8);
+    c().Text1[8]->setText("0100");
+    QTest::keyClick(c().Text1[8], Qt::Key_F1);
+    EXPECT_EQ(field(8), "Springfield0100");
+}
+
 TEST_F(FieldEntryTest, FunctionKeyTextIsIgnoredByOtherFieldsAndEmptyTextsDoNothing)
 {
     startAdd();

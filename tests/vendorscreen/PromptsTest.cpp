@@ -1,6 +1,6 @@
 #include "common/Prompts.h"
-#include "data/ChartOfAccounts.h"
 #include "common/Session.h"
+#include "data/ChartOfAccounts.h"
 #include "data/Databases.h"
 #include "support/DataFolder.h"
 #include "support/FakeDialogs.h"
@@ -65,6 +65,52 @@ TEST_F(DateRangeTest, PromptsAndTitlesCarryTheContextWord)
 TEST_F(DateRangeTest, AnswersAreTrimmed)
 {
     EXPECT_EQ(ask({"  0301 ", " 0302"}), "2026030120260302");
+}
+
+TEST_F(DateRangeTest, MonthDayYearWithSlashesIsReadAsThatDay)
+{
+    EXPECT_EQ(ask({"01/31/2026", "1/5/2027"}), "2026013120270105");
+    EXPECT_EQ(ask({"12/1/2025", "2/29/2028"}), "2025120120280229");
+    EXPECT_EQ(dialogs.count("input"), 4);
+}
+
+const QString fromPrompt =
+    QStringLiteral("Type the FROM date in YYYYMMDD format.\nWhen done, press "
+                   "ENTER or click OK.\n\nClick CANCEL to exit this "
+                   "feature.");
+
+TEST_F(DateRangeTest, ANonExistentDayWithSlashesIsAskedAgainWithTheReason)
+{
+    EXPECT_EQ(ask({"13/45/2026", "2/29/2026", "0131", "20261231"}), "2026013120261231");
+    ASSERT_EQ(dialogs.count("input"), 4);
+    EXPECT_EQ(dialogs.shown[0].text, fromPrompt);
+    EXPECT_EQ(dialogs.shown[1].text,
+              "13/45/2026 is not a day of the calendar. Type the date as YYYYMMDD, for example "
+              "20260131\n" +
+                  fromPrompt);
+    EXPECT_EQ(dialogs.shown[2].text,
+              "2/29/2026 is not a day of the calendar. Type the date as YYYYMMDD, for example "
+              "20260131\n" +
+                  fromPrompt);
+    EXPECT_EQ(dialogs.shown[1].title, "FROM Date - Invoices");
+}
+
+TEST_F(DateRangeTest, AnAnswerOfAnotherLengthIsAskedAgainWithTheReason)
+{
+    EXPECT_EQ(ask({"20260101", "2026-01-31", "202601", "20260131"}), "2026010120260131");
+    ASSERT_EQ(dialogs.count("input"), 4);
+    EXPECT_EQ(dialogs.shown[1].title, "TO Date - Invoices");
+    EXPECT_EQ(dialogs.shown[2].text,
+              "2026-01-31 is not a date this prompt reads. Type the date as YYYYMMDD, for "
+              "example 20260131\nType the TO date in YYYYMMDD format.\nWhen done, press ENTER "
+              "or click OK.\n\nClick CANCEL to exit this feature.");
+    EXPECT_TRUE(dialogs.shown[3].text.startsWith("202601 is not a date this prompt reads. "));
+}
+
+TEST_F(DateRangeTest, EightCharactersAreStillTakenAsTheyAre)
+{
+    EXPECT_EQ(ask({"20261399", "1/1/2026"}), "2026010120261399");
+    EXPECT_EQ(dialogs.count("input"), 2);
 }
 
 class GlCheckTest : public ::testing::Test {

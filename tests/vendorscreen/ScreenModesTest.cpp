@@ -165,6 +165,9 @@ TEST_F(ScreenModesTest, DeleteIsAllowedWithUnpaidBelowOneCent)
     EXPECT_EQ(module.dialogs.last()->kind, "yesno");
     EXPECT_EQ(module.dialogs.last()->text, "Click YES to finish the deletion, NO to cancel");
     EXPECT_EQ(module.dialogs.last()->title, "Delete Vendor?");
+    EXPECT_EQ(module.dialogs.last()->buttons, (QStringList{"Yes", "No"}));
+    // Enter alone does not delete.
+    EXPECT_EQ(module.dialogs.last()->defaultAnswer, Dialogs::No);
     EXPECT_EQ(
         folder.scalar("ap.mdb", "select count(*) from vendors where vendnumber = 250").toInt(), 0);
     EXPECT_TRUE(c().fralookup->isVisible());

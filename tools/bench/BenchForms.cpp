@@ -39,13 +39,14 @@ protected:
     {
         std::printf("message: %s\n", qPrintable(oneLine(text)));
     }
-    int askYesNo(const QString &, const QString &) override
+    int askYesNo(const QString &, const QString &, int) override
     {
         const int answer = answers.empty() ? No : answers.front();
         if (!answers.empty())
             answers.pop_front();
         return answer;
     }
+    int askYesNoCancel(const QString &, const QString &, int) override { return No; }
     QString askInput(const QString &, const QString &, const QString &) override { return {}; }
 };
 

@@ -36,7 +36,8 @@ protected:
     {
         std::printf("message: %s\n", qPrintable(oneLine(text)));
     }
-    int askYesNo(const QString &, const QString &) override { return Yes; }
+    int askYesNo(const QString &, const QString &, int) override { return Yes; }
+    int askYesNoCancel(const QString &, const QString &, int) override { return No; }
     QString askInput(const QString &, const QString &, const QString &) override { return {}; }
 };
 

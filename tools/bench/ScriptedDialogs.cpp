@@ -8,7 +8,14 @@ void ScriptedDialogs::showMessage(const QString &text, Icon, const QString &titl
     std::fprintf(stderr, "dialog: %s\n", qPrintable(messages.constLast()));
 }
 
-int ScriptedDialogs::askYesNo(const QString &text, const QString &title)
+int ScriptedDialogs::askYesNo(const QString &text, const QString &title, int)
+{
+    std::fprintf(stderr, "question (answered No): %s: %s\n", qPrintable(title),
+                 qPrintable(oneLine(text)));
+    return No;
+}
+
+int ScriptedDialogs::askYesNoCancel(const QString &text, const QString &title, int)
 {
     std::fprintf(stderr, "question (answered No): %s: %s\n", qPrintable(title),
                  qPrintable(oneLine(text)));

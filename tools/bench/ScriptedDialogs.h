@@ -12,7 +12,8 @@ public:
 
 protected:
     void showMessage(const QString &text, Icon icon, const QString &title) override;
-    int askYesNo(const QString &text, const QString &title) override;
+    int askYesNo(const QString &text, const QString &title, int defaultAnswer) override;
+    int askYesNoCancel(const QString &text, const QString &title, int defaultAnswer) override;
     QString askInput(const QString &prompt, const QString &title,
                      const QString &defaultText) override;
 };

@@ -6,9 +6,12 @@
 #include "ReportQuery.h"
 #include "ReportRenderer.h"
 
+#include "common/ScreenFit.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QFileDialog>
+#include <QHideEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -26,6 +29,7 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
     m_pages = std::make_unique<PreviewPages>(m_def, m_request);
     m_view = new PageView(*m_pages, ReportLayout::pageSize(m_def), this);
     m_view->setObjectName(QStringLiteral("pages"));
+    m_view->setAccessibleName(tr("Report pages"));
     setCentralWidget(m_view);
     connect(m_view, &PageView::changed, this, &PreviewWindow::updatePageLabel);
 
@@ -76,7 +80,9 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
     m_pageLabel = new QLabel(this);
     m_pageLabel->setObjectName(QStringLiteral("pagenumber"));
     statusBar()->addWidget(m_pageLabel);
-    resize(900, 1000);
+    // A page's height where the screen has room for it; where the user left it after that.
+    ScreenFit::restore(this, QStringLiteral("windows/preview"), QSize(900, 1000));
+    ScreenFit::keepOnScreen(this);
     m_view->fitToWidth();
     updatePageLabel();
 }
@@ -85,6 +91,13 @@ PreviewWindow::~PreviewWindow()
 {
     // The view paints from the pages: it goes before them.
     delete m_view;
+}
+
+void PreviewWindow::hideEvent(QHideEvent *event)
+{
+    if (!event->spontaneous())
+        ScreenFit::remember(this, QStringLiteral("windows/preview"));
+    QMainWindow::hideEvent(event);
 }
 
 void PreviewWindow::paintPages(QPrinter *printer)

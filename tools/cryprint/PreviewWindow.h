@@ -27,6 +27,10 @@ public:
     // Writes the report to a file as the export commands do; false with a message on failure.
     bool exportTo(const QString &fileName, const QString &type, QString &error);
 
+protected:
+    // The window's size and place are kept for the next report.
+    void hideEvent(QHideEvent *event) override;
+
 private:
     void paintPages(QPrinter *printer);
     void print();

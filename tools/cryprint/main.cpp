@@ -86,6 +86,9 @@ int main(int argc, char *argv[])
     }
     PreviewWindow preview(*def, *request);
     preview.show();
+    // Started from a window that was on top: the preview comes in front of it with the keyboard.
+    preview.raise();
+    preview.activateWindow();
     preview.raise();
     preview.activateWindow();
     return app.exec();

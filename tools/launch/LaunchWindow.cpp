@@ -2,6 +2,8 @@
 
 #include "SignIn.h"
 
+#include "common/ScreenFit.h"
+
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFormLayout>
@@ -42,7 +44,10 @@ LaunchWindow::LaunchWindow(LaunchServices services, QWidget *parent) :
     layout->addLayout(form);
     layout->addWidget(m_status);
     layout->addWidget(buttons);
+    m_staffList->setAccessibleName(tr("Staff"));
+    m_status->setAccessibleName(tr("Status"));
     resize(460, 340);
+    ScreenFit::keepOnScreen(this);
 
     connect(m_browse, &QPushButton::clicked, this, &LaunchWindow::browse);
     connect(m_folderEdit, &QLineEdit::editingFinished, this,
