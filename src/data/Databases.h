@@ -114,7 +114,7 @@ private:
     QHash<QString, QStringList> m_spares;      // file -> connections kept aside
     QHash<QString, Write> m_writes;            // file -> its open write transaction
     int m_openCount = 0;
-    int m_busyTimeoutMsecs = 3000;
+    int m_busyTimeoutMsecs = Dialect::busyTimeoutMsecs;
     QString m_prefix;
 };
 

@@ -86,6 +86,13 @@ std::unique_ptr<Dialect> Dialect::forDataFolder()
     return std::make_unique<SqliteDialect>();
 }
 
+std::unique_ptr<Dialect> Dialect::forFolder(const QString &folder)
+{
+    if (std::optional<EngineSettings> settings = EngineSettings::ofFolder(folder))
+        return std::make_unique<PostgresDialect>(std::move(*settings));
+    return std::make_unique<SqliteDialect>();
+}
+
 QString Dialect::mapCriterion(const QString &criterion) const
 {
     return mapEmptyDate(map(criterion));

@@ -15,6 +15,10 @@
 class Dialect {
 public:
     virtual ~Dialect() = default;
+    // How long a statement waits for another user's lock before failing, on every connection
+    // of every program (the module may set its own; see Databases::setBusyTimeoutMsecs).
+    static constexpr int busyTimeoutMsecs = 3000;
+
     virtual QString name() const = 0;
     // The statement as this engine accepts it, with the same rows in the same order.
     virtual QString map(const QString &statement) const = 0;
@@ -24,10 +28,16 @@ public:
     // The mapped statement ordered so that rows of equal order values come in one fixed order
     // on every read, as a record source reading it a window at a time needs.
     virtual QString withFixedTies(const QString &statement) const { return statement; }
+    // One term of an order clause ("name" or "name DESC") as this engine orders it, with
+    // nulls where the files put them (first in an ascending order, last in a descending one),
+    // for a program that writes its own statements without map().
+    virtual QString orderTerm(const QString &term) const { return term; }
 
     // The engine of the data folder (the current folder): PostgreSQL when the folder holds the
     // engine settings file, the SQLite files otherwise.
     static std::unique_ptr<Dialect> forDataFolder();
+    // The same for a folder that is not the current one (the launcher's choice).
+    static std::unique_ptr<Dialect> forFolder(const QString &folder);
 
     // Where the database of that file name lives, as messages name it.
     virtual QString placeOf(const QString &fileName) const = 0;

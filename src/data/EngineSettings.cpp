@@ -2,6 +2,7 @@
 
 #include "common/DataFiles.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
@@ -17,7 +18,16 @@ QString lineError(int line, const QString &what)
 
 std::optional<EngineSettings> EngineSettings::ofDataFolder()
 {
-    const QString path = DataFiles::pathOf(QLatin1String(fileName));
+    return ofPath(DataFiles::pathOf(QLatin1String(fileName)));
+}
+
+std::optional<EngineSettings> EngineSettings::ofFolder(const QString &folder)
+{
+    return ofPath(QDir(folder).absoluteFilePath(QLatin1String(fileName)));
+}
+
+std::optional<EngineSettings> EngineSettings::ofPath(const QString &path)
+{
     if (!QFileInfo::exists(path))
         return std::nullopt;
     QFile file(path);

@@ -27,6 +27,11 @@ struct EngineSettings {
 
     // The settings of the data folder (the current folder); none when it has no such file.
     static std::optional<EngineSettings> ofDataFolder();
+    // The settings of another folder.
+    static std::optional<EngineSettings> ofFolder(const QString &folder);
     // The settings a file's text gives; `error` names the line that is wrong.
     static EngineSettings parse(const QString &text);
+
+private:
+    static std::optional<EngineSettings> ofPath(const QString &path);
 };

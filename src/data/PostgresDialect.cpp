@@ -77,8 +77,21 @@ qsizetype orderTermEnd(const QString &sql, qsizetype from, bool &last)
     return sql.size();
 }
 
+// One order term with the files' place for nulls, unless it names a place of its own.
+QString withNullsAsOnTheFiles(const QString &term)
+{
+    static const QRegularExpression descending(QStringLiteral(R"(\sdesc$)"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression nulls(QStringLiteral(R"(\snulls\s+(first|last)$)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    if (nulls.match(term).hasMatch())
+        return term;
+    return term + (descending.match(term).hasMatch() ? QStringLiteral(" nulls last")
+                                                     : QStringLiteral(" nulls first"));
+}
+
 // Each term of the statement's own order clause gets the files' place for nulls.
-QString withNullsAsOnTheFiles(const QString &statement)
+QString withOrderNullsAsOnTheFiles(const QString &statement)
 {
     const QString sql = bareStatement(statement);
     const StatementClauses at = StatementClauses::of(sql);
@@ -89,20 +102,13 @@ QString withNullsAsOnTheFiles(const QString &statement)
     const QRegularExpressionMatch m = orderBy.match(sql.mid(at.order));
     if (!m.hasMatch())
         return statement;
-    static const QRegularExpression descending(QStringLiteral(R"(\sdesc$)"),
-                                               QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression nulls(QStringLiteral(R"(\snulls\s+(first|last)$)"),
-                                          QRegularExpression::CaseInsensitiveOption);
     QString mapped = sql.left(at.order + m.capturedLength());
     qsizetype start = mapped.size();
     bool last = false;
     while (!last) {
         const qsizetype end = orderTermEnd(sql, start, last);
         const QString term = sql.mid(start, end - start).trimmed();
-        mapped += term;
-        if (!nulls.match(term).hasMatch())
-            mapped += descending.match(term).hasMatch() ? QStringLiteral(" nulls last")
-                                                        : QStringLiteral(" nulls first");
+        mapped += withNullsAsOnTheFiles(term);
         if (!last) {
             mapped += QStringLiteral(", ");
             start = end + 1;
@@ -119,7 +125,7 @@ PostgresDialect::PostgresDialect(EngineSettings settings) : m_settings(std::move
 
 QString PostgresDialect::map(const QString &statement) const
 {
-    return withNullsAsOnTheFiles(mapDesktopStatement(statement));
+    return withOrderNullsAsOnTheFiles(mapDesktopStatement(statement));
 }
 
 QString PostgresDialect::indexColumns(const QString &columns) const
@@ -167,6 +173,48 @@ QString PostgresDialect::placeOf(const QString &fileName) const
         .arg(fileName, schemaOf(fileName), m_settings.database, m_settings.host);
 }
 
+// Throws the server's own reason when it refuses.
+QSqlDatabase PostgresDialect::login(const QString &connection, const QString &program) const
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection);
+    db.setHostName(m_settings.host);
+    db.setPort(m_settings.port);
+    db.setDatabaseName(m_settings.database);
+    if (!m_settings.user.isEmpty())
+        db.setUserName(m_settings.user);
+    db.setConnectOptions(QStringLiteral("connect_timeout=5;application_name=") + program);
+    if (!db.open()) {
+        const QString why = db.lastError().text().trimmed();
+        dropConnection(db, connection);
+        throw DbError(DbError::FileNotFound, why);
+    }
+    return db;
+}
+
+QSqlDatabase PostgresDialect::openDatabase(const QString &connection, const QString &program) const
+{
+    if (!m_settings.error.isEmpty())
+        throw DbError(DbError::FileNotFound, m_settings.error);
+    QSqlDatabase db;
+    try {
+        db = login(connection, program);
+    } catch (const DbError &refused) {
+        throw DbError(refused.code(),
+                      QStringLiteral("The database server refused the connection to the "
+                                     "database %1 on %2: %3")
+                          .arg(m_settings.database, m_settings.host, refused.text()));
+    }
+    QSqlQuery q(db);
+    if (!q.exec(QStringLiteral("set client_min_messages = warning")) ||
+        !q.exec(QStringLiteral("set lock_timeout = %1").arg(Dialect::busyTimeoutMsecs))) {
+        const DbError error = Databases::errorFrom(q.lastError());
+        q = QSqlQuery();
+        dropConnection(db, connection);
+        throw error;
+    }
+    return db;
+}
+
 QSqlDatabase PostgresDialect::open(const QString &fileName, const QString &connection,
                                    int busyMsecs) const
 {
@@ -176,20 +224,14 @@ QSqlDatabase PostgresDialect::open(const QString &fileName, const QString &conne
     if (!plainName.match(schemaOf(fileName)).hasMatch())
         throw DbError(DbError::FileNotFound,
                       QStringLiteral("Could not find file '%1'.").arg(fileName));
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection);
-    db.setHostName(m_settings.host);
-    db.setPort(m_settings.port);
-    db.setDatabaseName(m_settings.database);
-    if (!m_settings.user.isEmpty())
-        db.setUserName(m_settings.user);
-    db.setConnectOptions(QStringLiteral("connect_timeout=5;application_name=apmaster"));
-    if (!db.open()) {
-        const QString why = db.lastError().text().trimmed();
-        dropConnection(db, connection);
-        throw DbError(DbError::FileNotFound,
+    QSqlDatabase db;
+    try {
+        db = login(connection, QStringLiteral("apmaster"));
+    } catch (const DbError &refused) {
+        throw DbError(refused.code(),
                       QStringLiteral("Could not open file '%1': the database server refused "
                                      "the connection. %2")
-                          .arg(placeOf(fileName), why));
+                          .arg(placeOf(fileName), refused.text()));
     }
     QSqlQuery q(db);
     const bool set =
@@ -208,7 +250,7 @@ QSqlDatabase PostgresDialect::open(const QString &fileName, const QString &conne
 QSqlDatabase PostgresDialect::openForReading(const QString &fileName,
                                              const QString &connection) const
 {
-    QSqlDatabase db = open(fileName, connection, 5000);
+    QSqlDatabase db = open(fileName, connection, Dialect::busyTimeoutMsecs);
     QSqlQuery q(db);
     if (!q.exec(QStringLiteral("set session characteristics as transaction read only"))) {
         const DbError error = Databases::errorFrom(q.lastError());
@@ -242,7 +284,7 @@ bool PostgresDialect::exists(const QString &fileName) const
 {
     Probe probe;
     try {
-        probe.db() = open(fileName, probe.name(), 3000);
+        probe.db() = open(fileName, probe.name(), Dialect::busyTimeoutMsecs);
         return schemaExists(probe.db(), fileName);
     } catch (const DbError &) {
         return false;
@@ -346,4 +388,9 @@ QStringList PostgresDialect::beginSchemaChange(const QString &fileName) const
     return {QStringLiteral("begin"), QLatin1String(schemaLock),
             QStringLiteral("create extension if not exists citext schema public"),
             QStringLiteral("create schema if not exists %1").arg(schemaOf(fileName))};
+}
+
+QString PostgresDialect::orderTerm(const QString &term) const
+{
+    return withNullsAsOnTheFiles(term.trimmed());
 }

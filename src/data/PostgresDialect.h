@@ -56,11 +56,18 @@ public:
     // refuses every write, and nothing is made or checked. Throws DbError when the server
     // refuses.
     QSqlDatabase openForReading(const QString &fileName, const QString &connection) const;
+    // A connection to the server's database itself, with no schema chosen, named to the server
+    // after the program (for a program that makes a company's schemas: the import). Throws
+    // DbError when the server refuses.
+    QSqlDatabase openDatabase(const QString &connection, const QString &program) const;
+    // Nulls first in an ascending term, last in a descending one, as on the files.
+    QString orderTerm(const QString &term) const override;
 
 private:
     // A connection to the server's database with the file's schema first on the search path
     // (and public, where the citext type lives). Throws DbError when the server refuses.
     QSqlDatabase open(const QString &fileName, const QString &connection, int busyMsecs) const;
+    QSqlDatabase login(const QString &connection, const QString &program) const;
     bool schemaExists(QSqlDatabase &db, const QString &fileName) const;
 
     EngineSettings m_settings;

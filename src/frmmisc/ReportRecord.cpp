@@ -1,24 +1,22 @@
 #include "frmmisc/ReportRecord.h"
 
+#include "data/Connection.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStandardPaths>
-#include <QUrl>
 
 #include <algorithm>
 
 namespace {
 
 constexpr int fieldCount = 30;
-int s_connection = 0;
 
 QString textOf(const QSqlQuery &q, const QSqlRecord &shape, const QString &column)
 {
@@ -168,71 +166,46 @@ void ReportRecord::addHeadings(Databases &dbs, std::vector<Account> &accounts) c
 
 void ReportRecord::write(const QString &path, const std::vector<Account> &accounts) const
 {
-    const QString connection = QStringLiteral("frmmisc-report-%1").arg(++s_connection);
-    QString error;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-        db.setDatabaseName(QStringLiteral("file:%1?mode=rwc")
-                               .arg(QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))));
-        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=3000"));
-        if (!db.open()) {
-            error = db.lastError().text();
-        } else {
-            QStringList columns = {QStringLiteral("acctid INTEGER"),
-                                   QStringLiteral("fieldcount INTEGER")};
-            for (const QString &column : headingColumns())
-                columns << column + QStringLiteral(" TEXT");
-            for (int i = 1; i <= fieldCount; ++i)
-                columns << QStringLiteral("miscdesc%1 TEXT").arg(i);
-            for (int i = 1; i <= fieldCount; ++i)
-                columns << QStringLiteral("miscvalue%1 TEXT").arg(i);
-            QStringList names;
-            QStringList marks;
-            for (const QString &column : columns) {
-                names << column.section(QLatin1Char(' '), 0, 0);
-                marks << QStringLiteral("?");
-            }
-            QSqlQuery q(db);
-            auto run = [&](const QString &sql) {
-                if (error.isEmpty() && !q.exec(sql))
-                    error = q.lastError().text();
-            };
-            run(QStringLiteral("drop table if exists ") + table());
-            run(QStringLiteral("create table %1 (%2)").arg(table(), columns.join(", ")));
-            run(QStringLiteral("begin immediate"));
-            if (error.isEmpty() &&
-                !q.prepare(QStringLiteral("insert into %1 (%2) values (%3)")
-                               .arg(table(), names.join(", "), marks.join(", "))))
-                error = q.lastError().text();
-            for (const Account &account : accounts) {
-                if (!error.isEmpty())
-                    break;
-                q.addBindValue(account.acctid);
-                q.addBindValue(static_cast<int>(m_chosen.size()));
-                for (const QString &column : headingColumns())
-                    q.addBindValue(account.heading.value(column));
-                for (std::size_t i = 0; i < fieldCount; ++i)
-                    q.addBindValue(i < m_chosen.size() ? m_descriptions.value(m_chosen[i])
-                                                       : QString());
-                for (std::size_t i = 0; i < fieldCount; ++i)
-                    q.addBindValue(i < m_chosen.size() ? account.values.value(m_chosen[i])
-                                                       : QString());
-                if (!q.exec())
-                    error = q.lastError().text();
-            }
-            if (error.isEmpty()) {
-                run(QStringLiteral("commit"));
-            } else {
-                QSqlQuery rollback(db);
-                rollback.exec(QStringLiteral("rollback"));
-            }
-            q.finish();
-        }
-        db.close();
+    QStringList columns = {QStringLiteral("acctid INTEGER"), QStringLiteral("fieldcount INTEGER")};
+    for (const QString &column : headingColumns())
+        columns << column + QStringLiteral(" TEXT");
+    for (int i = 1; i <= fieldCount; ++i)
+        columns << QStringLiteral("miscdesc%1 TEXT").arg(i);
+    for (int i = 1; i <= fieldCount; ++i)
+        columns << QStringLiteral("miscvalue%1 TEXT").arg(i);
+    QStringList names;
+    QStringList marks;
+    for (const QString &column : columns) {
+        names << column.section(QLatin1Char(' '), 0, 0);
+        marks << QStringLiteral("?");
     }
-    QSqlDatabase::removeDatabase(connection);
-    if (!error.isEmpty())
-        throw DbError(
-            DbError::Generic,
-            QStringLiteral("The report's record '%1' could not be written: %2").arg(path, error));
+    try {
+        const Connection record = Connection::localFile(path);
+        record.execute(QStringLiteral("drop table if exists ") + table());
+        record.execute(QStringLiteral("create table %1 (%2)").arg(table(), columns.join(", ")));
+        BulkTransaction transaction(record);
+        QSqlQuery q(record.db());
+        const QString insert = QStringLiteral("insert into %1 (%2) values (%3)")
+                                   .arg(table(), names.join(", "), marks.join(", "));
+        if (!q.prepare(insert))
+            throw Databases::errorFrom(q.lastError(), insert);
+        for (const Account &account : accounts) {
+            q.addBindValue(account.acctid);
+            q.addBindValue(static_cast<int>(m_chosen.size()));
+            for (const QString &column : headingColumns())
+                q.addBindValue(account.heading.value(column));
+            for (std::size_t i = 0; i < fieldCount; ++i)
+                q.addBindValue(i < m_chosen.size() ? m_descriptions.value(m_chosen[i]) : QString());
+            for (std::size_t i = 0; i < fieldCount; ++i)
+                q.addBindValue(i < m_chosen.size() ? account.values.value(m_chosen[i]) : QString());
+            if (!q.exec())
+                throw Databases::errorFrom(q.lastError());
+        }
+        q.finish();
+        transaction.commit();
+    } catch (const DbError &error) {
+        throw DbError(DbError::Generic,
+                      QStringLiteral("The report's record '%1' could not be written: %2")
+                          .arg(path, error.text()));
+    }
 }

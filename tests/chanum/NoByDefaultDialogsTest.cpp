@@ -34,7 +34,8 @@ TEST(NoByDefaultDialogs, EnterAloneAnswersTheQuestionNo)
 {
     TestedDialogs dialogs;
     whenShown([](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Return); });
-    EXPECT_EQ(dialogs.askYesNo("Merge vendor 120 into vendor 130?", "Velmora Office Message"),
+    EXPECT_EQ(dialogs.askYesNo("Merge vendor 120 into vendor 130?", "Velmora Office Message",
+                               Dialogs::Yes),
               Dialogs::No);
 }
 
@@ -42,7 +43,8 @@ TEST(NoByDefaultDialogs, TheYesButtonAnswersYes)
 {
     TestedDialogs dialogs;
     whenShown([](QMessageBox *box) { box->button(QMessageBox::Yes)->click(); });
-    EXPECT_EQ(dialogs.askYesNo("Merge vendor 120 into vendor 130?", "Velmora Office Message"),
+    EXPECT_EQ(dialogs.askYesNo("Merge vendor 120 into vendor 130?", "Velmora Office Message",
+                               Dialogs::Yes),
               Dialogs::Yes);
 }
 

@@ -5,13 +5,9 @@
 
 #include <cstdio>
 
-int NoByDefaultDialogs::askYesNo(const QString &text, const QString &title)
+int NoByDefaultDialogs::askYesNo(const QString &text, const QString &title, int)
 {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
-    box.setWindowFlag(Qt::WindowStaysOnTopHint);
-    return box.exec() == QMessageBox::Yes ? Yes : No;
+    return QtDialogs::askYesNo(text, title, No);
 }
 
 std::optional<AnswerDialogs> AnswerDialogs::fromFile(const QString &fileName, QString &error)
@@ -47,12 +43,26 @@ void AnswerDialogs::showMessage(const QString &text, Icon, const QString &title)
     std::fflush(stdout);
 }
 
-int AnswerDialogs::askYesNo(const QString &text, const QString &title)
+int AnswerDialogs::askYesNo(const QString &text, const QString &title, int)
 {
     const QString answer = next().trimmed();
     const int result = answer.compare(QLatin1String("yes"), Qt::CaseInsensitive) == 0 ? Yes : No;
     std::printf("question: %s: %s -> %s\n", qPrintable(title), qPrintable(oneLine(text)),
                 result == Yes ? "yes" : "no");
+    std::fflush(stdout);
+    return result;
+}
+
+int AnswerDialogs::askYesNoCancel(const QString &text, const QString &title, int)
+{
+    const QString answer = next().trimmed().toLower();
+    const int result = answer == QLatin1String("yes")      ? Yes
+                       : answer == QLatin1String("cancel") ? Cancel
+                                                           : No;
+    std::printf("question: %s: %s -> %s\n", qPrintable(title), qPrintable(oneLine(text)),
+                qPrintable(answer == QLatin1String("yes") || answer == QLatin1String("cancel")
+                               ? answer
+                               : QStringLiteral("no")));
     std::fflush(stdout);
     return result;
 }

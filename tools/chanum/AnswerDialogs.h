@@ -10,7 +10,7 @@
 // Enter alone never changes the vendor file.
 class NoByDefaultDialogs : public QtDialogs {
 protected:
-    int askYesNo(const QString &text, const QString &title) override;
+    int askYesNo(const QString &text, const QString &title, int defaultAnswer) override;
 };
 
 // Dialogs answered from a file, one answer a line, in the order they are asked, for runs
@@ -18,7 +18,7 @@ protected:
 //
 //     clipboard JSMITH      stands for what the clipboard holds (the first line only)
 //     input 120             the text typed into the next input box ("input" alone cancels)
-//     yes | no              the answer to the next question
+//     yes | no | cancel     the answer to the next question (cancel only where offered)
 //
 // Every dialog is written to standard output on one line ("message: ...", "question: ...",
 // "input: ..."). A question with no answer left, or a line that does not fit, is answered No
@@ -33,7 +33,8 @@ public:
 
 protected:
     void showMessage(const QString &text, Icon icon, const QString &title) override;
-    int askYesNo(const QString &text, const QString &title) override;
+    int askYesNo(const QString &text, const QString &title, int defaultAnswer) override;
+    int askYesNoCancel(const QString &text, const QString &title, int defaultAnswer) override;
     QString askInput(const QString &prompt, const QString &title,
                      const QString &defaultText) override;
 

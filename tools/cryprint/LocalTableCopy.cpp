@@ -1,10 +1,15 @@
 #include "LocalTableCopy.h"
 
+#include "data/Connection.h"
+#include "data/Databases.h"
+#include "data/DbError.h"
+
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStringList>
-#include <QUrl>
+
+#include <optional>
 
 namespace {
 
@@ -27,45 +32,19 @@ QString serverType(const QString &declared)
     return QStringLiteral("text");
 }
 
-// Closes the file's connection when the copy is over, whatever happened.
-class LocalFile {
-public:
-    explicit LocalFile(const QString &path) : m_name(QStringLiteral("cryprint-local:") + path)
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-        db.setDatabaseName(QStringLiteral("file:%1?mode=ro")
-                               .arg(QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))));
-        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_OPEN_READONLY"));
-        m_open = db.open();
-    }
-    ~LocalFile()
-    {
-        {
-            QSqlDatabase db = QSqlDatabase::database(m_name, false);
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    LocalFile(const LocalFile &) = delete;
-    LocalFile &operator=(const LocalFile &) = delete;
-    bool isOpen() const { return m_open; }
-    QSqlDatabase db() const { return QSqlDatabase::database(m_name, false); }
-
-private:
-    QString m_name;
-    bool m_open = false;
-};
-
 } // namespace
 
-bool LocalTableCopy::copy(QSqlDatabase &server, const QString &file, const QString &table,
+bool LocalTableCopy::copy(const Connection &server, const QString &file, const QString &table,
                           QString &error)
 {
-    const LocalFile local(file);
-    if (!local.isOpen()) {
+    std::optional<Connection> opened;
+    try {
+        opened.emplace(Connection::readOnlyFile(file));
+    } catch (const DbError &) {
         error = QStringLiteral("The data file %1 cannot be opened.").arg(file);
         return false;
     }
+    const Connection &local = *opened;
     QStringList names;
     QStringList definitions;
     {
@@ -87,39 +66,41 @@ bool LocalTableCopy::copy(QSqlDatabase &server, const QString &file, const QStri
         return false;
     }
     // The session refuses writes by default; a temporary table is the session's own.
-    QSqlQuery q(server);
     const QString target = QStringLiteral("pg_temp.") + quoted(table.toLower());
-    bool ok = q.exec(QStringLiteral("begin transaction read write")) &&
-              q.exec(QStringLiteral("drop table if exists ") + target) &&
-              q.exec(QStringLiteral("create temporary table %1 (%2)")
-                         .arg(target, definitions.join(QStringLiteral(", "))));
-    if (ok) {
+    try {
+        BulkTransaction transaction(server);
+        server.execute(QStringLiteral("drop table if exists ") + target);
+        server.execute(QStringLiteral("create temporary table %1 (%2)")
+                           .arg(target, definitions.join(QStringLiteral(", "))));
         QSqlQuery rows(local.db());
         rows.setForwardOnly(true);
-        ok = rows.exec(QStringLiteral("select %1 from %2")
-                           .arg(names.join(QStringLiteral(", ")), quoted(table)));
-        if (!ok)
+        if (!rows.exec(QStringLiteral("select %1 from %2")
+                           .arg(names.join(QStringLiteral(", ")), quoted(table)))) {
             error = QStringLiteral("The data file %1 cannot be read: %2")
                         .arg(file, rows.lastError().text());
+            return false;
+        }
         QStringList marks;
         for (qsizetype i = 0; i < names.size(); ++i)
             marks << QStringLiteral("?");
-        QSqlQuery insert(server);
-        ok = ok && insert.prepare(QStringLiteral("insert into %1 (%2) values (%3)")
-                                      .arg(target, names.join(QStringLiteral(", ")),
-                                           marks.join(QStringLiteral(", "))));
-        while (ok && rows.next()) {
+        QSqlQuery insert(server.db());
+        const QString statement =
+            QStringLiteral("insert into %1 (%2) values (%3)")
+                .arg(target, names.join(QStringLiteral(", ")), marks.join(QStringLiteral(", ")));
+        if (!insert.prepare(statement))
+            throw Databases::errorFrom(insert.lastError(), statement);
+        while (rows.next()) {
             for (int i = 0; i < int(names.size()); ++i)
                 insert.bindValue(i, rows.value(i));
-            ok = insert.exec();
+            if (!insert.exec())
+                throw Databases::errorFrom(insert.lastError());
         }
-        if (!ok && error.isEmpty())
-            error = QStringLiteral("The data file %1 could not be taken to the server: %2")
-                        .arg(file, insert.lastError().text());
-    } else {
+        insert.finish();
+        transaction.commit();
+    } catch (const DbError &e) {
         error = QStringLiteral("The data file %1 could not be taken to the server: %2")
-                    .arg(file, q.lastError().text());
+                    .arg(file, e.text());
+        return false;
     }
-    q.exec(ok ? QStringLiteral("commit") : QStringLiteral("rollback"));
-    return ok;
+    return true;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QSqlDatabase>
 #include <QString>
+
+class Connection;
 
 // On a company kept on a PostgreSQL server, a report may still read a table of a file on this
 // computer (the user-defined fields report reads the record file the module writes for it). The
@@ -10,6 +11,6 @@
 namespace LocalTableCopy {
 
 // Copies the table of the SQLite file into pg_temp.<table in lower case>; false with a message.
-bool copy(QSqlDatabase &server, const QString &file, const QString &table, QString &error);
+bool copy(const Connection &server, const QString &file, const QString &table, QString &error);
 
 } // namespace LocalTableCopy

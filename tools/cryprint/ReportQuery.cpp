@@ -4,7 +4,9 @@
 #include "SelectionFormula.h"
 
 #include "common/DataFiles.h"
+#include "data/Connection.h"
 #include "data/DbError.h"
+#include "data/Dialect.h"
 #include "data/EngineSettings.h"
 #include "data/PostgresDialect.h"
 
@@ -19,8 +21,6 @@
 
 namespace {
 
-int s_connections = 0;
-
 QString key(const QString &table, const QString &field)
 {
     return table.toLower() + QLatin1Char('.') + field.toLower();
@@ -34,38 +34,31 @@ QString quoted(const QString &name)
 
 } // namespace
 
-ReportQuery::ReportQuery() : m_connection(QStringLiteral("cryprint-%1").arg(++s_connections)) {}
+ReportQuery::ReportQuery() = default;
 
 ReportQuery::~ReportQuery()
 {
-    m_query.reset();
-    {
-        QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-        if (db.isValid())
-            db.close();
-    }
-    if (QSqlDatabase::contains(m_connection))
-        QSqlDatabase::removeDatabase(m_connection);
+    m_query.reset(); // before its connection goes
 }
 
 bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest &request,
                                const EngineSettings &settings, QString &error)
 {
-    m_server = true;
     const PostgresDialect dialect(settings);
-    QSqlDatabase db;
     try {
-        db = dialect.openForReading(def.tables[0].file, m_connection);
+        m_connection =
+            std::make_unique<Connection>(Connection::serverReader(settings, def.tables[0].file));
     } catch (const DbError &e) {
         error = QStringLiteral("The company's database cannot be opened: ") + e.text();
         return false;
     }
+    QSqlDatabase db = m_connection->db();
     for (const auto &table : def.tables) {
         const QString given = request.dataFiles[size_t(table.index)];
         QString schema;
         if (!given.isEmpty() && QFileInfo(given).isFile()) {
             // A file on this computer (the module's record for the user-defined fields).
-            if (!LocalTableCopy::copy(db, given, table.name, error))
+            if (!LocalTableCopy::copy(*m_connection, given, table.name, error))
                 return false;
             schema = QStringLiteral("pg_temp");
         } else {
@@ -121,15 +114,16 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
 
 bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request, QString &error)
 {
+    m_dialect = Dialect::forDataFolder();
     if (const std::optional<EngineSettings> settings = EngineSettings::ofDataFolder())
         return attachServer(def, request, *settings, error);
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    db.setDatabaseName(QStringLiteral(":memory:"));
-    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000"));
-    if (!db.open()) {
-        error = QStringLiteral("The database engine cannot start: ") + db.lastError().text();
+    try {
+        m_connection = std::make_unique<Connection>(Connection::scratch());
+    } catch (const DbError &e) {
+        error = QStringLiteral("The database engine cannot start: ") + e.text();
         return false;
     }
+    QSqlDatabase db = m_connection->db();
     QHash<QString, QString> schemaOfPath;
     for (const auto &table : def.tables) {
         const QString given = request.dataFiles[size_t(table.index)];
@@ -231,7 +225,7 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
     }
     // The server's tables are named in lower case.
     const auto tableName = [this](const QString &name) {
-        return quoted(m_server ? name.toLower() : name);
+        return quoted(onServer() ? name.toLower() : name);
     };
     QString from = m_schemaOf.value(def.tables[0].name.toLower()) + QLatin1Char('.') +
                    tableName(def.tables[0].name) + QStringLiteral(" AS ") +
@@ -289,15 +283,11 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
                   QStringLiteral(" FROM ") + from;
     if (!where.isEmpty())
         m_statement += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
-    if (m_server) {
-        // Nulls first in an ascending order, as the files order them.
-        for (QString &term : order)
-            term += term.endsWith(QLatin1String(" DESC")) ? QStringLiteral(" NULLS LAST")
-                                                          : QStringLiteral(" NULLS FIRST");
-    }
+    // Nulls where the files put them, whatever the engine.
+    for (QString &term : order)
+        term = m_dialect->orderTerm(term);
     if (m_quickRows > 0)
-        order << quoted(def.tables[0].name.toLower()) +
-                     (m_server ? QStringLiteral(".ctid") : QStringLiteral(".rowid"));
+        order << quoted(def.tables[0].name.toLower()) + QLatin1Char('.') + m_dialect->rowIdColumn();
     if (!order.isEmpty())
         m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
     m_values = values;
@@ -312,7 +302,7 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
 
 bool ReportQuery::run(const QString &statement)
 {
-    m_query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_connection));
+    m_query = std::make_unique<QSqlQuery>(m_connection->db());
     m_query->setForwardOnly(true);
     if (!m_query->prepare(statement)) {
         m_error = QStringLiteral("The report's statement cannot be prepared: ") +
@@ -341,7 +331,7 @@ bool ReportQuery::next()
         // The limited statement gave all it may: the rest come from the whole one.
         m_quick = false;
         const QString rest =
-            m_server ? QStringLiteral(" OFFSET %1") : QStringLiteral(" LIMIT -1 OFFSET %1");
+            onServer() ? QStringLiteral(" OFFSET %1") : QStringLiteral(" LIMIT -1 OFFSET %1");
         if (!run(m_statement + rest.arg(m_read))) {
             m_query.reset();
             return false;
@@ -358,4 +348,9 @@ QVariant ReportQuery::value(const ReportDefinition::Field &field) const
 {
     const int at = m_columns.value(key(field.table, field.column), -1);
     return at < 0 ? QVariant() : m_query->value(at);
+}
+
+bool ReportQuery::onServer() const
+{
+    return m_connection && m_connection->onServer();
 }

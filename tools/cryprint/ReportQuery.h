@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 
+class Connection;
+class Dialect;
 struct EngineSettings;
 
 // The rows of one report: the definition's tables in their files (or the files the request
@@ -44,14 +46,17 @@ public:
 
 private:
     bool run(const QString &statement);
+    // Whether the company is on a PostgreSQL server.
+    bool onServer() const;
     bool attach(const ReportDefinition &def, const RunnerRequest &request, QString &error);
     // The same on a data folder whose company is on a PostgreSQL server: one read-only
     // connection, each file a schema.
     bool attachServer(const ReportDefinition &def, const RunnerRequest &request,
                       const EngineSettings &settings, QString &error);
     void readCompany(QSqlDatabase &db, const QString &table);
-    QString m_connection;
     QString m_company;
+    std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<Dialect> m_dialect;
     std::unique_ptr<QSqlQuery> m_query;
     QHash<QString, int> m_columns;                   // "table.field" (lower case) -> position
     QHash<QString, QString> m_schemaOf;              // table (lower case) -> attached schema
@@ -60,7 +65,6 @@ private:
     QString m_error;
     QVariantList m_values;
     long long m_quickRows = 0;
-    bool m_quick = false;  // the limited statement is being read
-    bool m_server = false; // the company is on a PostgreSQL server
+    bool m_quick = false; // the limited statement is being read
     long long m_read = 0;
 };

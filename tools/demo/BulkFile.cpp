@@ -2,6 +2,7 @@
 
 #include "DemoError.h"
 
+#include "data/DbError.h"
 #include "data/Schema.h"
 #include "data/SqliteDialect.h"
 
@@ -9,12 +10,9 @@
 #include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>
-#include <QUrl>
 
 namespace Demo {
 namespace {
-
-int s_connections = 0;
 
 void removeFileSet(const QString &path)
 {
@@ -44,8 +42,7 @@ bool BulkFile::canReplace(const QString &path)
 }
 
 BulkFile::BulkFile(const QDir &folder, const QString &fileName) :
-    m_fileName(fileName), m_path(folder.absoluteFilePath(fileName)),
-    m_connection(QStringLiteral("apmaster-demo-%1:%2").arg(++s_connections).arg(fileName))
+    m_fileName(fileName), m_path(folder.absoluteFilePath(fileName))
 {
     if (!canReplace(m_path))
         throw Error(
@@ -56,13 +53,12 @@ BulkFile::BulkFile(const QDir &folder, const QString &fileName) :
         throw Error(QStringLiteral("Could not create %1: %2").arg(m_path, empty.errorString()));
     empty.close();
 
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    db.setDatabaseName(QStringLiteral("file:%1?mode=rw")
-                           .arg(QString::fromUtf8(QUrl::toPercentEncoding(m_path, "/"))));
-    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI"));
-    if (!db.open())
-        throw Error(QStringLiteral("Could not open %1: %2").arg(m_path, db.lastError().text()));
-    m_open = true;
+    try {
+        m_connection.emplace(Connection::localFile(m_path));
+    } catch (const DbError &error) {
+        throw Error(QStringLiteral("Could not open %1: %2").arg(m_path, error.text()));
+    }
+    QSqlDatabase db = m_connection->db();
     const QString schemaError = Schema::ensure(db, fileName, SqliteDialect());
     if (!schemaError.isEmpty())
         throw Error(
@@ -73,35 +69,31 @@ BulkFile::BulkFile(const QDir &folder, const QString &fileName) :
     execute(QStringLiteral("pragma temp_store=MEMORY"));
 }
 
-BulkFile::~BulkFile()
-{
-    if (!m_open)
-        return;
-    {
-        QSqlDatabase db = database();
-        db.rollback();
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(m_connection);
-}
+BulkFile::~BulkFile() = default; // a transaction not committed is rolled back
 
 QSqlDatabase BulkFile::database() const
 {
-    return QSqlDatabase::database(m_connection, false);
+    return m_connection ? m_connection->db() : QSqlDatabase();
 }
 
 void BulkFile::begin()
 {
-    QSqlDatabase db = database();
-    if (!db.transaction())
-        throw Error(QStringLiteral("%1: %2").arg(m_fileName, db.lastError().text()));
+    try {
+        m_transaction = std::make_unique<BulkTransaction>(*m_connection);
+    } catch (const DbError &error) {
+        throw Error(QStringLiteral("%1: %2").arg(m_fileName, error.text()));
+    }
 }
 
 void BulkFile::commit()
 {
-    QSqlDatabase db = database();
-    if (!db.commit())
-        throw Error(QStringLiteral("%1: %2").arg(m_fileName, db.lastError().text()));
+    try {
+        if (m_transaction)
+            m_transaction->commit();
+    } catch (const DbError &error) {
+        throw Error(QStringLiteral("%1: %2").arg(m_fileName, error.text()));
+    }
+    m_transaction.reset();
 }
 
 void BulkFile::execute(const QString &statement)
@@ -131,12 +123,8 @@ void BulkFile::finish()
 {
     execute(QStringLiteral("pragma synchronous=FULL"));
     execute(QStringLiteral("pragma wal_checkpoint(TRUNCATE)"));
-    {
-        QSqlDatabase db = database();
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(m_connection);
-    m_open = false;
+    m_transaction.reset();
+    m_connection.reset();
 }
 
 Insert::Insert(const BulkFile &file, const QString &table, const QStringList &columns) :

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "data/Connection.h"
+
 #include <QSqlQuery>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+
+#include <memory>
+#include <optional>
 
 class QDir;
 class QSqlDatabase;
@@ -25,7 +30,6 @@ public:
     static bool canReplace(const QString &path);
 
     QString fileName() const { return m_fileName; }
-    QString connectionName() const { return m_connection; }
     QSqlDatabase database() const;
 
     void begin();
@@ -40,8 +44,8 @@ public:
 private:
     QString m_fileName;
     QString m_path;
-    QString m_connection;
-    bool m_open = false;
+    std::optional<Connection> m_connection;
+    std::unique_ptr<BulkTransaction> m_transaction; // between begin() and commit()
 };
 
 // One prepared insert into a table, values bound by position.

@@ -3,6 +3,7 @@
 #include "ImportError.h"
 #include "ReaderProtocol.h"
 
+#include "data/DbError.h"
 #include "data/Schema.h"
 
 #include <QSqlError>
@@ -13,8 +14,7 @@ namespace P = ReaderProtocol;
 } // namespace
 
 PostgresDestination::PostgresDestination(const EngineSettings &settings) :
-    m_settings(settings), m_dialect(settings),
-    m_connection(QStringLiteral("apmaster-import-server-%1").arg(quintptr(this)))
+    m_settings(settings), m_dialect(settings)
 {
 }
 
@@ -66,7 +66,7 @@ QString PostgresDestination::identifier(const QString &name) const
 
 void PostgresDestination::run(const QString &statement)
 {
-    QSqlQuery q(QSqlDatabase::database(m_connection, false));
+    QSqlQuery q(m_connection->db());
     if (!q.exec(statement))
         throw ImportError(QStringLiteral("%1 refused a statement for '%2': %3 (%4)")
                               .arg(place(), m_fileName, q.lastError().text().trimmed(), statement));
@@ -76,22 +76,14 @@ void PostgresDestination::start(const QStringList &fileNames)
 {
     if (!m_settings.error.isEmpty())
         throw ImportError(m_settings.error);
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_connection);
-        db.setHostName(m_settings.host);
-        db.setPort(m_settings.port);
-        db.setDatabaseName(m_settings.database);
-        if (!m_settings.user.isEmpty())
-            db.setUserName(m_settings.user);
-        db.setConnectOptions(QStringLiteral("connect_timeout=5;application_name=apmaster-import"));
-        if (!db.open())
-            throw ImportError(QStringLiteral("The database server refused the connection to %1: %2")
-                                  .arg(place(), db.lastError().text().trimmed()));
+    try {
+        m_connection.emplace(Connection::server(m_settings, QStringLiteral("apmaster-import")));
+    } catch (const DbError &error) {
+        throw ImportError(error.text());
     }
-    run(QStringLiteral("set client_min_messages = warning"));
     QStringList held;
     for (const QString &name : fileNames) {
-        QSqlQuery q(QSqlDatabase::database(m_connection, false));
+        QSqlQuery q(m_connection->db());
         q.prepare(QStringLiteral("select 1 from pg_namespace where nspname = ?"));
         q.addBindValue(PostgresDialect::schemaOf(name));
         if (!q.exec())
@@ -106,8 +98,12 @@ void PostgresDestination::start(const QStringList &fileNames)
                            "writes only into a database that holds none of the files; nothing "
                            "was changed.")
                 .arg(m_settings.database, m_settings.host, held.join(QStringLiteral(", "))));
-    run(QStringLiteral("begin"));
-    m_inTransaction = true;
+    try {
+        m_transaction = std::make_unique<BulkTransaction>(*m_connection);
+    } catch (const DbError &error) {
+        throw ImportError(
+            QStringLiteral("%1 refused to start the import: %2").arg(place(), error.text()));
+    }
     // The module's text columns need the case-blind text type.
     run(QStringLiteral("create extension if not exists citext schema public"));
 }
@@ -120,7 +116,7 @@ void PostgresDestination::beginFile(const QString &fileName)
     // this fail rather than mix two companies.
     run(QStringLiteral("create schema ") + TablePlans::quoted(schema));
     run(QStringLiteral("set local search_path to %1, public").arg(TablePlans::quoted(schema)));
-    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    QSqlDatabase db = m_connection->db();
     const QString error = Schema::makeTablesInTransaction(db, fileName.toLower(), m_dialect);
     if (!error.isEmpty())
         throw ImportError(QStringLiteral("the module's tables could not be made in '%1': %2")
@@ -134,7 +130,7 @@ void PostgresDestination::beginTable(const TablePlan &plan)
     for (const ColumnPlan &c : plan.columns)
         names << identifier(c.name);
     if (plan.known) {
-        const QSqlRecord existing = QSqlDatabase::database(m_connection, false).record(plan.name);
+        const QSqlRecord existing = m_connection->db().record(plan.name);
         for (const ColumnPlan &c : plan.columns)
             if (!existing.contains(c.name.toLower()))
                 run(QStringLiteral("alter table %1 add column %2 %3")
@@ -148,7 +144,7 @@ void PostgresDestination::beginTable(const TablePlan &plan)
             defs << identifier(c.name) + QLatin1Char(' ') + keptType(c.sourceType);
         run(QStringLiteral("create table %1 (%2)").arg(identifier(plan.name), defs.join(", ")));
     }
-    m_insert = QSqlQuery(QSqlDatabase::database(m_connection, false));
+    m_insert = QSqlQuery(m_connection->db());
     QStringList marks;
     for (qsizetype i = 0; i < names.size(); ++i)
         marks << QStringLiteral("?");
@@ -177,7 +173,7 @@ void PostgresDestination::endTable()
 
 qint64 PostgresDestination::rowCount()
 {
-    QSqlQuery q(QSqlDatabase::database(m_connection, false));
+    QSqlQuery q(m_connection->db());
     if (!q.exec(QStringLiteral("select count(*) from ") + identifier(m_table)) || !q.next())
         throw ImportError(QStringLiteral("table '%1' of '%2' could not be counted: %3")
                               .arg(m_table, m_fileName, q.lastError().text().trimmed()));
@@ -187,7 +183,7 @@ qint64 PostgresDestination::rowCount()
 qint64 PostgresDestination::moneyTotal(const QString &column)
 {
     // Amounts are exact decimals on the server; the sum is made whole ten-thousandths there.
-    QSqlQuery q(QSqlDatabase::database(m_connection, false));
+    QSqlQuery q(m_connection->db());
     if (!q.exec(QStringLiteral("select (coalesce(sum(%1), 0) * 10000)::bigint from %2")
                     .arg(identifier(column), identifier(m_table))) ||
         !q.next())
@@ -199,7 +195,7 @@ qint64 PostgresDestination::moneyTotal(const QString &column)
 void PostgresDestination::endFile()
 {
     // The indexes are made once, from the rows, rather than kept up row by row.
-    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    QSqlDatabase db = m_connection->db();
     const QString error = Schema::makeIndexesInTransaction(db, m_fileName.toLower(), m_dialect);
     if (!error.isEmpty())
         throw ImportError(QStringLiteral("the module's indexes could not be made in '%1': %2")
@@ -209,20 +205,18 @@ void PostgresDestination::endFile()
 void PostgresDestination::commit()
 {
     m_fileName.clear();
-    run(QStringLiteral("commit"));
-    m_inTransaction = false;
+    try {
+        m_transaction->commit();
+    } catch (const DbError &error) {
+        throw ImportError(
+            QStringLiteral("%1 refused a statement for '': %2").arg(place(), error.text()));
+    }
+    m_transaction.reset();
 }
 
 void PostgresDestination::close()
 {
     m_insert = QSqlQuery();
-    if (!QSqlDatabase::contains(m_connection))
-        return;
-    {
-        QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-        if (m_inTransaction && db.isOpen())
-            QSqlQuery(db).exec(QStringLiteral("rollback"));
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(m_connection);
+    m_transaction.reset(); // rolls back what was not committed
+    m_connection.reset();
 }

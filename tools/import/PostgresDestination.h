@@ -2,6 +2,7 @@
 
 #include "ImportDestination.h"
 
+#include "data/Connection.h"
 #include "data/EngineSettings.h"
 #include "data/PostgresDialect.h"
 
@@ -9,6 +10,9 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QStringList>
+
+#include <memory>
+#include <optional>
 
 // Writes each file as the schema of the same name ("ap.mdb" is ap_mdb) of the PostgreSQL
 // database a data folder's database.ini names, with the module's column types for the module's
@@ -44,9 +48,10 @@ private:
 
     EngineSettings m_settings;
     PostgresDialect m_dialect;
-    QString m_connection;
+    std::optional<Connection> m_connection;
     QString m_fileName;
     QString m_table;
     QSqlQuery m_insert;
-    bool m_inTransaction = false;
+    // The whole import is one transaction: a failure leaves the database without the company.
+    std::unique_ptr<BulkTransaction> m_transaction;
 };

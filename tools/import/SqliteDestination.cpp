@@ -2,6 +2,7 @@
 
 #include "ImportError.h"
 
+#include "data/DbError.h"
 #include "data/Schema.h"
 #include "data/SqliteDialect.h"
 
@@ -22,7 +23,7 @@ SqliteDestination::~SqliteDestination()
 
 QSqlDatabase SqliteDestination::db() const
 {
-    return QSqlDatabase::database(m_connection, false);
+    return m_connection ? m_connection->db() : QSqlDatabase();
 }
 
 void SqliteDestination::run(const QString &statement)
@@ -37,13 +38,11 @@ void SqliteDestination::beginFile(const QString &fileName)
 {
     close();
     m_fileName = fileName;
-    m_connection = QStringLiteral("apmaster-import:") + fileName;
-    {
-        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-        database.setDatabaseName(QDir(m_folder).absoluteFilePath(fileName));
-        if (!database.open())
-            throw ImportError(QStringLiteral("the new file '%1' could not be made: %2")
-                                  .arg(fileName, database.lastError().text()));
+    try {
+        m_connection.emplace(Connection::localFile(QDir(m_folder).absoluteFilePath(fileName)));
+    } catch (const DbError &error) {
+        throw ImportError(
+            QStringLiteral("the new file '%1' could not be made: %2").arg(fileName, error.text()));
     }
     // The module's files run in write-ahead-log mode; the import itself needs no durability
     // per statement, as the finished file is flushed to disk before it is moved into place.
@@ -85,7 +84,12 @@ void SqliteDestination::beginTable(const TablePlan &plan)
             defs << quoted(c.name) + QLatin1Char(' ') + TablePlans::keptType(c.sourceType);
         run(QStringLiteral("create table %1 (%2)").arg(quoted(plan.name), defs.join(", ")));
     }
-    run(QStringLiteral("begin"));
+    try {
+        m_transaction = std::make_unique<BulkTransaction>(*m_connection);
+    } catch (const DbError &error) {
+        throw ImportError(QStringLiteral("the new file '%1' refused a statement: %2")
+                              .arg(m_fileName, error.text()));
+    }
     m_insert = QSqlQuery(db());
     QStringList marks;
     for (qsizetype i = 0; i < names.size(); ++i)
@@ -110,7 +114,13 @@ void SqliteDestination::endTable()
 {
     m_insert.finish();
     m_insert = QSqlQuery();
-    run(QStringLiteral("commit"));
+    try {
+        m_transaction->commit();
+    } catch (const DbError &error) {
+        throw ImportError(QStringLiteral("the new file '%1' refused a statement: %2")
+                              .arg(m_fileName, error.text()));
+    }
+    m_transaction.reset();
 }
 
 qint64 SqliteDestination::rowCount()
@@ -160,13 +170,7 @@ void SqliteDestination::endFile()
 
 void SqliteDestination::close()
 {
-    if (m_connection.isEmpty())
-        return;
     m_insert = QSqlQuery();
-    {
-        QSqlDatabase database = db();
-        database.close();
-    }
-    QSqlDatabase::removeDatabase(m_connection);
-    m_connection.clear();
+    m_transaction.reset(); // rolls back a table not finished
+    m_connection.reset();
 }

@@ -2,9 +2,14 @@
 
 #include "ImportDestination.h"
 
+#include "data/Connection.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+
+#include <memory>
+#include <optional>
 
 // Writes each file as an SQLite database of the same name into a work folder, with the
 // module's schema for the module's own files; the caller moves the finished files into place.
@@ -28,7 +33,9 @@ private:
 
     QString m_folder;
     QString m_fileName;
-    QString m_connection;
+    std::optional<Connection> m_connection;
+    // A table's rows go in as one transaction.
+    std::unique_ptr<BulkTransaction> m_transaction;
     QString m_table;
     QSqlQuery m_insert;
 };

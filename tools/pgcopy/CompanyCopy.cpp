@@ -1,5 +1,6 @@
 #include "CompanyCopy.h"
 
+#include "data/Connection.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
 #include "data/Dialect.h"
@@ -12,14 +13,11 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUrl>
 
 #include <cmath>
 
 namespace CompanyCopy {
 namespace {
-
-const char *sourceConnection = "apmaster-pgcopy-source";
 
 // The data folder is the current folder while the target is written; restored at the end.
 class InFolder {
@@ -54,20 +52,17 @@ QStringList sourceFiles(const QDir &folder)
     return files;
 }
 
-QSqlDatabase openSource(const QString &path)
+Connection openSource(const QString &path)
 {
-    QSqlDatabase::removeDatabase(QLatin1String(sourceConnection));
-    QSqlDatabase db =
-        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QLatin1String(sourceConnection));
-    db.setDatabaseName(QStringLiteral("file:%1?mode=ro")
-                           .arg(QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))));
-    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_OPEN_READONLY"));
-    QSqlQuery check(db);
-    if (!db.open() || !check.exec(QStringLiteral("select count(*) from sqlite_master")))
+    try {
+        Connection source = Connection::readOnlyFile(path);
+        source.execute(QStringLiteral("select count(*) from sqlite_master"));
+        return source;
+    } catch (const DbError &) {
         throw Error(QStringLiteral("The file '%1' is not an SQLite database this tool can copy; "
                                    "nothing was copied from it.")
                         .arg(path));
-    return db;
+    }
 }
 
 QStringList tablesOf(QSqlDatabase &db)
@@ -122,8 +117,8 @@ void makeRoom(QSqlDatabase &source, QSqlDatabase &target, const QString &table)
         run(q, QStringLiteral("create table \"%1\" (%2)").arg(table.toLower(), defs.join(", ")));
 }
 
-long long copyRows(QSqlDatabase &source, QSqlDatabase &target, const QString &table,
-                   const std::function<void(const QString &)> &progress)
+long long copyRows(QSqlDatabase &source, Databases &target, const QString &file,
+                   const QString &table, const std::function<void(const QString &)> &progress)
 {
     QSqlQuery read(source);
     read.setForwardOnly(true);
@@ -137,8 +132,8 @@ long long copyRows(QSqlDatabase &source, QSqlDatabase &target, const QString &ta
         marks << QStringLiteral("?");
         money.push_back(Schema::isMoney(table, shape.fieldName(i)));
     }
-    QSqlQuery write(target);
-    run(write, QStringLiteral("begin"));
+    WriteTransaction transaction(target, file, Databases::Commit::Durable);
+    QSqlQuery write(target.open(file));
     // A new schema may start with rows of its own (the one row of user-field descriptions):
     // the source's rows take their place.
     run(write, QStringLiteral("delete from \"%1\"").arg(table.toLower()));
@@ -160,8 +155,8 @@ long long copyRows(QSqlDatabase &source, QSqlDatabase &target, const QString &ta
         if (++rows % 10000 == 0 && progress)
             progress(QStringLiteral("  %1: %2 rows").arg(table).arg(rows));
     }
-    QSqlQuery end(target);
-    run(end, QStringLiteral("commit"));
+    write.finish();
+    transaction.commit();
     return rows;
 }
 
@@ -236,12 +231,13 @@ std::vector<TableResult> copy(const QString &sourceFolder, const QString &target
         } catch (const DbError &error) {
             throw Error(error.text());
         }
-        QSqlDatabase from = openSource(source.absoluteFilePath(file));
+        const Connection reader = openSource(source.absoluteFilePath(file));
+        QSqlDatabase from = reader.db();
         try {
             QSqlDatabase to = target.open(file);
             for (const QString &table : tablesOf(from)) {
                 makeRoom(from, to, table);
-                const long long rows = copyRows(from, to, table, progress);
+                const long long rows = copyRows(from, target, file, table, progress);
                 if (progress)
                     progress(QStringLiteral("  %1: %2 rows").arg(table).arg(rows));
                 results.push_back(compare(from, to, file, table));
@@ -249,9 +245,6 @@ std::vector<TableResult> copy(const QString &sourceFolder, const QString &target
         } catch (const DbError &error) {
             throw Error(error.text());
         }
-        from.close();
-        from = QSqlDatabase();
-        QSqlDatabase::removeDatabase(QLatin1String(sourceConnection));
         target.close(file);
     }
     return results;

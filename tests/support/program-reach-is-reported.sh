@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# The layering check covers the programs under tools/ too: it must pass a tree where they use
+# the layers they may, and fail, naming the file, when a program includes from a layer above
+# its own ceiling or from another program, when a layer includes <folder/...> from above, and
+# when a connection is opened outside the data layer.
+set -euo pipefail
+check=$1
+tree=$(mktemp -d)
+trap 'rm -rf "$tree"' EXIT
+mkdir -p "$tree/src/common" "$tree/src/data" "$tree/src/app" "$tree/tools/launch" \
+  "$tree/tools/demo" "$tree/tools/pgcopy" "$tree/tools/bench"
+printf '#pragma once\n' >"$tree/src/app/Startup.h"
+printf 'void f() { QSqlDatabase::addDatabase("QSQLITE", "x"); }\n' >"$tree/src/data/Connection.cpp"
+printf '#include <data/Connection.h>\n#include "common/Numbers.h"\n#include <sys/resource.h>\n' \
+  >"$tree/tools/launch/Fine.cpp"
+printf '#include "app/Startup.h"\n' >"$tree/tools/bench/Fine.cpp"
+if ! out=$(bash "$check" "$tree" 2>&1); then
+  echo "the check failed a tree that keeps the rules:"
+  echo "$out"
+  exit 1
+fi
+
+printf '#include <app/Startup.h>\n' >"$tree/tools/launch/Reaches.cpp"
+printf 'void g() { auto db = QSqlDatabase::addDatabase("QSQLITE", "y"); }\n' \
+  >"$tree/tools/demo/Opens.cpp"
+printf '#include "launch/Fine.h"\n' >"$tree/tools/pgcopy/Sideways.cpp"
+printf '#include <app/Startup.h>\n' >"$tree/src/common/Angle.cpp"
+if out=$(bash "$check" "$tree" 2>&1); then
+  echo "the check passed a tree that breaks the rules:"
+  echo "$out"
+  exit 1
+fi
+for expected in 'tools/launch/Reaches.cpp:1: launch includes from app, which is above it' \
+  'tools/demo/Opens.cpp:1: a connection opened outside the data layer' \
+  'tools/pgcopy/Sideways.cpp:1: pgcopy includes from the program launch' \
+  'src/common/Angle.cpp:1: common includes from app, which is above it'; do
+  grep -qF "$expected" <<<"$out" || {
+    echo "the report does not say: $expected"
+    echo "$out"
+    exit 1
+  }
+done
+if grep -qE 'Fine.cpp|src/data/Connection.cpp' <<<"$out"; then
+  echo "an allowed include or connection was reported: $out"
+  exit 1
+fi
+echo "a program's upward include and a connection outside the data layer reported"
