@@ -6,7 +6,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql qt6-qpa-plugins
   libgl-dev
   googletest libgtest-dev libgmock-dev libsqlite3-dev libpq-dev
-  xvfb xauth x11-apps xdotool xclip imagemagick poppler-utils qpdf sqlite3 fonts-dejavu-core
+  xvfb xauth x11-apps x11-utils xdotool xclip imagemagick poppler-utils qpdf sqlite3 fonts-dejavu-core
   at-spi2-core dbus python3-pyatspi
   postgresql postgresql-client graphviz
   libmdb3 mdbtools-dev libglib2.0-dev
