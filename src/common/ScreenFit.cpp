@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -15,7 +16,16 @@ QRect availableArea(const QWidget *window)
     const QScreen *screen = window->screen();
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    return screen ? screen->availableGeometry() : QRect();
+    if (!screen)
+        return QRect();
+    QRect area = screen->availableGeometry();
+    // At a fractional scaling (150%: 1366 / 1.5 = 910.67) the last device-independent pixel
+    // stands for part of a device pixel only, and a window reaching into it sticks out of the
+    // screen by one device pixel: leave it out.
+    const qreal ratio = screen->devicePixelRatio();
+    if (ratio != std::floor(ratio))
+        area.adjust(0, 0, -1, -1);
+    return area;
 }
 
 // What the desktop adds around the window (title bar, borders); nothing where it adds none.
