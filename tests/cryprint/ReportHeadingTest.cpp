@@ -111,7 +111,7 @@ TEST_F(ReportHeading, ACompanyWithoutItsSettingsFileStillPrints)
     EXPECT_TRUE(pages().value(0).contains("No company record in config.mdb"));
 }
 
-TEST_F(ReportHeading, ThePageCountStandsOnTheLineOfItsPageNumber)
+TEST_F(ReportHeading, ThePageOfAllStandsInTheHeadingOnTheSelectionsLine)
 {
     ASSERT_EQ(runRequest(request("rap014.rpt")).exitCode, 0);
     QProcess tool;
@@ -134,8 +134,16 @@ TEST_F(ReportHeading, ThePageCountStandsOnTheLineOfItsPageNumber)
     EXPECT_NEAR(words[of + 1][2].toDouble(), words[of][2].toDouble(), 0.5);
     EXPECT_GT(words[of + 1][1].toDouble(), words[of][3].toDouble());
     EXPECT_LT(words[of + 1][1].toDouble() - words[of][3].toDouble(), 4.0);
-    // Near the middle of the landscape page (792 points wide).
-    EXPECT_NEAR((words[of - 2][1].toDouble() + words[of + 1][3].toDouble()) / 2, 396.0, 6.0);
+    // At the right of the heading: ending near the right margin of the landscape page (792
+    // points wide, half an inch of margin), on the line that says the selection.
+    EXPECT_NEAR(words[of + 1][3].toDouble(), 756.0, 8.0);
+    qsizetype selection = -1;
+    for (qsizetype i = 0; i < words.size(); ++i)
+        if (words[i][0] == "Selection:")
+            selection = i;
+    ASSERT_GE(selection, 0);
+    EXPECT_NEAR(words[of][2].toDouble(), words[selection][2].toDouble(), 0.5);
+    EXPECT_LT(words[of][2].toDouble(), 100.0); // in the heading, not at the foot
 }
 
 } // namespace

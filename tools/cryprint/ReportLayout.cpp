@@ -28,7 +28,7 @@ constexpr double baseline = 8.25;
 constexpr double countGap = 1.5;
 
 // The page being filled: its lines from the top; on each new page the title, the company, when
-// it was printed and what was selected, and the column headings; "Page N of M" at its foot.
+// it was printed, what was selected and "Page N of M", and the column headings.
 // The request's margins shift everything.
 class Sheet {
 public:
@@ -49,10 +49,8 @@ public:
     void need(int lines)
     {
         if (m_page == 0 || m_y + lines * lineHeight > m_size.height() - edge - 2 * lineHeight) {
-            if (m_page > 0) {
-                footer();
+            if (m_page > 0)
                 m_pages.endPage();
-            }
             startPage();
         }
     }
@@ -87,10 +85,8 @@ public:
         if (labels) {
             if (m_page == 0)
                 newSheet();
-        } else {
-            if (m_page == 0)
-                startPage();
-            footer();
+        } else if (m_page == 0) {
+            startPage();
         }
         m_pages.endPage();
     }
@@ -114,7 +110,8 @@ private:
         put(TextStyle::Body, edge + room * 0.65, m_y + baseline, room * 0.35, m_printed,
             Qt::AlignRight);
         advance();
-        put(TextStyle::Body, edge, m_y + baseline, room, m_selection, Qt::AlignLeft);
+        put(TextStyle::Body, edge, m_y + baseline, room * 0.75, m_selection, Qt::AlignLeft);
+        pageOfAll(edge + room);
         advance(1.6);
         if (m_def.layout == Def::Layout::List)
             columnHeadings();
@@ -132,16 +129,16 @@ private:
         advance(0.4);
     }
 
-    // "Page N of " and the count, which only the end of the report knows; centred as if the
-    // count had as many digits as N. A little more than the space before the count keeps the
-    // two words apart in a printer's own face too.
-    void footer()
+    // "Page N of " and the count, which only the end of the report knows, on the heading's line
+    // of the selection; ending at `right` as if the count had as many digits as N. A little
+    // more than the space before the count keeps the two words apart in a printer's own face.
+    void pageOfAll(double right)
     {
         const QString page = QStringLiteral("Page %1 of ").arg(m_page);
         const double used = PdfPages::width(TextStyle::Body, page) +
                             PdfPages::width(TextStyle::Body, QString::number(m_page));
-        const double x = (width() - used) / 2;
-        const double base = m_size.height() - edge - lineHeight + baseline;
+        const double x = right - used;
+        const double base = m_y + baseline;
         put(TextStyle::Body, x, base, used + 20, page, Qt::AlignLeft);
         m_pages.pageCount(x + PdfPages::width(TextStyle::Body, page) + countGap + m_shift.x(),
                           base + m_shift.y());
