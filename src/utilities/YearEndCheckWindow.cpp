@@ -3,6 +3,7 @@
 #include "common/Clock.h"
 #include "common/Dialogs.h"
 #include "common/NumberedError.h"
+#include "common/OutputFile.h"
 #include "reports/PrinterFormPrinter.h"
 #include "yearend/PayerRecord.h"
 #include "yearend/TaxThresholds.h"
@@ -21,6 +22,8 @@
 #include <QTableWidget>
 #include <QTextDocument>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace {
 
@@ -178,15 +181,32 @@ void YearEndCheckWindow::print()
     printer.setDocName(job);
     printer.setPageSize(QPageSize(QPageSize::Letter));
     const QString pdf = PrinterFormPrinter::pdfTarget(job);
+    // The PDF setting is the user's word: the check goes into a new file that takes the name
+    // when complete, never over a database of the company, a folder or a device.
+    std::unique_ptr<OutputFile> output;
+    QString why;
     if (!pdf.isEmpty()) {
+        output = std::make_unique<OutputFile>(pdf, OutputFile::Kind::Pdf);
+        if (!output->open(why)) {
+            m_s.dialogs.message(why + QStringLiteral(" Nothing was printed."),
+                                Dialogs::Icon::Critical, windowTitle());
+            return;
+        }
+        output->device().close();
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(pdf);
+        printer.setOutputFileName(output->workPath());
     }
     QTextDocument document;
     document.setDefaultFont(PrinterFormPrinter::formFont());
     document.setPlainText(YearEndReport::text(m_result, payer));
     document.print(&printer);
-    if (!pdf.isEmpty())
-        m_s.dialogs.message(QStringLiteral("The check was written to ") + pdf + QLatin1Char('.'),
-                            Dialogs::Icon::Information, windowTitle());
+    if (!output)
+        return;
+    if (!output->commit(why)) {
+        m_s.dialogs.message(why + QStringLiteral(" Nothing was printed."), Dialogs::Icon::Critical,
+                            windowTitle());
+        return;
+    }
+    m_s.dialogs.message(QStringLiteral("The check was written to ") + pdf + QLatin1Char('.'),
+                        Dialogs::Icon::Information, windowTitle());
 }

@@ -1,5 +1,6 @@
 #include "yearend/RecipientCopies.h"
 
+#include "common/OutputFile.h"
 #include "yearend/PayerRecord.h"
 #include "yearend/TaxIds.h"
 
@@ -176,9 +177,14 @@ bool write(const YearEndCheck::Result &result, const PayerRecord &payer, const Q
                   .arg(result.year);
         return false;
     }
-    const QString partial = pdfPath + QStringLiteral(".part");
+    // Written beside the file named and given its name when complete; a database of the
+    // company, a folder or a device is never replaced.
+    OutputFile output(pdfPath, OutputFile::Kind::Pdf);
+    if (!output.open(why))
+        return false;
+    output.device().close();
     {
-        QPdfWriter pdf(partial);
+        QPdfWriter pdf(output.workPath());
         pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait,
                                       QMarginsF(0, 0, 0, 0)));
         pdf.setResolution(600);
@@ -200,13 +206,7 @@ bool write(const YearEndCheck::Result &result, const PayerRecord &payer, const Q
         }
         painter.end();
     }
-    QFile::remove(pdfPath);
-    if (!QFile::rename(partial, pdfPath)) {
-        QFile::remove(partial);
-        why = QStringLiteral("%1 cannot be written.").arg(pdfPath);
-        return false;
-    }
-    return true;
+    return output.commit(why);
 }
 
 } // namespace RecipientCopies

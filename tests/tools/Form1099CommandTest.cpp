@@ -1,7 +1,10 @@
 #include "support/DataFolder.h"
 #include "support/PdfWords.h"
 
+#include <QCryptographicHash>
 #include <QDir>
+#include <QDirIterator>
+#include <QMap>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -349,6 +352,38 @@ TEST_F(Form1099CommandTest, CopyBIsRefusedForAVendorWithoutATaxIdAndWritesNothin
     EXPECT_TRUE(result.err.startsWith("apmaster-1099: no Copy B was written.\nVendor 103"))
         << result.err.toStdString();
     EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
+}
+
+// Every file of the data folder by name, with a digest of its bytes.
+QMap<QString, QByteArray> contents(const QString &folder)
+{
+    QMap<QString, QByteArray> digests;
+    for (QDirIterator it(folder, QDir::Files | QDir::Hidden); it.hasNext();) {
+        QFile file(it.next());
+        if (file.open(QIODevice::ReadOnly))
+            digests[it.fileName()] =
+                QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+    }
+    return digests;
+}
+
+TEST_F(Form1099CommandTest, AnOutputNamingADatabaseAFolderOrADeviceIsRefusedAndChangesNothing)
+{
+    folder.exec("ap.mdb", "delete from vendors where vendnumber = 103"); // iris and copyb can run
+    const QString data = QDir(folder.path()).absolutePath();
+    const QStringList targets{"ap.mdb", "gl.mdb", "../" + QDir(data).dirName() + "/ap.mdb", data,
+                              "/dev/null"};
+    for (const char *command : {"check", "iris", "copyb"}) {
+        for (const QString &target : targets) {
+            SCOPED_TRACE(std::string(command) + " --out " + target.toStdString());
+            const QMap<QString, QByteArray> before = contents(data);
+            const Run result = run({command, "--form", "NEC", "--year", "2026", "--out", target});
+            EXPECT_EQ(result.exitCode, 3);
+            EXPECT_TRUE(result.err.contains("The output file " + target + " is a"))
+                << result.err.toStdString();
+            EXPECT_EQ(contents(data), before);
+        }
+    }
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "support/VendorScreen.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFile>
 #include <QComboBox>
 #include <QLabel>
 #include <QSpinBox>
@@ -129,6 +131,27 @@ TEST_F(YearEndCheckWindowTest, PrintWritesTheCheckAsTheCommandDoes)
     EXPECT_TRUE(text.contains("251 Northern Lights Printing: no tax id"));
     ASSERT_NE(module.dialogs.last(), nullptr);
     EXPECT_EQ(module.dialogs.last()->text, "The check was written to " + pdf + ".");
+}
+
+TEST_F(YearEndCheckWindowTest, PrintIntoTheCompanysDatabaseIsRefusedAndLeavesItAsItWas)
+{
+    const QString database = QDir(folder.path()).absoluteFilePath("ap.mdb");
+    const auto bytes = [&database] {
+        QFile file(database);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    };
+    YearEndCheckWindow *w = open();
+    ASSERT_NE(w, nullptr);
+    check(w, 0, 2025);
+    const QByteArray before = bytes();
+    qputenv("APMASTER_PRINT_PDF", database.toLocal8Bit());
+    QTest::mouseClick(w->findChild<QPushButton *>(QStringLiteral("cmdprint")), Qt::LeftButton);
+    qunsetenv("APMASTER_PRINT_PDF");
+    ASSERT_NE(module.dialogs.last(), nullptr);
+    EXPECT_TRUE(module.dialogs.last()->text.startsWith("The output file " + database + " is a"))
+        << module.dialogs.last()->text.toStdString();
+    EXPECT_TRUE(module.dialogs.last()->text.endsWith("Nothing was printed."));
+    EXPECT_EQ(bytes(), before);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 //      output cannot be written, or (iris) the payer or a vendor's tax id cannot be filed
 
 #include "common/NumberedError.h"
+#include "common/OutputFile.h"
 #include "data/Databases.h"
 #include "yearend/IrisExport.h"
 #include "yearend/PayerRecord.h"
@@ -22,7 +23,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QGuiApplication>
-#include <QSaveFile>
 
 #include <cstdio>
 #include <memory>
@@ -45,20 +45,35 @@ int usage(const QCommandLineParser &parser, const QString &why)
     return Usage;
 }
 
-// Writes text to the file (whole or not at all) or, without a file, to standard output.
+// Writes text to the file (whole or not at all) or, without a file, to standard output. A file
+// named on the command line never replaces a database of the company, a folder or a device.
 bool writeText(const QString &path, const QString &text)
 {
     if (path.isEmpty()) {
         std::fputs(text.toUtf8().constData(), stdout);
         return true;
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
-        std::fprintf(stderr, "apmaster-1099: %s cannot be written: %s\n", qPrintable(path),
-                     qPrintable(file.errorString()));
+    OutputFile file(path, OutputFile::Kind::Text);
+    QString error;
+    if (!file.open(error) || file.device().write(text.toUtf8()) < 0 || !file.commit(error)) {
+        std::fprintf(stderr, "apmaster-1099: %s\n",
+                     qPrintable(error.isEmpty() ? path + QStringLiteral(" cannot be written.")
+                                                : error));
         return false;
     }
     return true;
+}
+
+// Whether every file may be written; the reasons on standard error when not.
+bool mayWriteAll(const QStringList &paths)
+{
+    bool may = true;
+    for (const QString &path : paths)
+        if (const QString why = OutputFile::refusal(path, OutputFile::Kind::Text); !why.isEmpty()) {
+            std::fprintf(stderr, "apmaster-1099: %s\n", qPrintable(why));
+            may = false;
+        }
+    return may;
 }
 
 int check(const Request &request, const YearEndSettings &settings, Databases &databases)
@@ -93,6 +108,10 @@ int iris(const Request &request, const YearEndSettings &settings, Databases &dat
     const QString path =
         request.out.isEmpty() ? IrisExport::defaultPath(request.form, request.year) : request.out;
     const QStringList names = IrisExport::fileNames(path, static_cast<int>(texts.size()));
+    if (!mayWriteAll(names)) {
+        std::fprintf(stderr, "apmaster-1099: no IRIS file was written.\n");
+        return Failed;
+    }
     for (int n = 0; n < texts.size(); ++n)
         if (!writeText(names[n], texts[n]))
             return Failed;
