@@ -137,14 +137,17 @@ void YearEndCheckWindow::fill()
     for (const YearEndCheck::Problem &p : m_result.problems)
         addRow(p.vendor, p.name, QString(), p.text);
     m_grid->resizeColumnsToContents();
-    m_summary->setText(tr("%1, tax year %2, threshold %3 or more: %4 vendors get the form, "
-                          "%5 in all; %6 problems.")
+    const auto vendors = m_result.recipients.size();
+    const auto problems = m_result.problems.size();
+    m_summary->setText(tr("%1, tax year %2, threshold %3 or more: %4 %5 the form, %6 in all; %7 %8.")
                            .arg(TaxForms::title(m_result.form))
                            .arg(m_result.year)
                            .arg(TaxThresholds::dollars(m_result.threshold))
-                           .arg(m_result.recipients.size())
+                           .arg(vendors)
+                           .arg(vendors == 1 ? tr("vendor gets") : tr("vendors get"))
                            .arg(money(total))
-                           .arg(m_result.problems.size()));
+                           .arg(problems)
+                           .arg(problems == 1 ? tr("problem") : tr("problems")));
     m_print->setEnabled(true);
 }
 

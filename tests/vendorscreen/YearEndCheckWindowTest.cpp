@@ -58,7 +58,7 @@ TEST_F(YearEndCheckWindowTest, TheYearEndMenuOpensTheCheckForLastYearAndListsFor
     EXPECT_EQ(cell(w, 1, 3), "no tax id");
     EXPECT_EQ(cell(w, 2, 3), "not a US address (state \"ON\", ZIP \"M5V 2T6\")");
     EXPECT_EQ(w->findChild<QLabel *>(QStringLiteral("lblsummary"))->text(),
-              "1099-NEC, tax year 2025, threshold $600 or more: 1 vendors get the form, 600.00 "
+              "1099-NEC, tax year 2025, threshold $600 or more: 1 vendor gets the form, 600.00 "
               "in all; 2 problems.");
 }
 
@@ -70,8 +70,14 @@ TEST_F(YearEndCheckWindowTest, TheThresholdOf2026LeavesOutAMiscVendorUnderTwoTho
     ASSERT_GE(grid(w)->rowCount(), 1);
     EXPECT_EQ(cell(w, 0, 0), "100");
     EXPECT_EQ(cell(w, 0, 2), "1,234.50");
+    EXPECT_EQ(w->findChild<QLabel *>(QStringLiteral("lblsummary"))->text(),
+              "1099-MISC, tax year 2025, threshold $600 or more: 1 vendor gets the form, 1,234.50 "
+              "in all; 1 problem.");
     check(w, 1, 2026);
     EXPECT_EQ(grid(w)->rowCount(), 0);
+    EXPECT_EQ(w->findChild<QLabel *>(QStringLiteral("lblsummary"))->text(),
+              "1099-MISC, tax year 2026, threshold $2,000 or more: 0 vendors get the form, 0.00 "
+              "in all; 0 problems.");
 }
 
 TEST_F(YearEndCheckWindowTest, EnterOnARowShowsItsVendorOnTheVendorScreen)
