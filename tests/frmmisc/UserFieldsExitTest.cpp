@@ -1,5 +1,6 @@
 #include "frmmisc/UserFieldsFixture.h"
 
+#include <QApplication>
 #include <QPointer>
 
 namespace {
@@ -42,6 +43,19 @@ TEST_F(UserFieldsExitTest, ExitWithNothingTypedClosesWithoutAQuestion)
 {
     exit();
     EXPECT_TRUE(closed());
+    EXPECT_EQ(module.dialogs.shown.size(), 0u);
+}
+
+TEST_F(UserFieldsExitTest, AltXInAValueBoxIsExitAndTypesNothing)
+{
+    QLineEdit *box = w->controls().txtinfo[0];
+    QApplication::setActiveWindow(w);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w.data()));
+    box->setFocus();
+    // As the platform delivers the key: through the window, so that shortcuts work. The
+    // button's shortcut clicks it after a short animation.
+    QTest::keyClick(w->windowHandle(), Qt::Key_X, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return closed(); }, 5000));
     EXPECT_EQ(module.dialogs.shown.size(), 0u);
 }
 
