@@ -73,16 +73,37 @@ QString placeReportRunner(const QString &folder, const QString &programFolder, E
                       .arg(definitions);
 }
 
-QString placeNumberUtility(const QString &folder, const QString &programFolder, Existing existing)
+namespace {
+
+// Links <name>.exe in the data folder to the program; `label` and `what` word the summary line.
+QString placeSuiteProgram(const QString &folder, const QString &programFolder, const QString &name,
+                          const QString &label, const QString &what, Existing existing)
 {
-    const QString program = findProgram(QDir(programFolder), QStringLiteral("chanum"));
+    const QString program = findProgram(QDir(programFolder), name);
+    const QString lead = QStringLiteral("  %1").arg(label, -13);
     if (program.isEmpty())
-        return QStringLiteral("  numbers      the vendor-number utility chanum was not found\n");
-    const QString link = QDir(folder).filePath(QStringLiteral("chanum.exe"));
+        return lead + QStringLiteral("the %1 %2 was not found\n").arg(what, name);
+    const QString exe = name + QStringLiteral(".exe");
+    const QString link = QDir(folder).filePath(exe);
     if (!replaceable(link, existing))
-        return QStringLiteral("  numbers      chanum.exe of the folder kept\n");
+        return lead + QStringLiteral("%1 of the folder kept\n").arg(exe);
     QFile::remove(link);
     if (!QFile::link(program, link))
-        return QStringLiteral("  numbers      chanum.exe could not be linked\n");
-    return QStringLiteral("  numbers      chanum.exe -> %1\n").arg(program);
+        return lead + QStringLiteral("%1 could not be linked\n").arg(exe);
+    return lead + QStringLiteral("%1 -> %2\n").arg(exe, program);
+}
+
+} // namespace
+
+QString placeNumberUtility(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeSuiteProgram(folder, programFolder, QStringLiteral("chanum"),
+                             QStringLiteral("numbers"), QStringLiteral("vendor-number utility"),
+                             existing);
+}
+
+QString placeVersionWindow(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeSuiteProgram(folder, programFolder, QStringLiteral("vinfo32"),
+                             QStringLiteral("version"), QStringLiteral("version window"), existing);
 }
