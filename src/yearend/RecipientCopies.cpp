@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <initializer_list>
+
 namespace RecipientCopies {
 
 namespace {
@@ -52,6 +54,143 @@ const Layout nonemployee{
         {{4.8, 2.75, 1.25, 0.4}, "6 State/Payer\u2019s state no.", Item::None},
         {{6.05, 2.75, 1.25, 0.4}, "7 State income", Item::None},
     },
+};
+
+// The payer's and recipient's boxes on the left of every 1099, as on the 1099-NEC above.
+std::vector<Box> withLeftBlock(std::initializer_list<Box> boxes)
+{
+    std::vector<Box> all{
+        {{0.0, 0.0, 3.6, 1.0},
+         "PAYER\u2019S name, street address, city or town, state or province, country, ZIP or "
+         "foreign postal code, and telephone no.",
+         Item::Payer},
+        {{0.0, 1.0, 1.8, 0.4}, "PAYER\u2019S TIN", Item::PayerTin},
+        {{1.8, 1.0, 1.8, 0.4}, "RECIPIENT\u2019S TIN", Item::RecipientTin},
+        {{0.0, 1.4, 3.6, 0.5}, "RECIPIENT\u2019S name", Item::RecipientName},
+        {{0.0, 1.9, 3.6, 0.4}, "Street address (including apt. no.)", Item::Street},
+        {{0.0, 2.3, 3.6, 0.45},
+         "City or town, state or province, country, and ZIP or foreign postal code",
+         Item::CityLine},
+        {{0.0, 2.75, 3.6, 0.4}, "Account number (see instructions)", Item::Account},
+    };
+    all.insert(all.end(), boxes);
+    return all;
+}
+
+// Form 1099-MISC (Rev. April 2025, box 14 reserved since excess golden parachute payments moved
+// to the 1099-NEC): the numbered boxes 1 to 4 in the middle column below the
+// year, 5 and 6 beside the account number, the others in rows of four under the left block.
+// A vendor of 1099 type 1 has its amount in box 1 (rents), one of type 4 in box 3 (other income).
+const Layout miscellaneous{
+    TaxForm::Misc,
+    "1099-MISC",
+    "Miscellaneous Information",
+    "(Rev. April 2025)",
+    "1545-0115",
+    "www.irs.gov/Form1099MISC",
+    7.3,
+    5.1,
+    withLeftBlock({
+        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0115", Item::Year},
+        {{3.6, 1.0, 1.6, 0.4}, "1 Rents", Item::AmountIfRents},
+        {{3.6, 1.4, 1.6, 0.5}, "2 Royalties", Item::None},
+        {{3.6, 1.9, 1.6, 0.4}, "3 Other income", Item::AmountIfOtherIncome},
+        {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
+        {{3.6, 2.75, 1.6, 0.4}, "5 Fishing boat proceeds", Item::None},
+        {{5.2, 2.75, 2.1, 0.4}, "6 Medical and health care payments", Item::None},
+        {{0.0, 3.15, 1.8, 0.45},
+         "7 Payer made direct sales totaling $5,000 or more of consumer products to recipient "
+         "for resale",
+         Item::None},
+        {{1.8, 3.15, 1.8, 0.45},
+         "8 Substitute payments in lieu of dividends or interest",
+         Item::None},
+        {{3.6, 3.15, 1.85, 0.45}, "9 Crop insurance proceeds", Item::None},
+        {{5.45, 3.15, 1.85, 0.45}, "10 Gross proceeds paid to an attorney", Item::None},
+        {{0.0, 3.6, 1.8, 0.45}, "11 Fish purchased for resale", Item::None},
+        {{1.8, 3.6, 1.8, 0.45}, "12 Section 409A deferrals", Item::None},
+        {{3.6, 3.6, 1.85, 0.45}, "13 FATCA filing requirement", Item::None},
+        {{5.45, 3.6, 1.85, 0.45}, "14 Reserved for future use", Item::None},
+        {{0.0, 4.05, 1.8, 0.45}, "15 Nonqualified deferred compensation", Item::None},
+        {{1.8, 4.05, 1.8, 0.45}, "16 State tax withheld", Item::None},
+        {{3.6, 4.05, 1.85, 0.45}, "17 State/Payer\u2019s state no.", Item::None},
+        {{5.45, 4.05, 1.85, 0.45}, "18 State income", Item::None},
+    }),
+};
+
+// Form 1099-INT (Rev. January 2024), laid out as the 1099-MISC above; the amount in box 1.
+const Layout interest{
+    TaxForm::Interest,
+    "1099-INT",
+    "Interest Income",
+    "(Rev. January 2024)",
+    "1545-0112",
+    "www.irs.gov/Form1099INT",
+    7.3,
+    5.1,
+    withLeftBlock({
+        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0112", Item::Year},
+        {{3.6, 1.0, 1.6, 0.4}, "1 Interest income", Item::Amount},
+        {{3.6, 1.4, 1.6, 0.5}, "2 Early withdrawal penalty", Item::None},
+        {{3.6, 1.9, 1.6, 0.4},
+         "3 Interest on U.S. Savings Bonds and Treasury obligations",
+         Item::None},
+        {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
+        {{3.6, 2.75, 1.6, 0.4}, "5 Investment expenses", Item::None},
+        {{5.2, 2.75, 2.1, 0.4}, "6 Foreign tax paid", Item::None},
+        {{0.0, 3.15, 1.8, 0.45}, "7 Foreign country or U.S. possession", Item::None},
+        {{1.8, 3.15, 1.8, 0.45}, "8 Tax-exempt interest", Item::None},
+        {{3.6, 3.15, 1.85, 0.45}, "9 Specified private activity bond interest", Item::None},
+        {{5.45, 3.15, 1.85, 0.45}, "10 Market discount", Item::None},
+        {{0.0, 3.6, 1.8, 0.45}, "11 Bond premium", Item::None},
+        {{1.8, 3.6, 1.8, 0.45}, "12 Bond premium on Treasury obligations", Item::None},
+        {{3.6, 3.6, 1.85, 0.45}, "13 Bond premium on tax-exempt bond", Item::None},
+        {{5.45, 3.6, 1.85, 0.45}, "14 Tax-exempt and tax credit bond CUSIP no.", Item::None},
+        {{0.0, 4.05, 1.8, 0.45}, "FATCA filing requirement", Item::None},
+        {{1.8, 4.05, 1.8, 0.45}, "15 State", Item::None},
+        {{3.6, 4.05, 1.85, 0.45}, "16 State identification no.", Item::None},
+        {{5.45, 4.05, 1.85, 0.45}, "17 State tax withheld", Item::None},
+    }),
+};
+
+// Form 1099-DIV (Rev. January 2024), laid out as the 1099-MISC above with a fourth row; the
+// amount in box 1a.
+const Layout dividends{
+    TaxForm::Dividends,
+    "1099-DIV",
+    "Dividends and Distributions",
+    "(Rev. January 2024)",
+    "1545-0110",
+    "www.irs.gov/Form1099DIV",
+    7.3,
+    5.55,
+    withLeftBlock({
+        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0110", Item::Year},
+        {{3.6, 1.0, 1.6, 0.4}, "1a Total ordinary dividends", Item::Amount},
+        {{3.6, 1.4, 1.6, 0.5}, "1b Qualified dividends", Item::None},
+        {{3.6, 1.9, 1.6, 0.4}, "2a Total capital gain distr.", Item::None},
+        {{3.6, 2.3, 1.6, 0.45}, "2b Unrecap. Sec. 1250 gain", Item::None},
+        {{3.6, 2.75, 1.6, 0.4}, "2c Section 1202 gain", Item::None},
+        {{5.2, 2.75, 2.1, 0.4}, "2d Collectibles (28%) gain", Item::None},
+        {{0.0, 3.15, 1.8, 0.45}, "2e Section 897 ordinary dividends", Item::None},
+        {{1.8, 3.15, 1.8, 0.45}, "2f Section 897 capital gain", Item::None},
+        {{3.6, 3.15, 1.85, 0.45}, "3 Nondividend distributions", Item::None},
+        {{5.45, 3.15, 1.85, 0.45}, "4 Federal income tax withheld", Item::None},
+        {{0.0, 3.6, 1.8, 0.45}, "5 Section 199A dividends", Item::None},
+        {{1.8, 3.6, 1.8, 0.45}, "6 Investment expenses", Item::None},
+        {{3.6, 3.6, 1.85, 0.45}, "7 Foreign tax paid", Item::None},
+        {{5.45, 3.6, 1.85, 0.45}, "8 Foreign country or U.S. possession", Item::None},
+        {{0.0, 4.05, 1.8, 0.45}, "9 Cash liquidation distributions", Item::None},
+        {{1.8, 4.05, 1.8, 0.45}, "10 Noncash liquidation distributions", Item::None},
+        {{3.6, 4.05, 1.85, 0.45}, "11 FATCA filing requirement", Item::None},
+        {{5.45, 4.05, 1.85, 0.45}, "12 Exempt-interest dividends", Item::None},
+        {{0.0, 4.5, 1.8, 0.45},
+         "13 Specified private activity bond interest dividends",
+         Item::None},
+        {{1.8, 4.5, 1.8, 0.45}, "14 State", Item::None},
+        {{3.6, 4.5, 1.85, 0.45}, "15 State identification no.", Item::None},
+        {{5.45, 4.5, 1.85, 0.45}, "16 State tax withheld", Item::None},
+    }),
 };
 
 const char *const notice =
@@ -111,6 +250,10 @@ QString contents(Item item, const YearEndCheck::Result &result, const PayerRecor
         return QString::number(r.vendor);
     case Item::Amount:
         return QStringLiteral("$ ") + QString::number(r.amount, 'f', 2);
+    case Item::AmountIfRents: // as the MISC run and the IRIS upload place it
+        return r.type == 1 ? contents(Item::Amount, result, payer, r) : QString();
+    case Item::AmountIfOtherIncome:
+        return r.type == 4 ? contents(Item::Amount, result, payer, r) : QString();
     case Item::Year:
         return QStringLiteral("For calendar year %1").arg(result.year);
     }
@@ -120,7 +263,7 @@ QString contents(Item item, const YearEndCheck::Result &result, const PayerRecor
 void drawForm(Page &page, const Layout &form, const YearEndCheck::Result &result,
               const PayerRecord &payer, const YearEndCheck::Recipient &r)
 {
-    page.frame({0, 0, form.widthInches, 3.15});
+    page.frame({0, 0, form.widthInches, form.heightInches - 0.6});
     for (const Box &box : form.boxes) {
         page.frame(box.inches);
         const QRectF inner = box.inches.adjusted(0.04, 0.03, -0.04, -0.02);
@@ -146,7 +289,7 @@ void drawForm(Page &page, const Layout &form, const YearEndCheck::Result &result
     page.text({right + 0.06, 1.05, width - 0.1, 0.4}, QStringLiteral("Copy B\nFor Recipient"), 9,
               true);
     page.text({right + 0.06, 1.5, width - 0.1, 1.2}, QString::fromUtf8(notice), 5.5);
-    page.text({0, 3.2, form.widthInches, 0.2},
+    page.text({0, form.heightInches - 0.55, form.widthInches, 0.2},
               QStringLiteral("Form %1 %2 (keep for your records)   %3   Department of the "
                              "Treasury - Internal Revenue Service")
                   .arg(QString::fromLatin1(form.formName), QString::fromLatin1(form.revision),
@@ -158,7 +301,17 @@ void drawForm(Page &page, const Layout &form, const YearEndCheck::Result &result
 
 const Layout *layout(TaxForm form)
 {
-    return form == TaxForm::Nonemployee ? &nonemployee : nullptr;
+    switch (form) {
+    case TaxForm::Nonemployee:
+        return &nonemployee;
+    case TaxForm::Misc:
+        return &miscellaneous;
+    case TaxForm::Interest:
+        return &interest;
+    case TaxForm::Dividends:
+        return &dividends;
+    }
+    return nullptr;
 }
 
 bool write(const YearEndCheck::Result &result, const PayerRecord &payer, const QString &pdfPath,
@@ -166,8 +319,7 @@ bool write(const YearEndCheck::Result &result, const PayerRecord &payer, const Q
 {
     const Layout *form = layout(result.form);
     if (!form) {
-        why = QStringLiteral("There is no plain-paper Copy B for the %1 in this program (it has "
-                             "the 1099-NEC).")
+        why = QStringLiteral("There is no plain-paper Copy B for the %1 in this program.")
                   .arg(TaxForms::title(result.form));
         return false;
     }

@@ -23,7 +23,9 @@ enum class Item {
     Street,
     CityLine,
     Account,
-    Amount,
+    Amount,              // the vendor's amount, whatever its 1099 type
+    AmountIfRents,       // the amount of a vendor of 1099 type 1 (MISC box 1, rents)
+    AmountIfOtherIncome, // the amount of a vendor of 1099 type 4 (MISC box 3, other income)
     Year,
 };
 
@@ -41,7 +43,7 @@ struct Layout {
     const char *ombNumber; // "1545-0116"
     const char *website;   // "www.irs.gov/Form1099NEC"
     double widthInches;
-    double heightInches;
+    double heightInches; // the frame ends 0.6 inch above, the form's footer line below it
     std::vector<Box> boxes;
 };
 

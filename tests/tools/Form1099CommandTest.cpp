@@ -4,8 +4,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
-#include <QMap>
 #include <QFile>
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -351,6 +351,156 @@ TEST_F(Form1099CommandTest, CopyBIsRefusedForAVendorWithoutATaxIdAndWritesNothin
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_TRUE(result.err.startsWith("apmaster-1099: no Copy B was written.\nVendor 103"))
         << result.err.toStdString();
+    EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
+}
+
+// Vendors of the MISC, INT and DIV forms beside the NEC vendors of the fixture.
+void addInvestmentVendors(DataFolder &folder)
+{
+    folder.exec("ap.mdb",
+                "insert into vendors (vendnumber, vendname, vendtaxid, vend1099type, vendytd, "
+                "vendaddr1, vendcity, vendstate, vendzip) values "
+                "(11, 'Landlord LLC', '20-1234567', 1, 24000, '5 Bay St', 'Quincy', 'IL', "
+                "'62301'), (12, 'Prize Co', '587-65-4321', 4, 2000.5, '6 Bay St', 'Quincy', "
+                "'il', '62301'), (21, 'First Savings', '36-1111222', 2, 10, '7 Bank St', "
+                "'Aurora', 'IL', '60505'), (22, 'Tiny Interest', '36-3333444', 2, 9.99, "
+                "'8 Bank St', 'Aurora', 'IL', '60505'), (31, 'Acme Shares', '41-5556667', 3, "
+                "812.34, '9 Stock Way', 'Elgin', 'IL', '60120')");
+}
+
+TEST_F(Form1099CommandTest, CopyBOfTheMiscPutsRentsInBox1AndOtherIncomeInBox3)
+{
+    folder.exec("ap.mdb", "delete from vendors");
+    addInvestmentVendors(folder);
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("misc.pdf");
+    const Run result = run({"copyb", "--form", "MISC", "--year", "2026", "--out", path});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.out, "2 1099-MISC Copy B pages for 2026 written to " + path + ".\n");
+    const PdfWords words(path);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    ASSERT_EQ(words.pages(), 2);
+    // Page 1: vendor 11, type 1: rents in box 1, nothing in box 3.
+    EXPECT_TRUE(inBox(words, 0, "RIVERSIDE", 0.0, 0.0, 3.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "95-7654321", 0.0, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "**-***4567", 1.8, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(words.find(0, "20-1234567").empty());
+    EXPECT_TRUE(inBox(words, 0, "Landlord", 0.0, 1.4, 3.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "Bay", 0.0, 1.9, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Quincy,", 0.0, 2.3, 3.6, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "11", 0.0, 2.75, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "24000.00", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Rents", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Other", 3.6, 1.9, 1.6, 0.4));
+    EXPECT_EQ(words.find(0, "$").size(), 1u); // the one amount, in box 1
+    EXPECT_TRUE(inBox(words, 0, "1099-MISC", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "2026", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "1545-0115", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "Recipient", 5.2, 1.0, 2.1, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "important", 5.2, 1.4, 2.1, 1.4));
+    EXPECT_TRUE(words.pageText(0).contains("This is important tax information and is being "
+                                           "furnished to the IRS."));
+    EXPECT_TRUE(words.pageText(0).contains("Miscellaneous Information"));
+    // The other boxes with their captions, down to the state boxes of the last row.
+    EXPECT_TRUE(inBox(words, 0, "Royalties", 3.6, 1.4, 1.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "attorney", 5.45, 3.15, 1.85, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "409A", 1.8, 3.6, 1.8, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "income", 5.45, 4.05, 1.85, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "(Rev.", 0.0, 4.5, 7.3, 0.3));
+    // Page 2: vendor 12, type 4: other income in box 3, nothing in box 1.
+    EXPECT_TRUE(inBox(words, 1, "***-**-4321", 1.8, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(inBox(words, 1, "2000.50", 3.6, 1.9, 1.6, 0.4));
+    EXPECT_EQ(words.find(1, "$").size(), 1u);
+    EXPECT_TRUE(inBox(words, 1, "12", 0.0, 2.75, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 1, "IL", 0.0, 2.3, 3.6, 0.45)); // the state in capitals
+    EXPECT_FALSE(words.pageText(1).contains("Landlord"));
+}
+
+TEST_F(Form1099CommandTest, CopyBOfTheIntPutsTheInterestInBox1ForVendorsFrom10Dollars)
+{
+    folder.exec("ap.mdb", "delete from vendors");
+    addInvestmentVendors(folder);
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("int.pdf");
+    const Run result = run({"copyb", "--form", "INT", "--year", "2026", "--out", path});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.out, "1 1099-INT Copy B pages for 2026 written to " + path + ".\n");
+    const PdfWords words(path);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    ASSERT_EQ(words.pages(), 1); // 9.99 is under the $10 threshold
+    EXPECT_TRUE(inBox(words, 0, "RIVERSIDE", 0.0, 0.0, 3.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "95-7654321", 0.0, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "**-***1222", 1.8, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(words.find(0, "36-1111222").empty());
+    EXPECT_TRUE(inBox(words, 0, "Savings", 0.0, 1.4, 3.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "Bank", 0.0, 1.9, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Aurora,", 0.0, 2.3, 3.6, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "21", 0.0, 2.75, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "10.00", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Interest", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "1099-INT", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "2026", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "1545-0112", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "Recipient", 5.2, 1.0, 2.1, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "important", 5.2, 1.4, 2.1, 1.4));
+    EXPECT_TRUE(words.pageText(0).contains("This is important tax information and is being "
+                                           "furnished to the IRS."));
+    EXPECT_TRUE(words.pageText(0).contains("Interest Income"));
+    EXPECT_TRUE(inBox(words, 0, "penalty", 3.6, 1.4, 1.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "Savings", 3.6, 1.9, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "CUSIP", 5.45, 3.6, 1.85, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "State", 1.8, 4.05, 1.8, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "withheld", 5.45, 4.05, 1.85, 0.45));
+}
+
+TEST_F(Form1099CommandTest, CopyBOfTheDivPutsTheDividendsInBox1a)
+{
+    folder.exec("ap.mdb", "delete from vendors");
+    addInvestmentVendors(folder);
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("div.pdf");
+    const Run result = run({"copyb", "--form", "DIV", "--year", "2026", "--out", path});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.out, "1 1099-DIV Copy B pages for 2026 written to " + path + ".\n");
+    const PdfWords words(path);
+    ASSERT_TRUE(words.ok()) << words.error().toStdString();
+    ASSERT_EQ(words.pages(), 1);
+    EXPECT_TRUE(inBox(words, 0, "RIVERSIDE", 0.0, 0.0, 3.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "95-7654321", 0.0, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "**-***6667", 1.8, 1.0, 1.8, 0.4));
+    EXPECT_TRUE(words.find(0, "41-5556667").empty());
+    EXPECT_TRUE(inBox(words, 0, "Acme", 0.0, 1.4, 3.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "Stock", 0.0, 1.9, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "Elgin,", 0.0, 2.3, 3.6, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "31", 0.0, 2.75, 3.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "812.34", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "1a", 3.6, 1.0, 1.6, 0.4));
+    EXPECT_TRUE(inBox(words, 0, "1099-DIV", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "2026", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "1545-0110", 3.6, 0.0, 1.6, 1.0));
+    EXPECT_TRUE(inBox(words, 0, "Recipient", 5.2, 1.0, 2.1, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "important", 5.2, 1.4, 2.1, 1.4));
+    EXPECT_TRUE(words.pageText(0).contains("This is important tax information and is being "
+                                           "furnished to the IRS."));
+    EXPECT_TRUE(words.pageText(0).contains("Dividends and Distributions"));
+    EXPECT_TRUE(inBox(words, 0, "1b", 3.6, 1.4, 1.6, 0.5));
+    EXPECT_TRUE(inBox(words, 0, "199A", 0.0, 3.6, 1.8, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "Exempt-interest", 5.45, 4.05, 1.85, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "withheld", 5.45, 4.5, 1.85, 0.45));
+    EXPECT_TRUE(inBox(words, 0, "(Rev.", 0.0, 4.95, 7.3, 0.3));
+}
+
+TEST_F(Form1099CommandTest, CopyBOfAFormWithoutVendorsIsRefusedAndWritesNothing)
+{
+    // The fixture's vendors are all NEC or none: the MISC has a layout but no recipient.
+    QTemporaryDir elsewhere;
+    const QString path = elsewhere.filePath("misc.pdf");
+    const Run result = run({"copyb", "--form", "MISC", "--year", "2026", "--out", path});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_TRUE(
+        result.err.contains("No vendor gets the 1099-MISC for 2026; no Copy B was written."))
+        << result.err.toStdString();
+    EXPECT_FALSE(result.err.contains("There is no plain-paper Copy B"));
     EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
 }
 
