@@ -86,3 +86,17 @@ QString placeNumberUtility(const QString &folder, const QString &programFolder, 
         return QStringLiteral("  numbers      chanum.exe could not be linked\n");
     return QStringLiteral("  numbers      chanum.exe -> %1\n").arg(program);
 }
+
+QString placePrinterSetup(const QString &folder, const QString &programFolder, Existing existing)
+{
+    const QString program = findProgram(QDir(programFolder), QStringLiteral("prtctrl"));
+    if (program.isEmpty())
+        return QStringLiteral("  printer      the printer set-up prtctrl was not found\n");
+    const QString link = QDir(folder).filePath(QStringLiteral("prtctrl.exe"));
+    if (!replaceable(link, existing))
+        return QStringLiteral("  printer      prtctrl.exe of the folder kept\n");
+    QFile::remove(link);
+    if (!QFile::link(program, link))
+        return QStringLiteral("  printer      prtctrl.exe could not be linked\n");
+    return QStringLiteral("  printer      prtctrl.exe -> %1\n").arg(program);
+}

@@ -98,6 +98,7 @@ int main(int argc, char *argv[])
             std::fputs(qPrintable(Demo::describe(summary)), stdout);
             std::fputs(qPrintable(placeReportRunner(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placeNumberUtility(summary.folder, programs)), stdout);
+            std::fputs(qPrintable(placePrinterSetup(summary.folder, programs)), stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -119,6 +120,7 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
         std::fputs(qPrintable(placeReportRunner(target, programs)), stdout);
         std::fputs(qPrintable(placeNumberUtility(target, programs)), stdout);
+        std::fputs(qPrintable(placePrinterSetup(target, programs)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;
