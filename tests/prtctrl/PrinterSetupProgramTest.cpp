@@ -1,8 +1,8 @@
 #include "PrinterSetupWindow.h"
 #include "RunnerPlacement.h"
-#include "common/ProgramRunner.h"
 #include "common/Clipboard.h"
 #include "common/Processes.h"
+#include "common/ProgramRunner.h"
 #include "common/Session.h"
 #include "reports/PrinterChoice.h"
 #include "reports/PrinterFormPrinter.h"
@@ -71,8 +71,7 @@ protected:
 TEST_F(PrinterSetupProgramTest, SetSavesThePdfTargetPaperAndSourceForTheUser)
 {
     const QString pdf = output.filePath("chosen.pdf");
-    const Result result =
-        runProgram({"--set", "pdf=" + pdf, "paper=Legal", "source=Manual"});
+    const Result result = runProgram({"--set", "pdf=" + pdf, "paper=Legal", "source=Manual"});
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     const PrinterChoice choice = PrinterChoice::load();
     EXPECT_TRUE(choice.saved());
@@ -85,7 +84,7 @@ TEST_F(PrinterSetupProgramTest, SetSavesThePdfTargetPaperAndSourceForTheUser)
 TEST_F(PrinterSetupProgramTest, The1099PrintingWritesTheChosenPdf)
 {
     const QString pdf = output.filePath("chosen.pdf");
-    ASSERT_EQ(runProgram({"--set", "pdf=" + pdf, "paper=Letter", "source=Auto"}).exitCode, 0);
+    ASSERT_EQ(runProgram({"--set", "pdf=" + pdf, "paper=Legal", "source=Auto"}).exitCode, 0);
     PrinterFormPrinter printer("1099-NEC forms");
     EXPECT_EQ(printer.pdfFile(), pdf);
     ASSERT_TRUE(printer.begin()) << printer.why().toStdString();
@@ -94,6 +93,12 @@ TEST_F(PrinterSetupProgramTest, The1099PrintingWritesTheChosenPdf)
     const PdfWords words(pdf);
     ASSERT_TRUE(words.ok()) << words.error().toStdString();
     EXPECT_NE(words.at(0, "PAYER", 72, 144), nullptr);
+    // The chosen paper: Legal is 8.5 by 14 inches.
+    QProcess info;
+    info.start("pdfinfo", {pdf});
+    ASSERT_TRUE(info.waitForFinished(30000));
+    const QString text = QString::fromLocal8Bit(info.readAllStandardOutput());
+    EXPECT_TRUE(text.contains("Page size:       612 x 1008 pts")) << text.toStdString();
 }
 
 TEST_F(PrinterSetupProgramTest, AChosenFolderTakesTheJobNamedFile)
@@ -155,8 +160,8 @@ TEST_F(PrinterSetupProgramTest, ADatabaseFileAsPdfTargetIsRefusedAndLeftAsItWas)
     }
     const Result result = runProgram({"--set", "pdf=" + database});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_TRUE(result.err.contains("The output file " + database +
-                                    " is a database file of the company"))
+    EXPECT_TRUE(
+        result.err.contains("The output file " + database + " is a database file of the company"))
         << result.err.toStdString();
     EXPECT_FALSE(QFileInfo::exists(savedFile()));
     QFile file(database);
@@ -192,8 +197,7 @@ TEST_F(PrinterSetupProgramTest, TheModuleRunsItAndWaitsWithoutTheWarning)
     qputenv("APMASTER_PRTCTRL_SET", "paper=Tabloid");
     runner.runAndWait("prtctrl.exe");
     ASSERT_EQ(dialogs.count(), 1);
-    EXPECT_EQ(dialogs.last()->text,
-              "WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE");
+    EXPECT_EQ(dialogs.last()->text, "WARNING - PREMATURE USER TERMINATION OF BACKUP PROCEDURE");
 }
 
 TEST_F(PrinterSetupProgramTest, TheWindowSavesThePdfChoiceOnOk)

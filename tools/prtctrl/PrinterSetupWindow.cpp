@@ -12,11 +12,8 @@ QString PrinterSetupWindow::pdfEntry()
 }
 
 PrinterSetupWindow::PrinterSetupWindow(const PrinterChoice &choice, const QStringList &printers) :
-    m_printers(printers),
-    m_printer(new QComboBox(this)),
-    m_pdf(new QLineEdit(this)),
-    m_paper(new QComboBox(this)),
-    m_source(new QComboBox(this))
+    m_printers(printers), m_printer(new QComboBox(this)), m_pdf(new QLineEdit(this)),
+    m_paper(new QComboBox(this)), m_source(new QComboBox(this))
 {
     setWindowTitle(QStringLiteral("Printer set-up"));
     m_printer->setObjectName(QStringLiteral("printer"));

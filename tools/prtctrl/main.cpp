@@ -16,7 +16,8 @@ const char *usage =
     "runs) for the current desktop user.\n"
     "  --set WORD...  save the choice without the window; the words are printer=NAME (an\n"
     "                 installed printer), pdf=PATH (no printer: a PDF file, or a folder for the\n"
-    "                 files), paper=Letter|Legal|A4, source=Auto|Upper|Lower|Middle|Manual|Tractor.\n"
+    "                 files), paper=Letter|Legal|A4,\n"
+    "                 source=Auto|Upper|Lower|Middle|Manual|Tractor.\n"
     "                 The setting APMASTER_PRTCTRL_SET, when present, gives the words instead\n"
     "                 (for scripts and tests that start the program as the module does).\n"
     "Exit codes: 0 saved or cancelled; 2 the choice given with --set was refused.\n";
@@ -70,7 +71,8 @@ int main(int argc, char *argv[])
     }
     if (set) {
         // Without the window the program needs no screen.
-        if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        if (qEnvironmentVariableIsEmpty("DISPLAY") &&
+            qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
             qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         QGuiApplication app(argc, argv);
