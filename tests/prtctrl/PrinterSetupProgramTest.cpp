@@ -11,15 +11,18 @@
 #include "support/FixedClock.h"
 #include "support/PdfWords.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -222,6 +225,33 @@ TEST_F(PrinterSetupProgramTest, TheWindowSavesThePdfChoiceOnOk)
     const PrinterChoice choice = PrinterChoice::load();
     EXPECT_EQ(choice.pdfTarget, pdf);
     EXPECT_EQ(choice.paper, "Legal");
+}
+
+TEST_F(PrinterSetupProgramTest, TheWindowRefusesADatabaseFileAndStaysOpenSavingNothing)
+{
+    const QString database = output.filePath("ap.mdb");
+    PrinterSetupWindow window(PrinterChoice::load(), {});
+    window.show();
+    auto *printer = window.findChild<QComboBox *>("printer");
+    auto *target = window.findChild<QLineEdit *>("pdf");
+    ASSERT_TRUE(printer && target);
+    printer->setFocus();
+    QTest::keyClick(printer, Qt::Key_End);
+    QTest::keyClicks(target, database);
+    QString shown;
+    QTimer::singleShot(0, &window, [&shown] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (box) {
+            shown = box->text();
+            box->accept();
+        }
+    });
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_EQ(shown, "The output file " + database +
+                         " is a database file of the company; no output is ever written over "
+                         "it. Choose another file name.");
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(QFileInfo::exists(savedFile()));
 }
 
 } // namespace
