@@ -1,6 +1,7 @@
 #include "reports/PrinterFormPrinter.h"
 
 #include "common/OutputFile.h"
+#include "reports/PrinterChoice.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -37,12 +38,15 @@ QString PrinterFormPrinter::pdfTarget(const QString &jobName)
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
     const QString name = jobName + QLatin1Char(' ') + stamp + QStringLiteral(".pdf");
     const QString setting = qEnvironmentVariable(pdfSetting);
-    if (!setting.isEmpty()) {
-        if (QFileInfo(setting).isDir())
-            return QDir(setting).absoluteFilePath(name);
-        return QFileInfo(setting).absoluteFilePath();
+    // The environment setting first, then the user's saved choice, then the default printer.
+    const PrinterChoice choice = PrinterChoice::load();
+    const QString target = !setting.isEmpty() ? setting : choice.pdfTarget;
+    if (!target.isEmpty()) {
+        if (QFileInfo(target).isDir())
+            return QDir(target).absoluteFilePath(name);
+        return QFileInfo(target).absoluteFilePath();
     }
-    if (!QPrinterInfo::defaultPrinterName().isEmpty())
+    if (!choice.printer.isEmpty() || !QPrinterInfo::defaultPrinterName().isEmpty())
         return {};
     QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (folder.isEmpty() || !QDir().mkpath(folder))
@@ -55,6 +59,7 @@ PrinterFormPrinter::PrinterFormPrinter(const QString &jobName) :
 {
     m_printer->setDocName(jobName);
     m_printer->setPageSize(QPageSize(QPageSize::Letter));
+    PrinterChoice::load().applyTo(*m_printer);
     m_printer->setPageOrientation(QPageLayout::Portrait);
     // Positions count from the paper's corner, not from the printable area's.
     m_printer->setFullPage(true);

@@ -10,9 +10,11 @@ class OutputFile;
 class QPainter;
 class QPrinter;
 
-// Forms printed with the desktop's print support: on the workstation's default printer, or into
-// a PDF file when the setting APMASTER_PRINT_PDF names one (a file, or a folder to put it in) or
-// when no printer is installed (then in the user's documents folder). A PDF file is written
+// Forms printed with the desktop's print support: on the printer, paper and source the user chose
+// with prtctrl (else the workstation's default printer), or into a PDF file when the setting
+// APMASTER_PRINT_PDF names one (a file, or a folder to put it in; it wins over the saved choice),
+// when the saved choice is a PDF target, or when no printer is installed (then in the user's
+// documents folder). A PDF file is written
 // beside the file it replaces and never takes the name of a database, folder or device. The text is
 // DejaVu Sans Mono at 10 points on every machine, so that it fits the boxes of the pre-printed
 // forms.

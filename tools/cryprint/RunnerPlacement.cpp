@@ -107,3 +107,9 @@ QString placeVersionWindow(const QString &folder, const QString &programFolder, 
     return placeSuiteProgram(folder, programFolder, QStringLiteral("vinfo32"),
                              QStringLiteral("version"), QStringLiteral("version window"), existing);
 }
+
+QString placePrinterSetup(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeSuiteProgram(folder, programFolder, QStringLiteral("prtctrl"),
+                             QStringLiteral("printer"), QStringLiteral("printer set-up"), existing);
+}

@@ -22,3 +22,8 @@ QString placeNumberUtility(const QString &folder, const QString &programFolder,
 // installed or built program, found as the runner is). Returns a line for the summary.
 QString placeVersionWindow(const QString &folder, const QString &programFolder,
                            Existing existing = Existing::Replace);
+
+// Puts the printer set-up into the data folder under the suite's name, prtctrl.exe (a link to the
+// installed or built program, found as the runner is). Returns a line for the summary.
+QString placePrinterSetup(const QString &folder, const QString &programFolder,
+                          Existing existing = Existing::Replace);
