@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEvent>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -21,6 +23,41 @@ SplitCommand split(const QString &commandLine)
         cmd.arguments = words;
     }
     return cmd;
+}
+// While the module waits for a program it started, its windows take no close request: the
+// user's keys and clicks wait in the queue until the program ends, as they would while the
+// module is blocked, but the windows still paint and answer the desktop (a window that stops
+// answering is offered to be killed as "not responding").
+class CloseRefusal : public QObject {
+public:
+    CloseRefusal() { QCoreApplication::instance()->installEventFilter(this); }
+    ~CloseRefusal() override { QCoreApplication::instance()->removeEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::Close)
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
+// Runs the event loop without user input until the process ends.
+void waitPainting(QProcess &process)
+{
+    if (!QCoreApplication::instance()) {
+        process.waitForFinished(-1);
+        return;
+    }
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, [&process, &loop] {
+        if (process.state() == QProcess::NotRunning)
+            loop.quit();
+    });
+    if (process.state() == QProcess::NotRunning)
+        return;
+    const CloseRefusal refusal;
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 } // namespace
 
@@ -45,9 +82,10 @@ int SystemProcesses::runAndWait(const QString &commandLine)
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.setInputChannelMode(QProcess::ForwardedInputChannel);
     process.start(cmd.program, cmd.arguments);
-    if (!process.waitForStarted(-1) || !process.waitForFinished(-1))
+    if (!process.waitForStarted(-1))
         return WaitFailed;
-    if (process.exitStatus() != QProcess::NormalExit)
+    waitPainting(process);
+    if (process.state() != QProcess::NotRunning || process.exitStatus() != QProcess::NormalExit)
         return WaitFailed;
     return process.exitCode();
 }
