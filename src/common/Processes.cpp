@@ -63,6 +63,12 @@ void waitPainting(QProcess &process)
 
 QString SystemProcesses::resolveProgram(const QString &name)
 {
+    return resolveProgram(
+        name, QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString());
+}
+
+QString SystemProcesses::resolveProgram(const QString &name, const QString &installedFolder)
+{
     if (name.isEmpty())
         return {};
     const QFileInfo local(QDir::current(), name);
@@ -70,7 +76,17 @@ QString SystemProcesses::resolveProgram(const QString &name)
         return local.absoluteFilePath();
     if (name.contains(QLatin1Char('/')))
         return {};
-    return QStandardPaths::findExecutable(name);
+    const QString onPath = QStandardPaths::findExecutable(name);
+    if (!onPath.isEmpty() || installedFolder.isEmpty())
+        return onPath;
+    // The suite's programs are installed beside the module under their own names, without the
+    // ".exe" of the names the module starts them by.
+    const QString suffix = QStringLiteral(".exe");
+    if (!name.endsWith(suffix, Qt::CaseInsensitive) || name.size() == suffix.size())
+        return {};
+    const QFileInfo installed(QDir(installedFolder), name.chopped(suffix.size()));
+    return installed.isFile() && installed.isExecutable() ? installed.absoluteFilePath()
+                                                          : QString();
 }
 
 int SystemProcesses::runAndWait(const QString &commandLine)

@@ -27,6 +27,9 @@ public:
     int runAndWait(const QString &commandLine) override;
     qint64 start(const QString &commandLine, Show show, int settleMsecs) override;
 
-    // The program path a command line's first word resolves to ("" when none is found).
+    // The program path a command line's first word resolves to ("" when none is found): a
+    // program of the current (data) folder, then one on the search path, then for a suite name
+    // "NAME.exe" the installed NAME beside this program (installedFolder).
     static QString resolveProgram(const QString &name);
+    static QString resolveProgram(const QString &name, const QString &installedFolder);
 };
