@@ -69,7 +69,11 @@ bool ManualBook::build(QTextDocument &document, const QString &version, qreal te
         markdown += withoutFileLinks(chapter) + QStringLiteral("\n\n");
     }
     markdown.replace(QStringLiteral("@VERSION@"), version);
-    document.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 10));
+    QFont font(QStringLiteral("DejaVu Sans"), 10);
+    // Letters as they are, without ligatures ("fi" as one glyph), so that the PDF's text is
+    // found and copied as typed.
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    document.setDefaultFont(font);
     document.setMarkdown(markdown);
 
     // Every chapter but the first starts a page.

@@ -18,14 +18,14 @@ const char *usage =
     "Usage: vlmohelp MANUAL.pdf\n"
     "Opens the manual (from the current folder, else the installed copy) in the desktop's PDF\n"
     "viewer. When it cannot, it says why on standard error, puts NOHELP on the clipboard and\n"
-    "keeps it there until another program takes the clipboard (at most 20 seconds).\n"
+    "keeps it there until another program takes the clipboard (at most 10 seconds).\n"
     "  APMASTER_PDF_VIEWER   the viewer program (and its first words) instead of xdg-open\n";
 
 // The time the viewer has to refuse the file; the module looks at the clipboard a little later.
 constexpr int viewerCheckMsecs = 1000;
 // How long NOHELP is kept on offer: on X11 and Wayland the clipboard's text lives in the
 // program that put it there, so the viewer stays until the module has read it.
-constexpr int keepNoHelpMsecs = 20000;
+constexpr int keepNoHelpMsecs = 10000;
 
 int noHelp(QGuiApplication &app, const QString &problem)
 {
