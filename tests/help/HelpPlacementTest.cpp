@@ -26,9 +26,8 @@ TEST(HelpPlacement, ANewCompanyGetsTheViewerTheEditorTheManualAndTheHelpText)
 {
     QTemporaryDir data;
     EXPECT_EQ(placeHelp(data.path(), buildPrograms),
-              "  help         vlmohelp.exe -> " + viewer + "\n" +
-                  "  editor       vlmedit.exe -> " + editor + "\n" +
-                  "               manual-ACCTPAY.pdf -> " + manual + "\n" +
+              "  help         vlmohelp.exe -> " + viewer + "\n" + "  editor       vlmedit.exe -> " +
+                  editor + "\n" + "               manual-ACCTPAY.pdf -> " + manual + "\n" +
                   "               vendor1.txt from " + helpText + "\n");
     EXPECT_EQ(QFileInfo(data.filePath("vlmohelp.exe")).canonicalFilePath(), viewer);
     EXPECT_EQ(QFileInfo(data.filePath("vlmedit.exe")).canonicalFilePath(), editor);

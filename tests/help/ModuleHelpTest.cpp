@@ -73,9 +73,9 @@ protected:
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         env.insert(QStringLiteral("APMASTER_PDF_VIEWER"), viewer("viewer"));
-        auto copy = std::make_unique<ModuleCopy>(folder.path(), locks.path(),
-                                                 QStringLiteral("VDR99DEMO"), env,
-                                                 QStringList{"xvfb-run", "-a"});
+        auto copy =
+            std::make_unique<ModuleCopy>(folder.path(), locks.path(), QStringLiteral("VDR99DEMO"),
+                                         env, QStringList{"xvfb-run", "-a"});
         EXPECT_TRUE(copy->started()) << copy->startLines().join(" | ").toStdString();
         return copy;
     }
@@ -93,8 +93,8 @@ protected:
         env.insert(QStringLiteral("DISPLAY"), program.display);
         env.insert(QStringLiteral("XAUTHORITY"), program.authority);
         search.setProcessEnvironment(env);
-        search.start(QStringLiteral("xdotool"),
-                     {"search", "--sync", "--onlyvisible", "--name", QRegularExpression::escape(title)});
+        search.start(QStringLiteral("xdotool"), {"search", "--sync", "--onlyvisible", "--name",
+                                                 QRegularExpression::escape(title)});
         return search.waitForFinished(20000) && search.exitCode() == 0 &&
                !search.readAllStandardOutput().trimmed().isEmpty();
     }
@@ -109,8 +109,7 @@ TEST_F(ModuleHelp, HelpHandsTheCompanysManualToThePdfViewer)
 {
     const auto module = startModule();
     EXPECT_EQ(ModuleCopy::dialogs(module->send(QStringLiteral("help"))), QStringList{});
-    EXPECT_EQ(module->send(QStringLiteral("wait ") + viewer("viewer.txt")),
-              QStringList{"found"});
+    EXPECT_EQ(module->send(QStringLiteral("wait ") + viewer("viewer.txt")), QStringList{"found"});
     EXPECT_EQ(readText(viewer("viewer.txt")), canonical("manual-ACCTPAY.pdf") + "\n");
     // The manual was shown: the editor is not opened as well.
     EXPECT_TRUE(runningPrograms(QStringLiteral("vlmedit.exe"), folder.path()).isEmpty());

@@ -32,8 +32,10 @@ QList<RunningProgram> runningPrograms(const QString &name, const QString &folder
         const qint64 pid = entry.toLongLong(&number);
         if (!number)
             continue;
-        const QByteArrayList words = nulSeparated(proc.filePath(entry + QStringLiteral("/cmdline")));
-        if (words.isEmpty() || !QString::fromLocal8Bit(words.first()).endsWith(QLatin1Char('/') + name))
+        const QByteArrayList words =
+            nulSeparated(proc.filePath(entry + QStringLiteral("/cmdline")));
+        if (words.isEmpty() ||
+            !QString::fromLocal8Bit(words.first()).endsWith(QLatin1Char('/') + name))
             continue;
         const QString cwd =
             QFileInfo(proc.filePath(entry + QStringLiteral("/cwd"))).canonicalFilePath();

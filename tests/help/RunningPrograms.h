@@ -8,11 +8,11 @@
 // that another program started and left running (the module's Help starts without waiting).
 struct RunningProgram {
     qint64 pid = 0;
-    QString program;      // the first word of the command line
+    QString program;       // the first word of the command line
     QStringList arguments; // the words after it
-    QString folder;       // the current folder, canonical
-    QString display;      // DISPLAY of its environment
-    QString authority;    // XAUTHORITY of its environment
+    QString folder;        // the current folder, canonical
+    QString display;       // DISPLAY of its environment
+    QString authority;     // XAUTHORITY of its environment
 };
 
 // The programs whose first word ends in "/" + name and whose current folder is folder.

@@ -39,8 +39,8 @@ QString withoutFileLinks(QString markdown)
 
 QStringList ManualBook::chapterFiles(QString *problem) const
 {
-    const QString list = readText(QDir(m_docs).filePath(QStringLiteral("manual/chapters.txt")),
-                                  problem);
+    const QString list =
+        readText(QDir(m_docs).filePath(QStringLiteral("manual/chapters.txt")), problem);
     if (list.isEmpty())
         return {};
     QStringList files;
@@ -138,7 +138,8 @@ bool ManualBook::writePdf(QTextDocument &document, const QString &path, QString 
     writer.setTitle(QStringLiteral("A/P Master user manual"));
     writer.setCreator(QStringLiteral("Velmora Office Accounting"));
     writer.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait,
-                                     QMarginsF(margin, margin, margin, margin), QPageLayout::Point));
+                                     QMarginsF(margin, margin, margin, margin),
+                                     QPageLayout::Point));
     writer.setResolution(300);
     document.print(&writer);
     if (!QFile::exists(path) || QFile(path).size() == 0) {

@@ -110,7 +110,7 @@ void EditorWindow::closeEvent(QCloseEvent *event)
 
 void EditorWindow::updateTitle()
 {
-    setWindowTitle(QStringLiteral("%1%2 - Velmora Office text editor")
-                       .arg(QFileInfo(m_path).fileName(),
-                            isModified() ? QStringLiteral(" *") : QString()));
+    setWindowTitle(
+        QStringLiteral("%1%2 - Velmora Office text editor")
+            .arg(QFileInfo(m_path).fileName(), isModified() ? QStringLiteral(" *") : QString()));
 }

@@ -34,7 +34,8 @@ int main(int argc, char *argv[])
     const QString title = QStringLiteral("Velmora Office");
     if (words.size() != 1) {
         std::fputs(usage, stderr);
-        QMessageBox::critical(nullptr, title, QStringLiteral("The text editor expects one file name."));
+        QMessageBox::critical(nullptr, title,
+                              QStringLiteral("The text editor expects one file name."));
         return 2;
     }
     EditorWindow window(
@@ -52,9 +53,10 @@ int main(int argc, char *argv[])
                      return EditorWindow::Answer::Cancel;
                  }
              },
-         .problem = [&title](const QString &text) {
-             QMessageBox::warning(QApplication::activeWindow(), title, text);
-         }});
+         .problem =
+             [&title](const QString &text) {
+                 QMessageBox::warning(QApplication::activeWindow(), title, text);
+             }});
     if (!window.load())
         return 1;
     window.show();

@@ -40,9 +40,10 @@ ManualViewer::Outcome ManualViewer::open(const QString &file, const QStringList 
         if (process.exitStatus() != QProcess::NormalExit)
             return {false, QStringLiteral("the PDF viewer %1 crashed").arg(viewer.first())};
         if (process.exitCode() != 0)
-            return {false, QStringLiteral("the PDF viewer %1 could not open the manual (exit code %2)")
-                               .arg(viewer.first())
-                               .arg(process.exitCode())};
+            return {false,
+                    QStringLiteral("the PDF viewer %1 could not open the manual (exit code %2)")
+                        .arg(viewer.first())
+                        .arg(process.exitCode())};
         return {true, {}};
     }
     process.waitForFinished(-1);
