@@ -1,12 +1,15 @@
 #include "common/Processes.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QEvent>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 
 namespace {
 struct SplitCommand {
@@ -24,6 +27,7 @@ SplitCommand split(const QString &commandLine)
     }
     return cmd;
 }
+
 // While the module waits for a program it started, its windows take no close request: the
 // user's keys and clicks wait in the queue until the program ends, as they would while the
 // module is blocked, but the windows still paint and answer the desktop (a window that stops
@@ -58,6 +62,19 @@ void waitPainting(QProcess &process)
         return;
     const CloseRefusal refusal;
     loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+// Whether a detached program has ended: gone from the process table, or ended and not yet
+// collected by the process that adopted it.
+bool ended(qint64 id)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(id));
+    if (!stat.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray line = stat.readAll();
+    const qsizetype name = line.lastIndexOf(')');
+    const char state = name >= 0 && name + 2 < line.size() ? line.at(name + 2) : 'X';
+    return state == 'Z' || state == 'X';
 }
 } // namespace
 
@@ -112,21 +129,13 @@ qint64 SystemProcesses::start(const QString &commandLine, Show show, int settleM
     const SplitCommand cmd = split(commandLine);
     if (cmd.program.isEmpty())
         return 0;
-    if (settleMsecs <= 0) {
-        qint64 id = 0;
-        return QProcess::startDetached(cmd.program, cmd.arguments, QString(), &id) ? id : 0;
-    }
-    // Owned by nobody and deleted when the program ends, so that a program still running after
-    // the settling time outlives this module instead of being killed with its QProcess.
-    auto *process = new QProcess;
-    process->setProcessChannelMode(QProcess::ForwardedChannels);
-    QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
-    process->start(cmd.program, cmd.arguments);
-    if (!process->waitForStarted(-1)) {
-        process->deleteLater();
+    // Detached, so that a program still running after the settling time outlives this module
+    // instead of being ended with it, and leaves nothing of this module's behind.
+    qint64 id = 0;
+    if (!QProcess::startDetached(cmd.program, cmd.arguments, QString(), &id))
         return 0;
-    }
-    const qint64 id = process->processId();
-    process->waitForFinished(settleMsecs);
+    const QDeadlineTimer settled(settleMsecs);
+    while (settleMsecs > 0 && !ended(id) && !settled.hasExpired())
+        QThread::msleep(10);
     return id;
 }
