@@ -3,7 +3,7 @@
 # module starts them from the demo company, each step checked. Sign-in as DEMO; two demo vendors
 # merged through Utilities, Merge two vendors (the company's chanum.exe), checked in the files
 # with sqlite3; the printer set-up (prtctrl.exe) chosen to write PDFs; the version window
-# (vinfo32.exe) read. A check that fails is named and the scene ends non-zero.
+# (vinfo32.exe) read; Help. A check that fails is named and the scene ends non-zero.
 #   try-suite-scene.sh DATA_FOLDER OUT_DIR COMMAND [PICTURE_PREFIX]
 set -euo pipefail
 data=$1 out=$2 command=$3 prefix=${4:-}
@@ -102,6 +102,22 @@ if [ -n "$version" ]; then
   import -window root "$out/${prefix}version.png"
   press "$version" Escape
   sleep 0.8
+fi
+
+# Help: the manual goes to the desktop's PDF viewer; this virtual desktop has none, so the help
+# viewer says so and the module falls back to the plain help text in the suite's editor.
+check "the manual is installed" yes \
+  "$(pdftotext /usr/share/apmaster/manual-ACCTPAY.pdf - 2>/dev/null | grep -q "Lookup" && echo yes || echo no)"
+press "$module" alt+h
+editor=$(wait_window "vendor1.txt - Velmora Office text editor") || editor=""
+check "Help without a PDF viewer opens the help text in the editor" yes \
+  "$([ -n "$editor" ] && echo yes || echo no)"
+if [ -n "$editor" ]; then
+  sleep 0.8
+  check "the editor lies on the screen" yes "$(on_screen "$editor")"
+  import -window root "$out/${prefix}help-text.png"
+  press "$editor" alt+c
+  sleep 0.6
 fi
 
 finish_module
