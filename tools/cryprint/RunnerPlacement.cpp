@@ -113,3 +113,10 @@ QString placePrinterSetup(const QString &folder, const QString &programFolder, E
     return placeSuiteProgram(folder, programFolder, QStringLiteral("prtctrl"),
                              QStringLiteral("printer"), QStringLiteral("printer set-up"), existing);
 }
+
+QString placeLayoutAdjuster(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeSuiteProgram(folder, programFolder, QStringLiteral("fprint"),
+                             QStringLiteral("1099 layouts"), QStringLiteral("layout adjuster"),
+                             existing);
+}

@@ -27,3 +27,8 @@ QString placeVersionWindow(const QString &folder, const QString &programFolder,
 // installed or built program, found as the runner is). Returns a line for the summary.
 QString placePrinterSetup(const QString &folder, const QString &programFolder,
                           Existing existing = Existing::Replace);
+
+// Puts the 1099 layout adjuster into the data folder under the suite's name, fprint.exe (a link to
+// the installed or built program, found as the runner is). Returns a line for the summary.
+QString placeLayoutAdjuster(const QString &folder, const QString &programFolder,
+                            Existing existing = Existing::Replace);
