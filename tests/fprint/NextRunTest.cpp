@@ -1,0 +1,97 @@
+#include "AdjusterFixture.h"
+
+#include "reports/ReportMenu.h"
+#include "support/Module.h"
+#include "support/PdfWords.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace {
+
+// A demo company made by the real generator, with one 1099-NEC vendor: the first, paid 1,500.00.
+class NextRun : public AdjusterFixture {
+protected:
+    void SetUp() override
+    {
+        AdjusterFixture::SetUp();
+        QProcess demo;
+        demo.start(QStringLiteral(APMASTER_DEMO_PROGRAM),
+                   {m_folder.path(), "--vendors", "12", "--invoices", "60", "--seed", "3",
+                    "--year", "2025"});
+        ASSERT_TRUE(demo.waitForFinished(60000));
+        ASSERT_EQ(demo.exitCode(), 0) << demo.readAllStandardError().toStdString();
+        sql("update vendors set vend1099type = 0");
+        sql("update vendors set vend1099type = 5, vendytd = 1500, vendname = 'Lindqvist "
+            "Carpentry' where vendnumber = (select min(vendnumber) from vendors)");
+    }
+    void sql(const QString &statement)
+    {
+        ASSERT_EQ(QProcess::execute("sqlite3", {path("ap.mdb"), statement}), 0);
+    }
+    // The module's 1099-NEC run for every vendor of $600 or more, into a PDF file.
+    PdfWords necRun(const QString &pdf)
+    {
+        qputenv("APMASTER_PRINT_PDF", path(pdf).toLocal8Bit());
+        Module module(m_folder.path());
+        EXPECT_EQ(module.start("VDR99DEMO"), std::nullopt);
+        module.dialogs.yesNoAnswers = {Dialogs::Yes, Dialogs::No, Dialogs::No, Dialogs::Yes};
+        module.window->action(QStringLiteral("rpt1099nec"))->trigger();
+        QCoreApplication::processEvents();
+        qunsetenv("APMASTER_PRINT_PDF");
+        return PdfWords(path(pdf));
+    }
+};
+
+} // namespace
+
+TEST_F(NextRun, TheCompanyHasTheAdjusterWhereTheModuleStartsIt)
+{
+    const QFileInfo link(path("fprint.exe"));
+    ASSERT_TRUE(link.isSymLink());
+    EXPECT_EQ(link.canonicalFilePath(), QFileInfo(QStringLiteral(FPRINT_PROGRAM)).canonicalFilePath());
+    const Run result = run({"--version"}, path("fprint.exe"));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(result.out.startsWith("fprint ")) << result.out.toStdString();
+}
+
+TEST_F(NextRun, AMovedElementPrintsAtItsNewPlaceInTheNext1099Run)
+{
+    // The demo layout: origin (0.25, 0.25), the recipient's name (element 11) at (0.2, 1.6).
+    const PdfWords before = necRun("before.pdf");
+    ASSERT_TRUE(before.ok()) << before.error().toStdString();
+    EXPECT_NE(before.at(0, "LINDQVIST", 32.4, 133.2), nullptr) << before.pageText(0).toStdString();
+
+    // Moved a quarter inch down and to 1 inch across: (0.25 + 1) * 72 and (0.25 + 1.85) * 72.
+    const Run moved = run({"--set", "1099nec.lof", "11=1,1.85"}, path("fprint.exe"));
+    ASSERT_EQ(moved.exitCode, 0) << moved.err.toStdString();
+    const PdfWords after = necRun("after.pdf");
+    ASSERT_TRUE(after.ok()) << after.error().toStdString();
+    EXPECT_NE(after.at(0, "LINDQVIST", 90, 151.2), nullptr) << after.pageText(0).toStdString();
+    EXPECT_EQ(after.at(0, "LINDQVIST", 32.4, 133.2), nullptr);
+    // The rest of the form stays: the amount in box 1 at (0.25 + 3.85, 0.25 + 0.75).
+    EXPECT_NE(after.at(0, "1500.00", 295.2, 72), nullptr) << after.pageText(0).toStdString();
+}
+
+TEST_F(NextRun, TheNecPayerBlockMovedAQuarterInchPrintsAQuarterInchLower)
+{
+    // The payer's five lines are elements 2 to 6 at 0.3, 0.44, ... inches down.
+    QStringList words = {"--set", "1099nec.lof"};
+    const double lines[] = {0.3, 0.44, 0.58, 0.72, 0.86};
+    for (int element = 2; element <= 6; ++element)
+        words << QStringLiteral("%1=0.2,%2").arg(element).arg(lines[element - 2] + 0.25);
+    const Run moved = run(words, path("fprint.exe"));
+    ASSERT_EQ(moved.exitCode, 0) << moved.err.toStdString();
+    const PdfWords pdf = necRun("payer.pdf");
+    ASSERT_TRUE(pdf.ok()) << pdf.error().toStdString();
+    // The payer's name (element 2, the layout's third line) at (0.25 + 0.2, 0.25 + 0.55) inches:
+    // 32.4 and 57.6 points; it was at 39.6.
+    const QString name = QString::fromLatin1(bytesOf("1099nec.lof").split('\n').at(2))
+                             .section('"', 1, 1)
+                             .section(' ', 0, 0);
+    ASSERT_FALSE(name.isEmpty());
+    EXPECT_NE(pdf.at(0, name, 32.4, 57.6), nullptr) << pdf.pageText(0).toStdString();
+    EXPECT_EQ(pdf.at(0, name, 32.4, 39.6), nullptr);
+}
