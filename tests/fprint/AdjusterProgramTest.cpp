@@ -12,7 +12,7 @@ const char *const layoutFiles[] = {"1099misc.lof", "1099int.lof", "1099div.lof",
 QByteArray necWithNameAcross(const QByteArray &x)
 {
     QByteArray bytes = AdjusterFixture::shipped("1099nec.lof");
-    bytes.replace("\"Recipient's name\",0.2,", "\"Recipient's name\"," + x + ",");
+    bytes.replace("\"Recipient's name\",0.1,", "\"Recipient's name\"," + x + ",");
     return bytes;
 }
 
@@ -48,7 +48,7 @@ TEST_F(AdjusterProgram, MovingAnElementChangesOnlyItsLine)
     const Run result = run({"--set", "1099nec.lof", "11=1,1.85"});
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     QByteArray expected = shipped("1099nec.lof");
-    expected.replace("\"Recipient's name\",0.2,1.6\n", "\"Recipient's name\",1,1.85\n");
+    expected.replace("\"Recipient's name\",0.1,1.6\n", "\"Recipient's name\",1,1.85\n");
     EXPECT_NE(expected, shipped("1099nec.lof"));
     EXPECT_EQ(bytesOf("1099nec.lof"), expected);
 }
@@ -135,11 +135,11 @@ TEST_F(AdjusterProgram, TheTestPagePrintsTheSampleFormsWhereTheRunPrints)
     const PdfWords words(path("test.pdf"));
     ASSERT_TRUE(words.ok()) << words.error().toStdString();
     EXPECT_EQ(words.pages(), 1);
-    // The recipient's name: (0.25 + 0.2) inches across, (0.25 + 1.6) down on the first form,
+    // The recipient's name: (0.25 + 0.1) inches across, (0.25 + 1.6) down on the first form,
     // 3.66 inches (5270 twips) further on each next one; in points, 20 twips each.
-    EXPECT_NE(words.at(0, "SAMPLE", 32.4, 133.2), nullptr) << words.pageText(0).toStdString();
-    EXPECT_NE(words.at(0, "SAMPLE", 32.4, 396.7), nullptr);
-    EXPECT_NE(words.at(0, "SAMPLE", 32.4, 660.2), nullptr);
-    // The amount in box 1: (0.25 + 3.85, 0.25 + 0.75).
-    EXPECT_NE(words.at(0, "1234.56", 295.2, 72), nullptr);
+    EXPECT_NE(words.at(0, "SAMPLE", 25.2, 133.2), nullptr) << words.pageText(0).toStdString();
+    EXPECT_NE(words.at(0, "SAMPLE", 25.2, 396.7), nullptr);
+    EXPECT_NE(words.at(0, "SAMPLE", 25.2, 660.2), nullptr);
+    // The amount in box 1: (0.25 + 3.7, 0.25 + 1.2).
+    EXPECT_NE(words.at(0, "1234.56", 284.4, 104.4), nullptr);
 }

@@ -82,7 +82,7 @@ TEST_F(AdjusterWindowTest, TheTableShowsEveryElementWithItsTextAndPositionInInch
     EXPECT_EQ(cell(*w, 0, X), "0.25");
     EXPECT_EQ(cell(*w, 11, Number), "11");
     EXPECT_EQ(cell(*w, 11, Text), "Recipient's name");
-    EXPECT_EQ(cell(*w, 11, X), "0.2");
+    EXPECT_EQ(cell(*w, 11, X), "0.1");
     EXPECT_EQ(cell(*w, 11, Y), "1.6");
     EXPECT_EQ(w->findChild<QLineEdit *>("spacing")->text(), "3.66");
     EXPECT_EQ(w->windowTitle(), "1099nec.lof - Adjust 1099 forms printing");
@@ -109,12 +109,12 @@ TEST_F(AdjusterWindowTest, ATypedPositionMovesTheElementOnThePageAndSaveWritesIt
     type(*w, 11, X, "1.25");
     EXPECT_EQ(dialogs.count(), 0) << dialogs.texts().join('\n').toStdString();
     EXPECT_EQ(cell(*w, 11, X), "1.25");
-    EXPECT_EQ(w->page()->markAt(11).x() - was.x(), qRound(1.05 * scale));
+    EXPECT_EQ(w->page()->markAt(11).x() - was.x(), qRound(1.15 * scale));
     EXPECT_EQ(w->windowTitle(), "1099nec.lof * - Adjust 1099 forms printing");
     EXPECT_EQ(bytesOf("1099nec.lof"), shipped("1099nec.lof")); // nothing before Save
     click(*w, "save");
     QByteArray expected = shipped("1099nec.lof");
-    expected.replace("\"Recipient's name\",0.2,1.6\n", "\"Recipient's name\",1.25,1.6\n");
+    expected.replace("\"Recipient's name\",0.1,1.6\n", "\"Recipient's name\",1.25,1.6\n");
     EXPECT_EQ(bytesOf("1099nec.lof"), expected);
     EXPECT_EQ(w->windowTitle(), "1099nec.lof - Adjust 1099 forms printing");
 }
@@ -146,8 +146,8 @@ TEST_F(AdjusterWindowTest, ATypedPositionOffThePaperIsRefusedAndTheValueKept)
     ASSERT_EQ(dialogs.count(), 1);
     EXPECT_EQ(dialogs.last()->text,
               "Element 11 (Recipient's name) prints 8.50 inches across on the first form, beyond "
-              "the 8.5-inch width of the paper.\nElement 11 keeps X 0.2.");
-    EXPECT_EQ(cell(*w, 11, X), "0.2");
+              "the 8.5-inch width of the paper.\nElement 11 keeps X 0.1.");
+    EXPECT_EQ(cell(*w, 11, X), "0.1");
     // A hundredth of an inch less lands on the paper.
     type(*w, 11, X, "8.24");
     EXPECT_EQ(dialogs.count(), 1);
@@ -165,7 +165,7 @@ TEST_F(AdjusterWindowTest, AQuoteInATextIsRefusedAndOtherTextIsKept)
     type(*w, 2, Text, "O'NEIL & SONS, INC.");
     EXPECT_EQ(w->document().element(2).text, "O'NEIL & SONS, INC.");
     click(*w, "save");
-    EXPECT_TRUE(bytesOf("1099nec.lof").contains("\n\"O'NEIL & SONS, INC.\",0.2,0.3\n"));
+    EXPECT_TRUE(bytesOf("1099nec.lof").contains("\n\"O'NEIL & SONS, INC.\",0.1,0.3\n"));
 }
 
 TEST_F(AdjusterWindowTest, DraggingAnElementsMarkMovesItByHundredthsOfAnInch)
@@ -179,7 +179,7 @@ TEST_F(AdjusterWindowTest, DraggingAnElementsMarkMovesItByHundredthsOfAnInch)
     QTest::mousePress(page, Qt::LeftButton, {}, from);
     QTest::mouseMove(page, to);
     QTest::mouseRelease(page, Qt::LeftButton, {}, to);
-    EXPECT_EQ(cell(*w, 11, X), "0.7");
+    EXPECT_EQ(cell(*w, 11, X), "0.6");
     EXPECT_EQ(cell(*w, 11, Y), "1.85");
     EXPECT_EQ(page->markAt(11), to);
     EXPECT_EQ(table(*w)->currentRow(), 11);
@@ -190,14 +190,14 @@ TEST_F(AdjusterWindowTest, DraggingOffThePaperIsRefusedAndTheElementStays)
     write("1099nec.lof", shipped("1099nec.lof"));
     auto w = open("1099nec.lof");
     PageView *page = w->page();
-    const QPoint from = page->markAt(1); // box 1 at 4.1 inches across
-    const QPoint to = from + QPoint(qRound(4.5 * page->pixelsPerInch()), 0);
+    const QPoint from = page->markAt(1); // box 1 at 3.95 inches across
+    const QPoint to = from + QPoint(qRound(4.6 * page->pixelsPerInch()), 0);
     QTest::mousePress(page, Qt::LeftButton, {}, from);
     QTest::mouseMove(page, to);
     QTest::mouseRelease(page, Qt::LeftButton, {}, to);
     ASSERT_EQ(dialogs.count(), 1);
     EXPECT_TRUE(dialogs.last()->text.endsWith("Element 1 stays where it was."));
-    EXPECT_EQ(cell(*w, 1, X), "3.85");
+    EXPECT_EQ(cell(*w, 1, X), "3.7");
     EXPECT_EQ(page->markAt(1), from);
 }
 
@@ -262,7 +262,7 @@ TEST_F(AdjusterWindowTest, TheSystemCopyReplacesAChangedLayoutOnlyOnYes)
     EXPECT_EQ(cell(*w, 11, X), "1"); // the empty queue answers No
     dialogs.yesNoAnswers = {Dialogs::Yes};
     click(*w, "fromSystem");
-    EXPECT_EQ(cell(*w, 11, X), "0.2");
+    EXPECT_EQ(cell(*w, 11, X), "0.1");
     EXPECT_TRUE(w->unsaved());
 }
 
@@ -279,7 +279,7 @@ TEST_F(AdjusterWindowTest, AMissingLayoutIsMadeFromTheSystemCopyWhenItsFormIsOpe
 TEST_F(AdjusterWindowTest, ALayoutOffThePaperIsNamedOnOpeningAndNotSaved)
 {
     QByteArray off = shipped("1099misc.lof");
-    off.replace("\"Account number\",0.2,3.4\n", "\"Account number\",0.2,5.3\n");
+    off.replace("\"Account number\",0.1,2.95\n", "\"Account number\",0.1,5.3\n");
     write("1099misc.lof", off);
     auto w = open("1099misc.lof");
     ASSERT_EQ(dialogs.count(), 1);
@@ -291,7 +291,7 @@ TEST_F(AdjusterWindowTest, ALayoutOffThePaperIsNamedOnOpeningAndNotSaved)
     ASSERT_EQ(dialogs.count(), 2);
     EXPECT_TRUE(dialogs.last()->text.startsWith("1099misc.lof was not saved:\nElement 25"));
     EXPECT_EQ(bytesOf("1099misc.lof"), off);
-    type(*w, 25, Y, "3.4");
+    type(*w, 25, Y, "2.95");
     click(*w, "save");
     EXPECT_EQ(bytesOf("1099misc.lof"), shipped("1099misc.lof"));
 }
@@ -357,7 +357,7 @@ TEST_F(AdjusterWindowTest, TheTestPagePrintsTheUnsavedPositions)
     EXPECT_EQ(dialogs.last()->text, "The test page was written to " + path("test.pdf") + ".");
     const PdfWords words(path("test.pdf"));
     ASSERT_TRUE(words.ok()) << words.error().toStdString();
-    // (0.25 + 0.2, 0.25 + 1.85) inches: 32.4 and 151.2 points.
-    EXPECT_NE(words.at(0, "SAMPLE", 32.4, 151.2), nullptr) << words.pageText(0).toStdString();
+    // (0.25 + 0.1, 0.25 + 1.85) inches: 25.2 and 151.2 points.
+    EXPECT_NE(words.at(0, "SAMPLE", 25.2, 151.2), nullptr) << words.pageText(0).toStdString();
     EXPECT_EQ(bytesOf("1099nec.lof"), shipped("1099nec.lof"));
 }

@@ -59,10 +59,10 @@ TEST_F(NextRun, TheCompanyHasTheAdjusterWhereTheModuleStartsIt)
 
 TEST_F(NextRun, AMovedElementPrintsAtItsNewPlaceInTheNext1099Run)
 {
-    // The demo layout: origin (0.25, 0.25), the recipient's name (element 11) at (0.2, 1.6).
+    // The demo layout: origin (0.25, 0.25), the recipient's name (element 11) at (0.1, 1.6).
     const PdfWords before = necRun("before.pdf");
     ASSERT_TRUE(before.ok()) << before.error().toStdString();
-    EXPECT_NE(before.at(0, "LINDQVIST", 32.4, 133.2), nullptr) << before.pageText(0).toStdString();
+    EXPECT_NE(before.at(0, "LINDQVIST", 25.2, 133.2), nullptr) << before.pageText(0).toStdString();
 
     // Moved a quarter inch down and to 1 inch across: (0.25 + 1) * 72 and (0.25 + 1.85) * 72.
     const Run moved = run({"--set", "1099nec.lof", "11=1,1.85"}, path("fprint.exe"));
@@ -70,9 +70,9 @@ TEST_F(NextRun, AMovedElementPrintsAtItsNewPlaceInTheNext1099Run)
     const PdfWords after = necRun("after.pdf");
     ASSERT_TRUE(after.ok()) << after.error().toStdString();
     EXPECT_NE(after.at(0, "LINDQVIST", 90, 151.2), nullptr) << after.pageText(0).toStdString();
-    EXPECT_EQ(after.at(0, "LINDQVIST", 32.4, 133.2), nullptr);
-    // The rest of the form stays: the amount in box 1 at (0.25 + 3.85, 0.25 + 0.75).
-    EXPECT_NE(after.at(0, "1500.00", 295.2, 72), nullptr) << after.pageText(0).toStdString();
+    EXPECT_EQ(after.at(0, "LINDQVIST", 25.2, 133.2), nullptr);
+    // The rest of the form stays: the amount in box 1 at (0.25 + 3.7, 0.25 + 1.2).
+    EXPECT_NE(after.at(0, "1500.00", 284.4, 104.4), nullptr) << after.pageText(0).toStdString();
 }
 
 TEST_F(NextRun, TheNecPayerBlockMovedAQuarterInchPrintsAQuarterInchLower)
@@ -81,17 +81,17 @@ TEST_F(NextRun, TheNecPayerBlockMovedAQuarterInchPrintsAQuarterInchLower)
     QStringList words = {"--set", "1099nec.lof"};
     const double lines[] = {0.3, 0.44, 0.58, 0.72, 0.86};
     for (int element = 2; element <= 6; ++element)
-        words << QStringLiteral("%1=0.2,%2").arg(element).arg(lines[element - 2] + 0.25);
+        words << QStringLiteral("%1=0.1,%2").arg(element).arg(lines[element - 2] + 0.25);
     const Run moved = run(words, path("fprint.exe"));
     ASSERT_EQ(moved.exitCode, 0) << moved.err.toStdString();
     const PdfWords pdf = necRun("payer.pdf");
     ASSERT_TRUE(pdf.ok()) << pdf.error().toStdString();
-    // The payer's name (element 2, the layout's third line) at (0.25 + 0.2, 0.25 + 0.55) inches:
-    // 32.4 and 57.6 points; it was at 39.6.
+    // The payer's name (element 2, the layout's third line) at (0.25 + 0.1, 0.25 + 0.55) inches:
+    // 25.2 and 57.6 points; it was at 39.6.
     const QString name = QString::fromLatin1(bytesOf("1099nec.lof").split('\n').at(2))
                              .section('"', 1, 1)
                              .section(' ', 0, 0);
     ASSERT_FALSE(name.isEmpty());
-    EXPECT_NE(pdf.at(0, name, 32.4, 57.6), nullptr) << pdf.pageText(0).toStdString();
-    EXPECT_EQ(pdf.at(0, name, 32.4, 39.6), nullptr);
+    EXPECT_NE(pdf.at(0, name, 25.2, 57.6), nullptr) << pdf.pageText(0).toStdString();
+    EXPECT_EQ(pdf.at(0, name, 25.2, 39.6), nullptr);
 }

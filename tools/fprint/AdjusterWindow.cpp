@@ -102,6 +102,7 @@ void AdjusterWindow::build()
     spacingRow->addWidget(new QLabel(QStringLiteral("Form spacing (in):"), left));
     m_spacing = new QLineEdit(left);
     m_spacing->setObjectName(QStringLiteral("spacing"));
+    m_spacing->setMinimumWidth(70);
     m_spacing->setMaximumWidth(90);
     spacingRow->addWidget(m_spacing);
     m_paperLabel = new QLabel(left);
