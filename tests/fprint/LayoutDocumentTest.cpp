@@ -137,7 +137,11 @@ TEST(LayoutDocument, TypedInchesAreDecimalNumbersWithAPoint)
         EXPECT_TRUE(LayoutDocument::parseInches(typed, read)) << typed;
         EXPECT_EQ(read, inches) << typed;
     }
-    for (const char *typed : {"abc", "", "1,5", "1.2.3", "nan", "2in"}) {
+    // Past a thousand inches a position is no position on any paper.
+    double far = 0;
+    EXPECT_TRUE(LayoutDocument::parseInches("-1000", far));
+    EXPECT_EQ(far, -1000);
+    for (const char *typed : {"abc", "", "1,5", "1.2.3", "nan", "2in", "1000.01", "1e30"}) {
         double read = 99;
         EXPECT_FALSE(LayoutDocument::parseInches(typed, read)) << typed;
         EXPECT_EQ(read, 99) << typed;

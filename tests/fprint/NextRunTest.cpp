@@ -6,8 +6,13 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTest>
+
+#include <csignal>
 
 namespace {
 
@@ -45,7 +50,41 @@ protected:
     }
 };
 
+// The process ids of the adjusters running in the folder (their program and current folder).
+QList<qint64> adjustersIn(const QString &folder)
+{
+    QList<qint64> found;
+    const QString program = QFileInfo(QStringLiteral(FPRINT_PROGRAM)).canonicalFilePath();
+    for (const QString &entry : QDir("/proc").entryList(QDir::Dirs)) {
+        bool numeric = false;
+        const qint64 pid = entry.toLongLong(&numeric);
+        if (numeric && QFile::symLinkTarget("/proc/" + entry + "/exe") == program &&
+            QFile::symLinkTarget("/proc/" + entry + "/cwd") == QFileInfo(folder).canonicalFilePath())
+            found << pid;
+    }
+    return found;
+}
+
 } // namespace
+
+TEST_F(NextRun, AdjustFormsPrintingStartsTheAdjusterInTheDataFolder)
+{
+    ASSERT_TRUE(QFile::remove(path("1099misc.lof")));
+    qputenv("APMASTER_SYSTEM_LAYOUTS", APMASTER_SYSTEM_LAYOUTS);
+    Module module(m_folder.path());
+    ASSERT_EQ(module.start("VDR99DEMO"), std::nullopt);
+    module.window->action(QStringLiteral("mnueditprintspec"))->trigger();
+    qunsetenv("APMASTER_SYSTEM_LAYOUTS");
+    // The adjuster opens on 1099-MISC and makes the missing file from the system copy.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bytesOf("1099misc.lof") == shipped("1099misc.lof"); },
+                                20000));
+    EXPECT_EQ(module.dialogs.count(), 0); // started without waiting, no warning
+    QList<qint64> running;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !(running = adjustersIn(m_folder.path())).isEmpty(); },
+                                5000));
+    for (qint64 pid : running)
+        ::kill(static_cast<pid_t>(pid), SIGTERM);
+}
 
 TEST_F(NextRun, TheCompanyHasTheAdjusterWhereTheModuleStartsIt)
 {

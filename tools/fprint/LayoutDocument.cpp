@@ -19,12 +19,15 @@ protected:
     QString askInput(const QString &, const QString &, const QString &) override { return {}; }
 };
 
-// A number as the module reads it.
+// Inches no layout needs; past them a position would not even fit the twips the runs count in.
+constexpr double farthest = 1000;
+
+// A number as the module reads it, within the inches a layout can use.
 std::optional<double> number(const QString &value)
 {
     bool ok = false;
     const double read = value.trimmed().toDouble(&ok);
-    if (!ok || !std::isfinite(read))
+    if (!ok || !std::isfinite(read) || std::abs(read) > farthest)
         return std::nullopt;
     return read;
 }
