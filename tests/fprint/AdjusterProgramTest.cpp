@@ -126,9 +126,8 @@ TEST_F(AdjusterProgram, AFileThatIsNoLayoutFileIsNeitherReadNorWritten)
 TEST_F(AdjusterProgram, TheTestPagePrintsTheSampleFormsWhereTheRunPrints)
 {
     write("1099nec.lof", shipped("1099nec.lof"));
-    const Run result =
-        run({"--test-page", "1099nec.lof"}, QStringLiteral(FPRINT_PROGRAM),
-            {"APMASTER_PRINT_PDF=" + path("test.pdf")});
+    const Run result = run({"--test-page", "1099nec.lof"}, QStringLiteral(FPRINT_PROGRAM),
+                           {"APMASTER_PRINT_PDF=" + path("test.pdf")});
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     EXPECT_TRUE(result.out.contains("The test page was written to " + path("test.pdf")))
         << result.out.toStdString();

@@ -67,12 +67,12 @@ TEST_P(ShippedLayout, IsWrittenInTheSameCharactersWhenAValueIsChangedAndChangedB
     EXPECT_EQ(document.bytes(), bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(Forms, ShippedLayout,
-                         ::testing::Values("1099misc.lof", "1099int.lof", "1099div.lof",
-                                           "1099nec.lof"),
-                         [](const auto &info) {
-                             return QString::fromLatin1(info.param).section('.', 0, 0).toStdString();
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Forms, ShippedLayout,
+    ::testing::Values("1099misc.lof", "1099int.lof", "1099div.lof", "1099nec.lof"),
+    [](const auto &info) {
+        return QString::fromLatin1(info.param).section('.', 0, 0).toStdString();
+    });
 
 TEST(LayoutDocument, AChangedFileKeepsTheOtherValuesAsWrittenAndItsLineEnds)
 {
@@ -130,8 +130,8 @@ TEST(LayoutDocument, OneHundredRecordsAreReadAndOneHundredAndOneRefused)
 
 TEST(LayoutDocument, TypedInchesAreDecimalNumbersWithAPoint)
 {
-    const std::pair<const char *, double> good[] = {{"1.25", 1.25}, {" 2 ", 2}, {"-0.5", -0.5},
-                                                    {".75", 0.75}};
+    const std::pair<const char *, double> good[] = {
+        {"1.25", 1.25}, {" 2 ", 2}, {"-0.5", -0.5}, {".75", 0.75}};
     for (const auto &[typed, inches] : good) {
         double read = 99;
         EXPECT_TRUE(LayoutDocument::parseInches(typed, read)) << typed;

@@ -24,8 +24,8 @@ protected:
         AdjusterFixture::SetUp();
         QProcess demo;
         demo.start(QStringLiteral(APMASTER_DEMO_PROGRAM),
-                   {m_folder.path(), "--vendors", "12", "--invoices", "60", "--seed", "3",
-                    "--year", "2025"});
+                   {m_folder.path(), "--vendors", "12", "--invoices", "60", "--seed", "3", "--year",
+                    "2025"});
         ASSERT_TRUE(demo.waitForFinished(60000));
         ASSERT_EQ(demo.exitCode(), 0) << demo.readAllStandardError().toStdString();
         sql("update vendors set vend1099type = 0");
@@ -59,7 +59,8 @@ QList<qint64> adjustersIn(const QString &folder)
         bool numeric = false;
         const qint64 pid = entry.toLongLong(&numeric);
         if (numeric && QFile::symLinkTarget("/proc/" + entry + "/exe") == program &&
-            QFile::symLinkTarget("/proc/" + entry + "/cwd") == QFileInfo(folder).canonicalFilePath())
+            QFile::symLinkTarget("/proc/" + entry + "/cwd") ==
+                QFileInfo(folder).canonicalFilePath())
             found << pid;
     }
     return found;
@@ -76,12 +77,12 @@ TEST_F(NextRun, AdjustFormsPrintingStartsTheAdjusterInTheDataFolder)
     module.window->action(QStringLiteral("mnueditprintspec"))->trigger();
     qunsetenv("APMASTER_SYSTEM_LAYOUTS");
     // The adjuster opens on 1099-MISC and makes the missing file from the system copy.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bytesOf("1099misc.lof") == shipped("1099misc.lof"); },
-                                20000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return bytesOf("1099misc.lof") == shipped("1099misc.lof"); }, 20000));
     EXPECT_EQ(module.dialogs.count(), 0); // started without waiting, no warning
     QList<qint64> running;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !(running = adjustersIn(m_folder.path())).isEmpty(); },
-                                5000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return !(running = adjustersIn(m_folder.path())).isEmpty(); }, 5000));
     for (qint64 pid : running)
         ::kill(static_cast<pid_t>(pid), SIGTERM);
 }
@@ -90,7 +91,8 @@ TEST_F(NextRun, TheCompanyHasTheAdjusterWhereTheModuleStartsIt)
 {
     const QFileInfo link(path("fprint.exe"));
     ASSERT_TRUE(link.isSymLink());
-    EXPECT_EQ(link.canonicalFilePath(), QFileInfo(QStringLiteral(FPRINT_PROGRAM)).canonicalFilePath());
+    EXPECT_EQ(link.canonicalFilePath(),
+              QFileInfo(QStringLiteral(FPRINT_PROGRAM)).canonicalFilePath());
     const Run result = run({"--version"}, path("fprint.exe"));
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(result.out.startsWith("fprint ")) << result.out.toStdString();

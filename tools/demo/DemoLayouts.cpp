@@ -116,8 +116,8 @@ Layout nec(const QString &caption, const QStringList &payer)
     const double lineY[] = {0.3, 0.44, 0.58, 0.72, 0.86};
     for (int line = 0; line < 5; ++line)
         e.push_back({payer.value(line), 0.1, lineY[line]});
-    e.push_back({none, 3.7, 1.6});  // box 2, direct sales: left blank
-    e.push_back({none, 3.7, 2.5});  // box 4, federal income tax withheld: left blank
+    e.push_back({none, 3.7, 1.6}); // box 2, direct sales: left blank
+    e.push_back({none, 3.7, 2.5}); // box 4, federal income tax withheld: left blank
     e.push_back({"Payer's TIN", 0.1, 1.2});
     e.push_back({"Recipient's TIN", 1.9, 1.2});
     e.push_back({"Recipient's name", 0.1, 1.6});

@@ -43,7 +43,8 @@ QPushButton *button(const QString &name, const QString &caption, QWidget *parent
 
 AdjusterWindow::AdjusterWindow(Dialogs &dialogs, LayoutFiles files, QSizeF paperInches,
                                const QString &fileName) :
-    m_dialogs(dialogs), m_files(std::move(files)), m_paper(paperInches)
+    m_dialogs(dialogs),
+    m_files(std::move(files)), m_paper(paperInches)
 {
     m_chooseImage = [this] {
         return QFileDialog::getOpenFileName(this, QStringLiteral("Scanned form"), QString(),
@@ -64,13 +65,11 @@ void AdjusterWindow::build()
     m_form = new QComboBox(central);
     m_form->setObjectName(QStringLiteral("form"));
     for (const QString &name : LayoutDocument::fileNames())
-        m_form->addItem(LayoutDocument::formName(name) + QStringLiteral(" (") + name +
-                            QLatin1Char(')'),
-                        name);
+        m_form->addItem(
+            LayoutDocument::formName(name) + QStringLiteral(" (") + name + QLatin1Char(')'), name);
     commands->addWidget(m_form);
-    auto *fromSystem =
-        button(QStringLiteral("fromSystem"), QStringLiteral("New layout from the system copy"),
-               central);
+    auto *fromSystem = button(QStringLiteral("fromSystem"),
+                              QStringLiteral("New layout from the system copy"), central);
     auto *scan = button(QStringLiteral("scan"), QStringLiteral("Scanned form..."), central);
     m_showScan = new QCheckBox(QStringLiteral("Show scan"), central);
     m_showScan->setObjectName(QStringLiteral("showScan"));
@@ -78,8 +77,8 @@ void AdjusterWindow::build()
     m_testPage = button(QStringLiteral("testPage"), QStringLiteral("Print test page"), central);
     m_save = button(QStringLiteral("save"), QStringLiteral("&Save"), central);
     auto *close = button(QStringLiteral("closeButton"), QStringLiteral("Close"), central);
-    for (QWidget *w : std::initializer_list<QWidget *>{fromSystem, scan, m_showScan, m_testPage,
-                                                       m_save, close})
+    for (QWidget *w :
+         std::initializer_list<QWidget *>{fromSystem, scan, m_showScan, m_testPage, m_save, close})
         commands->addWidget(w);
     commands->addStretch();
     outer->addLayout(commands);
@@ -90,9 +89,8 @@ void AdjusterWindow::build()
     leftLayout->setContentsMargins(0, 0, 0, 0);
     m_table = new QTableWidget(0, 4, left);
     m_table->setObjectName(QStringLiteral("elements"));
-    m_table->setHorizontalHeaderLabels(
-        {QStringLiteral("No."), QStringLiteral("Text"), QStringLiteral("X (in)"),
-         QStringLiteral("Y (in)")});
+    m_table->setHorizontalHeaderLabels({QStringLiteral("No."), QStringLiteral("Text"),
+                                        QStringLiteral("X (in)"), QStringLiteral("Y (in)")});
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(Text, QHeaderView::Stretch);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -245,9 +243,9 @@ void AdjusterWindow::showPage()
 
 void AdjusterWindow::refreshTitle()
 {
-    setWindowTitle((m_file.isEmpty() ? QString() : m_file + (unsaved() ? QStringLiteral(" *")
-                                                                       : QString()) +
-                                                       QStringLiteral(" - ")) +
+    setWindowTitle((m_file.isEmpty() ? QString()
+                                     : m_file + (unsaved() ? QStringLiteral(" *") : QString()) +
+                                           QStringLiteral(" - ")) +
                    title);
 }
 
@@ -371,8 +369,8 @@ bool AdjusterWindow::save()
     m_document = saved;
     m_replaced = false;
     refreshTitle();
-    statusBar()->showMessage(QStringLiteral("%1 saved; the next 1099 run prints with it.")
-                                 .arg(m_files.path(m_file)));
+    statusBar()->showMessage(
+        QStringLiteral("%1 saved; the next 1099 run prints with it.").arg(m_files.path(m_file)));
     return true;
 }
 
@@ -452,8 +450,8 @@ bool AdjusterWindow::settle()
 {
     if (!unsaved())
         return true;
-    const int answer = m_dialogs.yesNoCancel(
-        QStringLiteral("Save the changes to %1?").arg(m_file), title, Dialogs::Yes);
+    const int answer = m_dialogs.yesNoCancel(QStringLiteral("Save the changes to %1?").arg(m_file),
+                                             title, Dialogs::Yes);
     if (answer == Dialogs::Cancel)
         return false;
     return answer == Dialogs::No || save();

@@ -59,12 +59,11 @@ FormPage::FormPage(const LayoutDocument &document, int kind, QSizeF paperInches)
     fillSample(layout);
     for (int form = 0; form < formsPerPage(); ++form) {
         const int offset = form * layout.formSpacingTwips;
-        std::vector<FormPlacement::Item> items =
-            FormPlacement::items(m_kind, layout, offset, form + 1, m_kind == 1 ? 1 : m_kind,
-                                 sampleAmount);
+        std::vector<FormPlacement::Item> items = FormPlacement::items(
+            m_kind, layout, offset, form + 1, m_kind == 1 ? 1 : m_kind, sampleAmount);
         if (m_kind == 1) {
-            const auto misc4 = FormPlacement::items(m_kind, layout, offset, form + 1, 4,
-                                                    sampleAmount);
+            const auto misc4 =
+                FormPlacement::items(m_kind, layout, offset, form + 1, 4, sampleAmount);
             items.push_back(misc4.back());
         }
         for (FormPlacement::Item &item : items) {
@@ -120,9 +119,8 @@ std::vector<FormPage::Outside> FormPage::newlyOutside(const std::vector<Outside>
 {
     std::vector<Outside> added;
     for (const Outside &now : outside()) {
-        const bool known = std::any_of(before.begin(), before.end(), [&](const Outside &o) {
-            return o.element == now.element;
-        });
+        const bool known = std::any_of(before.begin(), before.end(),
+                                       [&](const Outside &o) { return o.element == now.element; });
         if (!known)
             added.push_back(now);
     }
@@ -141,8 +139,8 @@ QString FormPage::describe(const LayoutDocument &document, const Outside &outsid
     return name + QLatin1Char(' ') + outside.why;
 }
 
-QString FormPage::changeProblem(const LayoutDocument &before, const LayoutDocument &after,
-                                int kind, QSizeF paperInches)
+QString FormPage::changeProblem(const LayoutDocument &before, const LayoutDocument &after, int kind,
+                                QSizeF paperInches)
 {
     const std::vector<Outside> was = FormPage(before, kind, paperInches).outside();
     const std::vector<Outside> added = FormPage(after, kind, paperInches).newlyOutside(was);

@@ -21,9 +21,8 @@ QString LayoutFiles::systemFolder()
     if (!setting.isEmpty())
         return setting;
     const QDir programs(QCoreApplication::applicationDirPath());
-    for (const QString &candidate :
-         {programs.filePath(QStringLiteral("../share/apmaster/layouts")),
-          QStringLiteral(FPRINT_SOURCE_LAYOUTS)}) {
+    for (const QString &candidate : {programs.filePath(QStringLiteral("../share/apmaster/layouts")),
+                                     QStringLiteral(FPRINT_SOURCE_LAYOUTS)}) {
         if (QFileInfo(candidate + QStringLiteral("/1099nec.lof")).isFile())
             return QFileInfo(candidate).canonicalFilePath();
     }
@@ -74,8 +73,7 @@ bool LayoutFiles::read(const QString &fileName, LayoutDocument &document, QStrin
     return readPath(path(fileName), document, why);
 }
 
-bool LayoutFiles::readSystem(const QString &fileName, LayoutDocument &document,
-                             QString &why) const
+bool LayoutFiles::readSystem(const QString &fileName, LayoutDocument &document, QString &why) const
 {
     if (!QFileInfo::exists(systemPath(fileName))) {
         why = QStringLiteral("The system copy %1 is not installed.").arg(systemPath(fileName));
@@ -84,8 +82,7 @@ bool LayoutFiles::readSystem(const QString &fileName, LayoutDocument &document,
     return readPath(systemPath(fileName), document, why);
 }
 
-bool LayoutFiles::save(const QString &fileName, const LayoutDocument &document,
-                       QString &why) const
+bool LayoutFiles::save(const QString &fileName, const LayoutDocument &document, QString &why) const
 {
     QSaveFile file(path(fileName));
     const QByteArray bytes = document.bytes();

@@ -28,8 +28,8 @@ QSize PageView::sizeHint() const
             static_cast<int>(m_paper.height() * m_scale) + 2 * margin};
 }
 
-void PageView::setPage(QSizeF paperInches, int forms, double spacingInches,
-                       std::vector<Mark> marks, std::vector<FormPlacement::Item> items)
+void PageView::setPage(QSizeF paperInches, int forms, double spacingInches, std::vector<Mark> marks,
+                       std::vector<FormPlacement::Item> items)
 {
     m_paper = paperInches;
     m_forms = forms;
@@ -74,8 +74,8 @@ void PageView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Mid));
-    const QRectF paper(toPixels(0, 0), QSizeF(m_paper.width() * m_scale,
-                                             m_paper.height() * m_scale));
+    const QRectF paper(toPixels(0, 0),
+                       QSizeF(m_paper.width() * m_scale, m_paper.height() * m_scale));
     painter.fillRect(paper, Qt::white);
     if (!m_scan.isNull())
         painter.drawImage(paper, m_scan);
@@ -103,10 +103,10 @@ void PageView::paintEvent(QPaintEvent *)
         painter.setPen(colour);
         painter.setBrush(colour);
         painter.drawEllipse(at, 2.5, 2.5);
-        painter.drawText(at + QPointF(-4 - QFontMetricsF(small).horizontalAdvance(
-                                               QString::number(m.element)),
-                                      QFontMetricsF(small).ascent() / 2),
-                         QString::number(m.element));
+        painter.drawText(
+            at + QPointF(-4 - QFontMetricsF(small).horizontalAdvance(QString::number(m.element)),
+                         QFontMetricsF(small).ascent() / 2),
+            QString::number(m.element));
     }
 }
 
@@ -136,9 +136,6 @@ void PageView::mousePressEvent(QMouseEvent *event)
     if (element > 0) {
         m_drag = Drag::Element;
         select(element);
-        const QPoint mark = markAt(element);
-        m_startX = (mark.x() - margin) / m_scale;
-        m_startY = (mark.y() - margin) / m_scale;
         for (const Mark &m : m_marks)
             if (m.element == element) {
                 m_startX = m.xInches;

@@ -100,8 +100,8 @@ int command(const QString &name, const QString &fileName, const QStringList &wor
             return refuse(QStringLiteral("%1 is missing and could not be made from the system "
                                          "copy: %2")
                               .arg(fileName, why));
-        std::printf("fprint: %s was missing; made from the system copy %s\n",
-                    qPrintable(fileName), qPrintable(files.systemPath(fileName)));
+        std::printf("fprint: %s was missing; made from the system copy %s\n", qPrintable(fileName),
+                    qPrintable(files.systemPath(fileName)));
     }
     LayoutDocument document;
     if (!files.read(fileName, document, why))
