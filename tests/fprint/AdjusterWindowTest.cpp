@@ -185,6 +185,39 @@ TEST_F(AdjusterWindowTest, DraggingAnElementsMarkMovesItByHundredthsOfAnInch)
     EXPECT_EQ(table(*w)->currentRow(), 11);
 }
 
+TEST_F(AdjusterWindowTest, TheNecPayersLinesChosenTogetherAreDraggedAQuarterInchAsOneBlock)
+{
+    write("1099nec.lof", shipped("1099nec.lof"));
+    auto w = open("1099nec.lof");
+    QTableWidget *t = table(*w);
+    QTest::mouseClick(t->viewport(), Qt::LeftButton, {},
+                      t->visualItemRect(t->item(2, Number)).center());
+    QTest::mouseClick(t->viewport(), Qt::LeftButton, Qt::ShiftModifier,
+                      t->visualItemRect(t->item(6, Number)).center());
+    EXPECT_EQ(w->page()->chosen(), (QList<int>{2, 3, 4, 5, 6}));
+    PageView *page = w->page();
+    const QPoint from = page->markAt(4);
+    const QPoint to = from + QPoint(0, qRound(0.25 * page->pixelsPerInch()));
+    QTest::mousePress(page, Qt::LeftButton, {}, from);
+    QTest::mouseMove(page, to);
+    QTest::mouseRelease(page, Qt::LeftButton, {}, to);
+    EXPECT_EQ(dialogs.count(), 0);
+    const char *const moved[] = {"0.55", "0.69", "0.83", "0.97", "1.11"};
+    for (int element = 2; element <= 6; ++element) {
+        EXPECT_EQ(cell(*w, element, Y), moved[element - 2]) << element;
+        EXPECT_EQ(cell(*w, element, X), "0.1") << element;
+    }
+    EXPECT_EQ(cell(*w, 9, Y), "1.2"); // the payer's TIN was not chosen
+    click(*w, "save");
+    QByteArray expected = shipped("1099nec.lof");
+    expected.replace("\"PAYER'S NAME\",0.1,0.3\n", "\"PAYER'S NAME\",0.1,0.55\n")
+        .replace("\"PAYER'S STREET ADDRESS\",0.1,0.44\n", "\"PAYER'S STREET ADDRESS\",0.1,0.69\n")
+        .replace("\"\",0.1,0.58\n", "\"\",0.1,0.83\n")
+        .replace("\"CITY   STATE   ZIP\",0.1,0.72\n", "\"CITY   STATE   ZIP\",0.1,0.97\n")
+        .replace("\"TELEPHONE\",0.1,0.86\n", "\"TELEPHONE\",0.1,1.11\n");
+    EXPECT_EQ(bytesOf("1099nec.lof"), expected);
+}
+
 TEST_F(AdjusterWindowTest, DraggingOffThePaperIsRefusedAndTheElementStays)
 {
     write("1099nec.lof", shipped("1099nec.lof"));

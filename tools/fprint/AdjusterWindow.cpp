@@ -20,6 +20,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 const QString title = QStringLiteral("Adjust 1099 forms printing");
@@ -94,7 +96,8 @@ void AdjusterWindow::build()
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(Text, QHeaderView::Stretch);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    // Several rows may be chosen (Shift or Ctrl and a click) to drag them as one block.
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     leftLayout->addWidget(m_table);
     auto *spacingRow = new QHBoxLayout;
     spacingRow->addWidget(new QLabel(QStringLiteral("Form spacing (in):"), left));
@@ -131,12 +134,11 @@ void AdjusterWindow::build()
     connect(m_save, &QPushButton::clicked, this, &AdjusterWindow::save);
     connect(close, &QPushButton::clicked, this, &QWidget::close);
     connect(m_table, &QTableWidget::cellChanged, this, &AdjusterWindow::cellChanged);
-    connect(m_table, &QTableWidget::currentCellChanged, this,
-            [this](int row) { m_page->select(row); });
+    connect(m_table, &QTableWidget::itemSelectionChanged, this, &AdjusterWindow::selectionChanged);
     connect(m_spacing, &QLineEdit::editingFinished, this, &AdjusterWindow::spacingTyped);
     connect(m_page, &PageView::elementChosen, this,
             [this](int element) { m_table->selectRow(element); });
-    connect(m_page, &PageView::elementDragged, this, &AdjusterWindow::dragged);
+    connect(m_page, &PageView::elementsDragged, this, &AdjusterWindow::dragged);
     connect(m_page, &PageView::spacingDragged, this, &AdjusterWindow::spacingDragged);
 }
 
@@ -337,16 +339,32 @@ void AdjusterWindow::spacingDragged(double inches)
     propose(after, kept);
 }
 
-void AdjusterWindow::dragged(int element, double xInches, double yInches)
+void AdjusterWindow::selectionChanged()
 {
-    if (!m_loaded || element <= 0 || element >= m_document.count())
+    QList<int> rows;
+    for (const QModelIndex &index : m_table->selectionModel()->selectedRows())
+        rows << index.row();
+    std::sort(rows.begin(), rows.end());
+    m_page->choose(rows);
+}
+
+void AdjusterWindow::dragged(const QList<int> &elements, double acrossInches, double downInches)
+{
+    if (!m_loaded || elements.isEmpty())
         return;
-    const LayoutDocument::Element &origin = m_document.element(0);
     LayoutDocument after = m_document;
-    after.setX(element, xInches - origin.x.value);
-    after.setY(element, yInches - origin.y.value);
-    propose(after, QStringLiteral("Element %1 stays where it was.").arg(element));
-    m_table->selectRow(element);
+    QStringList names;
+    for (int element : elements) {
+        if (element <= 0 || element >= m_document.count())
+            continue;
+        const LayoutDocument::Element &e = m_document.element(element);
+        after.setX(element, e.x.value + acrossInches);
+        after.setY(element, e.y.value + downInches);
+        names << QString::number(element);
+    }
+    propose(after, (names.size() == 1 ? QStringLiteral("Element %1 stays where it was.")
+                                      : QStringLiteral("Elements %1 stay where they were."))
+                       .arg(names.join(QStringLiteral(", "))));
 }
 
 bool AdjusterWindow::save()

@@ -56,7 +56,8 @@ private:
     void refreshTitle();
     void cellChanged(int row, int column);
     void spacingTyped();
-    void dragged(int element, double xInches, double yInches);
+    void dragged(const QList<int> &elements, double acrossInches, double downInches);
+    void selectionChanged();
     void spacingDragged(double inches);
     // Keeps `after` as the document unless it sends an element off the paper (then says so).
     bool propose(const LayoutDocument &after, const QString &refused);

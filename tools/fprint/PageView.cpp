@@ -46,9 +46,9 @@ void PageView::setScan(const QImage &scan)
     update();
 }
 
-void PageView::select(int element)
+void PageView::choose(const QList<int> &elements)
 {
-    m_selected = element;
+    m_chosen = elements;
     update();
 }
 
@@ -90,7 +90,7 @@ void PageView::paintEvent(QPaintEvent *)
     painter.setFont(font);
     const double ascent = QFontMetricsF(font).ascent();
     for (const FormPlacement::Item &item : m_items) {
-        painter.setPen(item.element == m_selected ? QColor(200, 0, 0) : QColor(Qt::black));
+        painter.setPen(m_chosen.contains(item.element) ? QColor(200, 0, 0) : QColor(Qt::black));
         const QPointF at = toPixels(item.xTwips / 1440.0, item.yTwips / 1440.0);
         painter.drawText(at + QPointF(0, ascent), item.text);
     }
@@ -99,7 +99,7 @@ void PageView::paintEvent(QPaintEvent *)
     painter.setFont(small);
     for (const Mark &m : m_marks) {
         const QPointF at = toPixels(m.xInches, m.yInches);
-        const QColor colour = m.element == m_selected ? QColor(200, 0, 0) : QColor(0, 90, 200);
+        const QColor colour = m_chosen.contains(m.element) ? QColor(200, 0, 0) : QColor(0, 90, 200);
         painter.setPen(colour);
         painter.setBrush(colour);
         painter.drawEllipse(at, 2.5, 2.5);
@@ -135,16 +135,14 @@ void PageView::mousePressEvent(QMouseEvent *event)
     const int element = elementAt(m_dragStart);
     if (element > 0) {
         m_drag = Drag::Element;
-        select(element);
-        for (const Mark &m : m_marks)
-            if (m.element == element) {
-                m_startX = m.xInches;
-                m_startY = m.yInches;
-            }
-        emit elementChosen(element);
+        if (!m_chosen.contains(element)) {
+            choose({element});
+            emit elementChosen(element);
+        }
+        m_startMarks = m_marks;
     } else if (m_forms > 1 && std::abs(m_dragStart.y() - spacingLineY()) <= 3) {
         m_drag = Drag::Spacing;
-        m_startY = m_spacing;
+        m_startSpacing = m_spacing;
     }
 }
 
@@ -154,14 +152,16 @@ void PageView::mouseMoveEvent(QMouseEvent *event)
         return;
     const QPointF moved = event->position() - QPointF(m_dragStart);
     if (m_drag == Drag::Spacing) {
-        m_spacing = hundredths(m_startY + moved.y() / m_scale);
+        m_spacing = hundredths(m_startSpacing + moved.y() / m_scale);
         update();
         return;
     }
-    for (Mark &m : m_marks)
-        if (m.element == m_selected) {
-            m.xInches = hundredths(m_startX + moved.x() / m_scale);
-            m.yInches = hundredths(m_startY + moved.y() / m_scale);
+    const double across = hundredths(moved.x() / m_scale);
+    const double down = hundredths(moved.y() / m_scale);
+    for (size_t i = 0; i < m_marks.size(); ++i)
+        if (m_chosen.contains(m_marks[i].element)) {
+            m_marks[i].xInches = m_startMarks[i].xInches + across;
+            m_marks[i].yInches = m_startMarks[i].yInches + down;
         }
     update();
 }
@@ -176,8 +176,8 @@ void PageView::mouseReleaseEvent(QMouseEvent *event)
     if (moved.manhattanLength() < 1)
         return;
     if (drag == Drag::Spacing)
-        emit spacingDragged(hundredths(m_startY + moved.y() / m_scale));
+        emit spacingDragged(hundredths(m_startSpacing + moved.y() / m_scale));
     else
-        emit elementDragged(m_selected, hundredths(m_startX + moved.x() / m_scale),
-                            hundredths(m_startY + moved.y() / m_scale));
+        emit elementsDragged(m_chosen, hundredths(moved.x() / m_scale),
+                             hundredths(moved.y() / m_scale));
 }

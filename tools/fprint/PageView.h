@@ -10,7 +10,8 @@
 // The drawn page: the paper (over the scanned form when one is chosen), the borders between the
 // forms, the sample items where the next run prints them and a numbered mark at each element of
 // the first form. An element's mark or sample text can be dragged: the element then moves by
-// hundredths of an inch, and the border below the first form moves the form spacing.
+// hundredths of an inch, together with the other elements chosen with it (the payer's lines of a
+// 1099-NEC move as one block), and the border below the first form moves the form spacing.
 class PageView : public QWidget {
     Q_OBJECT
 public:
@@ -25,8 +26,9 @@ public:
     void setPage(QSizeF paperInches, int forms, double spacingInches, std::vector<Mark> marks,
                  std::vector<FormPlacement::Item> items);
     void setScan(const QImage &scan);
-    void select(int element);
-    int selected() const { return m_selected; }
+    // The elements chosen (in the table), drawn in red and dragged together.
+    void choose(const QList<int> &elements);
+    const QList<int> &chosen() const { return m_chosen; }
     double pixelsPerInch() const { return m_scale; }
     // Where an element's mark is drawn, in the widget.
     QPoint markAt(int element) const;
@@ -37,8 +39,8 @@ public:
 
 signals:
     void elementChosen(int element);
-    // The element dragged to that place on the paper, in inches (the origin included).
-    void elementDragged(int element, double xInches, double yInches);
+    // The chosen elements dragged by that many inches across and down (hundredths).
+    void elementsDragged(const QList<int> &elements, double acrossInches, double downInches);
     void spacingDragged(double inches);
 
 protected:
@@ -57,13 +59,13 @@ private:
     std::vector<Mark> m_marks;
     std::vector<FormPlacement::Item> m_items;
     QImage m_scan;
-    int m_selected = -1;
+    QList<int> m_chosen;
     double m_scale = 72; // pixels per inch
     static constexpr int margin = 12;
 
     enum class Drag { None, Element, Spacing };
     Drag m_drag = Drag::None;
     QPoint m_dragStart;
-    double m_startX = 0;
-    double m_startY = 0;
+    std::vector<Mark> m_startMarks;
+    double m_startSpacing = 0;
 };
