@@ -184,6 +184,7 @@ int main(int argc, char *argv[])
     QtDialogs dialogs;
     AdjusterWindow window(dialogs, LayoutFiles(QDir::currentPath(), LayoutFiles::systemFolder()),
                           FormPage::paperInches(PrinterChoice::load().paper), fileName);
+    dialogs.setParent(&window);
     window.show();
     return app.exec();
 }
