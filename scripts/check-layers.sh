@@ -6,7 +6,9 @@
 # include from the layers up to the one named for it below, never from another program's
 # folder. Both "folder/..." and <folder/...> includes count (an angle include of a folder that
 # is neither a layer nor a program, such as <sys/...>, is the system's). Only src/data may call
-# QSqlDatabase::addDatabase: every other connection is made through it.
+# QSqlDatabase::addDatabase: every other connection is made through it. A program reaches
+# another program's header (a bare "Header.h" found through that program's library) only where
+# the uses list below says so: the few libraries programs share are named there, in the open.
 # Usage: check-layers.sh [ROOT]   (ROOT: the checkout to check; default: this one)
 set -euo pipefail
 cd "${1:-$(dirname "$0")/..}"
@@ -14,7 +16,12 @@ layers=(common data keysend lists yearend reports utilities frmmisc vendorscreen
 # Each program and the highest layer it may include from.
 declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data [form1099]=yearend [fprint]=reports
   [import]=data [launch]=data [prtctrl]=reports
-  [pgcopy]=data [vinfo32]=data)
+  [pgcopy]=data [vinfo32]=data
+  [vlmohelp]=common [vlmedit]=common [manual]=common)
+# The other programs whose headers a program may use: the demo copies its company to a server
+# with the copy tool's library and, with the import, places the suite's programs through the
+# runner's placement; the benchmarks time the runner's own classes.
+declare -A uses=([demo]="pgcopy cryprint" [import]="cryprint" [bench]="cryprint")
 rank() {
   local i
   for i in "${!layers[@]}"; do
@@ -57,6 +64,24 @@ for dir in src/*/; do
   fi
   check "$dir" "$own" "$folder"
 done
+# Reports every bare "Header.h" of a program that is not its own but another program's, unless
+# the uses list names that program.
+sideways() {
+  local program=$1 file line header owner
+  while IFS=: read -r file line header; do
+    [ -n "$(find "tools/$program" -name "$header" -print -quit)" ] && continue
+    for owner in tools/*/; do
+      owner=$(basename "$owner")
+      [ "$owner" = "$program" ] && continue
+      [ -n "$(find "tools/$owner" -name "$header" -print -quit)" ] || continue
+      [[ " ${uses[$program]:-} " == *" $owner "* ]] && continue
+      echo "$file:$line: $program includes $header of the program $owner, which it does not use"
+      bad=1
+    done
+  done < <(grep -nE '^[[:space:]]*#[[:space:]]*include[[:space:]]*"[^/"]+"' -r "tools/$program" \
+    --include='*.h' --include='*.cpp' /dev/null |
+    sed -E 's/^([^:]*):([^:]*):[[:space:]]*#[[:space:]]*include[[:space:]]*"([^"]+)".*/\1:\2:\3/')
+}
 for dir in tools/*/; do
   [ -d "$dir" ] || continue
   program=$(basename "$dir")
@@ -66,6 +91,7 @@ for dir in tools/*/; do
     continue
   fi
   check "$dir" "$(rank "${programs[$program]}")" "$program"
+  sideways "$program"
 done
 while IFS=: read -r file line _; do
   echo "$file:$line: a connection opened outside the data layer (use data/Connection.h)"
@@ -77,4 +103,4 @@ if [ "$bad" -ne 0 ]; then
     "it; a program from the layers up to its own ceiling), or a connection bypasses src/data."
   exit 1
 fi
-echo "Layering holds: ${layers[*]}; programs: $(for p in "${!programs[@]}"; do printf '%s<=%s ' "$p" "${programs[$p]}"; done)"
+echo "Layering holds: ${layers[*]}; programs: $(for p in "${!programs[@]}"; do printf '%s<=%s ' "$p" "${programs[$p]}"; done); shared: $(for p in "${!uses[@]}"; do printf '%s uses %s; ' "$p" "${uses[$p]}"; done)"

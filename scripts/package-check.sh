@@ -35,6 +35,10 @@ expected=(
   usr/bin/vinfo32
   usr/bin/prtctrl
   usr/bin/fprint
+  usr/bin/vlmohelp
+  usr/bin/vlmedit
+  usr/share/apmaster/manual-ACCTPAY.pdf
+  usr/share/apmaster/vendor1.txt
   usr/share/apmaster/reports/rap001.rpt
   usr/share/apmaster/reports/rap014.rpt
   usr/share/apmaster/reports/1099pv.rpt
@@ -65,7 +69,8 @@ dpkg-deb -x "$deb" "$root"
 desktop-file-validate "$root/usr/share/applications/com.velmora.apmaster.desktop"
 appstreamcli validate --no-net --pedantic \
   "$root/usr/share/metainfo/com.velmora.apmaster.metainfo.xml" >/dev/null
-for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint chanum vinfo32 prtctrl fprint; do
+for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint chanum vinfo32 prtctrl \
+  vlmohelp vlmedit fprint; do
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --version |
     grep -qx "$program 21.12" || fail "$program --version"
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --help |
@@ -105,4 +110,15 @@ pdftotext -layout "$work/vendors.pdf" - >"$work/vendors.txt"
 grep -q "Vendor List" "$work/vendors.txt" && grep -qw "$first" "$work/vendors.txt" ||
   fail "the vendor list lacks its title or the first vendor, $first"
 echo "package-check: the vendor list prints on a new demo company"
+
+# Help works on that company: the help viewer, the editor, the manual and the help text are there,
+# and the manual is the package's, with its chapters.
+for f in vlmohelp.exe vlmedit.exe manual-ACCTPAY.pdf vendor1.txt; do
+  [ -e "$company/$f" ] || fail "the demo company has no $f"
+done
+[ "$(readlink -f "$company/manual-ACCTPAY.pdf")" = "$root/usr/share/apmaster/manual-ACCTPAY.pdf" ] ||
+  fail "manual-ACCTPAY.pdf leads to $(readlink -f "$company/manual-ACCTPAY.pdf")"
+pdftotext "$company/manual-ACCTPAY.pdf" "$work/manual.txt"
+grep -q "Troubleshooting messages" "$work/manual.txt" || fail "the installed manual lacks its chapters"
+echo "package-check: the demo company has the help viewer, the editor and the manual"
 echo "package-check: the package is fine"

@@ -10,6 +10,9 @@
 # step checked; the pictures are named tried-<percent>-*.png. It exits non-zero when a check
 # fails.
 #   SCALE=1.5 SCREEN=1366x768 bash scripts/try-package.sh [OUT_DIR]
+# With WALK=suite it walks the suite's programs the module starts instead (try-suite-scene.sh:
+# merging two vendors, the printer set-up, the version window ...); pictures suite-*.png.
+#   WALK=suite bash scripts/try-package.sh [OUT_DIR]
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 out=$(realpath -m "${1:-$here/docs}")
@@ -27,6 +30,14 @@ apmaster-demo "$home/velmora-demo" >/dev/null
   { echo "cryprint.exe of the demo company is not the installed runner." >&2; exit 1; }
 command=$(sed -n 's/^Exec=//p' "$entry")
 mkdir -p "$out"
+if [ "${WALK:-}" = suite ]; then
+  export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1
+  [ -z "${SCALE:-}" ] || export QT_SCALE_FACTOR=$SCALE
+  xvfb-run -a -s "-screen 0 ${SCREEN:-1366x768}x24" dbus-run-session -- \
+    bash "$here/scripts/try-suite-scene.sh" "$home/velmora-demo" "$out" "$command" "suite-"
+  ls "$out"/suite-*.png
+  exit 0
+fi
 if [ -n "${SCALE:-}" ]; then
   # The module and the runner at that scaling, readable over an accessibility bus of their own.
   percent=$(awk -v s="$SCALE" 'BEGIN { printf "%d", s * 100 + 0.5 }')

@@ -12,7 +12,8 @@ public:
     static constexpr int WaitFailed = -1;
 
     virtual ~Processes() = default;
-    // Blocks until the program ends; returns its exit code, or WaitFailed.
+    // Waits until the program ends and returns its exit code, or WaitFailed. The module takes
+    // no keys, clicks or close requests meanwhile, but its windows go on painting.
     virtual int runAndWait(const QString &commandLine) = 0;
     // Starts the program and returns at once with its process id (0 when it could not be
     // started); when settleMsecs > 0 it first gives the program that long to end by itself (a
@@ -26,6 +27,9 @@ public:
     int runAndWait(const QString &commandLine) override;
     qint64 start(const QString &commandLine, Show show, int settleMsecs) override;
 
-    // The program path a command line's first word resolves to ("" when none is found).
+    // The program path a command line's first word resolves to ("" when none is found): a
+    // program of the current (data) folder, then one on the search path, then for a suite name
+    // "NAME.exe" the installed NAME beside this program (installedFolder).
     static QString resolveProgram(const QString &name);
+    static QString resolveProgram(const QString &name, const QString &installedFolder);
 };

@@ -59,6 +59,9 @@ void ProgramRunner::help(const std::function<void()> &notTopmost)
         notTopmost();
     m_processes.start(QStringLiteral("vlmohelp.exe manual-ACCTPAY.pdf"), Processes::Show::Maximised,
                       m_helpSettleMsecs);
+    // The window learns from the desktop's events that the viewer took the clipboard; until
+    // they are handled it would read its own cleared clipboard.
+    QCoreApplication::processEvents();
     if (m_clipboard.text() == QLatin1String("NOHELP"))
         m_processes.start(editorCommand, Processes::Show::Normal);
 }

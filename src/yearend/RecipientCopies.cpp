@@ -56,8 +56,17 @@ const Layout nonemployee{
     },
 };
 
-// The payer's and recipient's boxes on the left of every 1099, as on the 1099-NEC above.
-std::vector<Box> withLeftBlock(std::initializer_list<Box> boxes)
+// A numbered box of the forms below: its caption and what it holds.
+struct Numbered {
+    const char *caption;
+    Item item = Item::None;
+};
+
+// The payer's and recipient's boxes on the left of every 1099 as on the 1099-NEC above, the
+// year's box, then the numbered boxes in the order of the published forms: four down the middle
+// column below the year, two beside the account number, the others in rows of four under the
+// left block.
+std::vector<Box> formBoxes(const char *ombCaption, std::initializer_list<Numbered> numbered)
 {
     std::vector<Box> all{
         {{0.0, 0.0, 3.6, 1.0},
@@ -72,15 +81,32 @@ std::vector<Box> withLeftBlock(std::initializer_list<Box> boxes)
          "City or town, state or province, country, and ZIP or foreign postal code",
          Item::CityLine},
         {{0.0, 2.75, 3.6, 0.4}, "Account number (see instructions)", Item::Account},
+        {{3.6, 0.0, 1.6, 1.0}, ombCaption, Item::Year},
     };
-    all.insert(all.end(), boxes);
+    const QRectF besideLeftBlock[] = {
+        {3.6, 1.0, 1.6, 0.4},  {3.6, 1.4, 1.6, 0.5},  {3.6, 1.9, 1.6, 0.4},
+        {3.6, 2.3, 1.6, 0.45}, {3.6, 2.75, 1.6, 0.4}, {5.2, 2.75, 2.1, 0.4},
+    };
+    const double rowLeft[] = {0.0, 1.8, 3.6, 5.45};
+    const double rowWidth[] = {1.8, 1.8, 1.85, 1.85};
+    int slot = 0;
+    for (const Numbered &box : numbered) {
+        QRectF inches;
+        if (slot < 6) {
+            inches = besideLeftBlock[slot];
+        } else {
+            const int inRows = slot - 6;
+            inches = {rowLeft[inRows % 4], 3.15 + 0.45 * (inRows / 4), rowWidth[inRows % 4], 0.45};
+        }
+        all.push_back({inches, box.caption, box.item});
+        ++slot;
+    }
     return all;
 }
 
 // Form 1099-MISC (Rev. April 2025, box 14 reserved since excess golden parachute payments moved
-// to the 1099-NEC): the numbered boxes 1 to 4 in the middle column below the
-// year, 5 and 6 beside the account number, the others in rows of four under the left block.
-// A vendor of 1099 type 1 has its amount in box 1 (rents), one of type 4 in box 3 (other income).
+// to the 1099-NEC). A vendor of 1099 type 1 has its amount in box 1 (rents), one of type 4 in
+// box 3 (other income).
 const Layout miscellaneous{
     TaxForm::Misc,
     "1099-MISC",
@@ -90,35 +116,31 @@ const Layout miscellaneous{
     "www.irs.gov/Form1099MISC",
     7.3,
     5.1,
-    withLeftBlock({
-        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0115", Item::Year},
-        {{3.6, 1.0, 1.6, 0.4}, "1 Rents", Item::AmountIfRents},
-        {{3.6, 1.4, 1.6, 0.5}, "2 Royalties", Item::None},
-        {{3.6, 1.9, 1.6, 0.4}, "3 Other income", Item::AmountIfOtherIncome},
-        {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
-        {{3.6, 2.75, 1.6, 0.4}, "5 Fishing boat proceeds", Item::None},
-        {{5.2, 2.75, 2.1, 0.4}, "6 Medical and health care payments", Item::None},
-        {{0.0, 3.15, 1.8, 0.45},
-         "7 Payer made direct sales totaling $5,000 or more of consumer products to recipient "
-         "for resale",
-         Item::None},
-        {{1.8, 3.15, 1.8, 0.45},
-         "8 Substitute payments in lieu of dividends or interest",
-         Item::None},
-        {{3.6, 3.15, 1.85, 0.45}, "9 Crop insurance proceeds", Item::None},
-        {{5.45, 3.15, 1.85, 0.45}, "10 Gross proceeds paid to an attorney", Item::None},
-        {{0.0, 3.6, 1.8, 0.45}, "11 Fish purchased for resale", Item::None},
-        {{1.8, 3.6, 1.8, 0.45}, "12 Section 409A deferrals", Item::None},
-        {{3.6, 3.6, 1.85, 0.45}, "13 FATCA filing requirement", Item::None},
-        {{5.45, 3.6, 1.85, 0.45}, "14 Reserved for future use", Item::None},
-        {{0.0, 4.05, 1.8, 0.45}, "15 Nonqualified deferred compensation", Item::None},
-        {{1.8, 4.05, 1.8, 0.45}, "16 State tax withheld", Item::None},
-        {{3.6, 4.05, 1.85, 0.45}, "17 State/Payer\u2019s state no.", Item::None},
-        {{5.45, 4.05, 1.85, 0.45}, "18 State income", Item::None},
-    }),
+    formBoxes("OMB No. 1545-0115",
+              {
+                  {"1 Rents", Item::AmountIfRents},
+                  {"2 Royalties"},
+                  {"3 Other income", Item::AmountIfOtherIncome},
+                  {"4 Federal income tax withheld"},
+                  {"5 Fishing boat proceeds"},
+                  {"6 Medical and health care payments"},
+                  {"7 Payer made direct sales totaling $5,000 or more of consumer products to "
+                   "recipient for resale"},
+                  {"8 Substitute payments in lieu of dividends or interest"},
+                  {"9 Crop insurance proceeds"},
+                  {"10 Gross proceeds paid to an attorney"},
+                  {"11 Fish purchased for resale"},
+                  {"12 Section 409A deferrals"},
+                  {"13 FATCA filing requirement"},
+                  {"14 Reserved for future use"},
+                  {"15 Nonqualified deferred compensation"},
+                  {"16 State tax withheld"},
+                  {"17 State/Payer\u2019s state no."},
+                  {"18 State income"},
+              }),
 };
 
-// Form 1099-INT (Rev. January 2024), laid out as the 1099-MISC above; the amount in box 1.
+// Form 1099-INT (Rev. January 2024); the amount in box 1.
 const Layout interest{
     TaxForm::Interest,
     "1099-INT",
@@ -128,33 +150,30 @@ const Layout interest{
     "www.irs.gov/Form1099INT",
     7.3,
     5.1,
-    withLeftBlock({
-        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0112", Item::Year},
-        {{3.6, 1.0, 1.6, 0.4}, "1 Interest income", Item::Amount},
-        {{3.6, 1.4, 1.6, 0.5}, "2 Early withdrawal penalty", Item::None},
-        {{3.6, 1.9, 1.6, 0.4},
-         "3 Interest on U.S. Savings Bonds and Treasury obligations",
-         Item::None},
-        {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
-        {{3.6, 2.75, 1.6, 0.4}, "5 Investment expenses", Item::None},
-        {{5.2, 2.75, 2.1, 0.4}, "6 Foreign tax paid", Item::None},
-        {{0.0, 3.15, 1.8, 0.45}, "7 Foreign country or U.S. possession", Item::None},
-        {{1.8, 3.15, 1.8, 0.45}, "8 Tax-exempt interest", Item::None},
-        {{3.6, 3.15, 1.85, 0.45}, "9 Specified private activity bond interest", Item::None},
-        {{5.45, 3.15, 1.85, 0.45}, "10 Market discount", Item::None},
-        {{0.0, 3.6, 1.8, 0.45}, "11 Bond premium", Item::None},
-        {{1.8, 3.6, 1.8, 0.45}, "12 Bond premium on Treasury obligations", Item::None},
-        {{3.6, 3.6, 1.85, 0.45}, "13 Bond premium on tax-exempt bond", Item::None},
-        {{5.45, 3.6, 1.85, 0.45}, "14 Tax-exempt and tax credit bond CUSIP no.", Item::None},
-        {{0.0, 4.05, 1.8, 0.45}, "FATCA filing requirement", Item::None},
-        {{1.8, 4.05, 1.8, 0.45}, "15 State", Item::None},
-        {{3.6, 4.05, 1.85, 0.45}, "16 State identification no.", Item::None},
-        {{5.45, 4.05, 1.85, 0.45}, "17 State tax withheld", Item::None},
-    }),
+    formBoxes("OMB No. 1545-0112",
+              {
+                  {"1 Interest income", Item::Amount},
+                  {"2 Early withdrawal penalty"},
+                  {"3 Interest on U.S. Savings Bonds and Treasury obligations"},
+                  {"4 Federal income tax withheld"},
+                  {"5 Investment expenses"},
+                  {"6 Foreign tax paid"},
+                  {"7 Foreign country or U.S. possession"},
+                  {"8 Tax-exempt interest"},
+                  {"9 Specified private activity bond interest"},
+                  {"10 Market discount"},
+                  {"11 Bond premium"},
+                  {"12 Bond premium on Treasury obligations"},
+                  {"13 Bond premium on tax-exempt bond"},
+                  {"14 Tax-exempt and tax credit bond CUSIP no."},
+                  {"FATCA filing requirement"},
+                  {"15 State"},
+                  {"16 State identification no."},
+                  {"17 State tax withheld"},
+              }),
 };
 
-// Form 1099-DIV (Rev. January 2024), laid out as the 1099-MISC above with a fourth row; the
-// amount in box 1a.
+// Form 1099-DIV (Rev. January 2024), with a fourth row of boxes; the amount in box 1a.
 const Layout dividends{
     TaxForm::Dividends,
     "1099-DIV",
@@ -164,33 +183,31 @@ const Layout dividends{
     "www.irs.gov/Form1099DIV",
     7.3,
     5.55,
-    withLeftBlock({
-        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0110", Item::Year},
-        {{3.6, 1.0, 1.6, 0.4}, "1a Total ordinary dividends", Item::Amount},
-        {{3.6, 1.4, 1.6, 0.5}, "1b Qualified dividends", Item::None},
-        {{3.6, 1.9, 1.6, 0.4}, "2a Total capital gain distr.", Item::None},
-        {{3.6, 2.3, 1.6, 0.45}, "2b Unrecap. Sec. 1250 gain", Item::None},
-        {{3.6, 2.75, 1.6, 0.4}, "2c Section 1202 gain", Item::None},
-        {{5.2, 2.75, 2.1, 0.4}, "2d Collectibles (28%) gain", Item::None},
-        {{0.0, 3.15, 1.8, 0.45}, "2e Section 897 ordinary dividends", Item::None},
-        {{1.8, 3.15, 1.8, 0.45}, "2f Section 897 capital gain", Item::None},
-        {{3.6, 3.15, 1.85, 0.45}, "3 Nondividend distributions", Item::None},
-        {{5.45, 3.15, 1.85, 0.45}, "4 Federal income tax withheld", Item::None},
-        {{0.0, 3.6, 1.8, 0.45}, "5 Section 199A dividends", Item::None},
-        {{1.8, 3.6, 1.8, 0.45}, "6 Investment expenses", Item::None},
-        {{3.6, 3.6, 1.85, 0.45}, "7 Foreign tax paid", Item::None},
-        {{5.45, 3.6, 1.85, 0.45}, "8 Foreign country or U.S. possession", Item::None},
-        {{0.0, 4.05, 1.8, 0.45}, "9 Cash liquidation distributions", Item::None},
-        {{1.8, 4.05, 1.8, 0.45}, "10 Noncash liquidation distributions", Item::None},
-        {{3.6, 4.05, 1.85, 0.45}, "11 FATCA filing requirement", Item::None},
-        {{5.45, 4.05, 1.85, 0.45}, "12 Exempt-interest dividends", Item::None},
-        {{0.0, 4.5, 1.8, 0.45},
-         "13 Specified private activity bond interest dividends",
-         Item::None},
-        {{1.8, 4.5, 1.8, 0.45}, "14 State", Item::None},
-        {{3.6, 4.5, 1.85, 0.45}, "15 State identification no.", Item::None},
-        {{5.45, 4.5, 1.85, 0.45}, "16 State tax withheld", Item::None},
-    }),
+    formBoxes("OMB No. 1545-0110",
+              {
+                  {"1a Total ordinary dividends", Item::Amount},
+                  {"1b Qualified dividends"},
+                  {"2a Total capital gain distr."},
+                  {"2b Unrecap. Sec. 1250 gain"},
+                  {"2c Section 1202 gain"},
+                  {"2d Collectibles (28%) gain"},
+                  {"2e Section 897 ordinary dividends"},
+                  {"2f Section 897 capital gain"},
+                  {"3 Nondividend distributions"},
+                  {"4 Federal income tax withheld"},
+                  {"5 Section 199A dividends"},
+                  {"6 Investment expenses"},
+                  {"7 Foreign tax paid"},
+                  {"8 Foreign country or U.S. possession"},
+                  {"9 Cash liquidation distributions"},
+                  {"10 Noncash liquidation distributions"},
+                  {"11 FATCA filing requirement"},
+                  {"12 Exempt-interest dividends"},
+                  {"13 Specified private activity bond interest dividends"},
+                  {"14 State"},
+                  {"15 State identification no."},
+                  {"16 State tax withheld"},
+              }),
 };
 
 const char *const notice =

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QFile>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 
@@ -152,6 +153,30 @@ TEST(ProgramLookup, CurrentFolderComesBeforeTheSearchPath)
     EXPECT_EQ(SystemProcesses::resolveProgram("sh"), folder.file("sh"));
     EXPECT_FALSE(SystemProcesses::resolveProgram("env").isEmpty());
     EXPECT_TRUE(SystemProcesses::resolveProgram("no-such-program.exe").isEmpty());
+}
+
+TEST(ProgramLookup, ASuiteProgramMissingFromTheDataFolderIsFoundInstalledBesideTheModule)
+{
+    // Names of no real program, so that an installed package on the search path cannot answer.
+    DataFolder folder;
+    QTemporaryDir installedDir;
+    const QString installed = installedDir.path();
+    for (const char *name : {"vlmprobe", "vlmprobe2"}) {
+        QFile program(installed + "/" + name);
+        ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+        program.write("#!/bin/sh\nexit 0\n");
+    }
+    QFile::setPermissions(installed + "/vlmprobe", QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    EXPECT_EQ(SystemProcesses::resolveProgram("vlmprobe.exe", installed), installed + "/vlmprobe");
+    // Only a suite name with ".exe" is looked for there, and only a program that may be run.
+    EXPECT_TRUE(SystemProcesses::resolveProgram("vlmprobe", installed).isEmpty());
+    EXPECT_TRUE(SystemProcesses::resolveProgram("vlmprobe2.exe", installed).isEmpty());
+    EXPECT_TRUE(SystemProcesses::resolveProgram(".exe", installed).isEmpty());
+    EXPECT_TRUE(SystemProcesses::resolveProgram("vlmprobe.exe", QString()).isEmpty());
+    // The data folder's own program comes first.
+    folder.writeProgram("vlmprobe.exe", "exit 0");
+    EXPECT_EQ(SystemProcesses::resolveProgram("vlmprobe.exe", installed),
+              folder.file("vlmprobe.exe"));
 }
 
 TEST(VersionInformation, MenuRunsTheVersionViewerWithUserAndSysuser)

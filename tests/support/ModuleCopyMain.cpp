@@ -5,13 +5,13 @@
 //   apmaster-copy DATA_FOLDER LOCK_FOLDER|- ARGUMENT
 //
 // Commands: "show N" (look up vendor number N), "modify", "set I TEXT" (field I), "notes TEXT"
-// (opens the notes and types TEXT over them), "save", "cancel", "unpaid" (the unpaid list; prints
-// its row count), "get I", "menu NAME" (runs the menu entry NAME), "wait FILE" (keeps the window
-// and the clipboard answering until FILE is in the data folder, for up to 30 s), "yes" and "no"
-// (the answer to the next Yes/No question), "input TEXT" (the answer to the next input box),
-// "quit". Every
-// command's answer ends with the line "done"; a dialog prints "dialog|TITLE|TEXT" (line feeds as
-// "\n"). The copy prints "started" or "refused CODE".
+// (opens the notes and types TEXT over them), "save", "cancel", "help" (the Help button),
+// "unpaid" (the unpaid list; prints its row count), "get I", "menu NAME" (runs the menu entry
+// NAME), "wait FILE" (keeps the window and the clipboard answering until FILE is in the data
+// folder, for up to 30 s), "yes" and "no" (the answer to the next Yes/No question), "input TEXT"
+// (the answer to the next input box), "quit". Every command's answer ends with the line "done";
+// a dialog prints "dialog|TITLE|TEXT" (line feeds as "\n"). The copy prints "started" or
+// "refused CODE".
 #include "app/SingleInstance.h"
 #include "support/Module.h"
 
@@ -71,6 +71,8 @@ public:
                                          : QStringLiteral("mode edit"));
         } else if (command == QLatin1String("cancel")) {
             c.cmdcancel->click();
+        } else if (command == QLatin1String("help")) {
+            c.cmdhelp->click();
         } else if (command == QLatin1String("menu")) {
             if (QAction *entry = m.window->action(rest))
                 entry->trigger();

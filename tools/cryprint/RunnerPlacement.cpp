@@ -120,3 +120,65 @@ QString placeLayoutAdjuster(const QString &folder, const QString &programFolder,
                              QStringLiteral("1099 layouts"), QStringLiteral("layout adjuster"),
                              existing);
 }
+
+namespace {
+
+// The installed file in share/apmaster beside the programs' bin folder, else the build's one.
+QString findHelpFile(const QDir &programs, const QString &name, const QString &built)
+{
+    for (const QString &candidate :
+         {programs.filePath(QStringLiteral("../share/apmaster/") + name), built}) {
+        if (QFileInfo(candidate).isFile())
+            return QFileInfo(candidate).canonicalFilePath();
+    }
+    return {};
+}
+
+} // namespace
+
+QString placeHelp(const QString &folder, const QString &programFolder, Existing existing)
+{
+    const QDir data(folder);
+    const QDir programs(programFolder);
+    QString text = placeSuiteProgram(folder, programFolder, QStringLiteral("vlmohelp"),
+                                     QStringLiteral("help"), QStringLiteral("help viewer"),
+                                     existing) +
+                   placeSuiteProgram(folder, programFolder, QStringLiteral("vlmedit"),
+                                     QStringLiteral("editor"), QStringLiteral("text editor"),
+                                     existing);
+    const QString lead = QStringLiteral("               ");
+    const QString manualName = QStringLiteral("manual-ACCTPAY.pdf");
+    const QString manual =
+        findHelpFile(programs, manualName, QStringLiteral(APMASTER_MANUAL_PDF));
+    const QString manualLink = data.filePath(manualName);
+    if (manual.isEmpty()) {
+        text += lead + QStringLiteral("the manual %1 was not found\n").arg(manualName);
+    } else if (!replaceable(manualLink, existing)) {
+        text += lead + QStringLiteral("%1 of the folder kept\n").arg(manualName);
+    } else {
+        QFile::remove(manualLink);
+        text += lead + (QFile::link(manual, manualLink)
+                            ? QStringLiteral("%1 -> %2\n").arg(manualName, manual)
+                            : QStringLiteral("%1 could not be linked\n").arg(manualName));
+    }
+    const QString helpName = QStringLiteral("vendor1.txt");
+    const QString help = findHelpFile(programs, helpName, QStringLiteral(APMASTER_HELP_TEXT));
+    const QString helpCopy = data.filePath(helpName);
+    if (help.isEmpty()) {
+        text += lead + QStringLiteral("the help text %1 was not found\n").arg(helpName);
+    } else if (QFileInfo::exists(helpCopy) && !replaceable(helpCopy, existing)) {
+        text += lead + QStringLiteral("%1 of the folder kept\n").arg(helpName);
+    } else {
+        QFile::remove(helpCopy);
+        // A copy the office may write to, whatever the installed file's mode.
+        const bool copied = QFile::copy(help, helpCopy) &&
+                            QFile::setPermissions(helpCopy, QFileDevice::ReadOwner |
+                                                                QFileDevice::WriteOwner |
+                                                                QFileDevice::ReadGroup |
+                                                                QFileDevice::WriteGroup |
+                                                                QFileDevice::ReadOther);
+        text += lead + (copied ? QStringLiteral("%1 from %2\n").arg(helpName, help)
+                               : QStringLiteral("%1 could not be copied\n").arg(helpName));
+    }
+    return text;
+}

@@ -32,3 +32,10 @@ QString placePrinterSetup(const QString &folder, const QString &programFolder,
 // the installed or built program, found as the runner is). Returns a line for the summary.
 QString placeLayoutAdjuster(const QString &folder, const QString &programFolder,
                             Existing existing = Existing::Replace);
+
+// Puts the help into the data folder: the help viewer vlmohelp.exe and the text editor
+// vlmedit.exe (links, found as the runner is), the manual manual-ACCTPAY.pdf (a link to the
+// installed or built one) and the plain-text help vendor1.txt (a copy, as the office may add to
+// it). Returns the lines for the summary.
+QString placeHelp(const QString &folder, const QString &programFolder,
+                  Existing existing = Existing::Replace);

@@ -101,6 +101,7 @@ int main(int argc, char *argv[])
             std::fputs(qPrintable(placeVersionWindow(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placePrinterSetup(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placeLayoutAdjuster(summary.folder, programs)), stdout);
+            std::fputs(qPrintable(placeHelp(summary.folder, programs)), stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -125,6 +126,7 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(placeVersionWindow(target, programs)), stdout);
         std::fputs(qPrintable(placePrinterSetup(target, programs)), stdout);
         std::fputs(qPrintable(placeLayoutAdjuster(target, programs)), stdout);
+        std::fputs(qPrintable(placeHelp(target, programs)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;
