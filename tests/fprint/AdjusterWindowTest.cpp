@@ -2,7 +2,7 @@
 
 #include "AdjusterWindow.h"
 #include "LayoutFiles.h"
-#include "PageView.h"
+#include "LayoutPageView.h"
 #include "support/FakeDialogs.h"
 #include "support/PdfWords.h"
 
@@ -172,7 +172,7 @@ TEST_F(AdjusterWindowTest, DraggingAnElementsMarkMovesItByHundredthsOfAnInch)
 {
     write("1099nec.lof", shipped("1099nec.lof"));
     auto w = open("1099nec.lof");
-    PageView *page = w->page();
+    LayoutPageView *page = w->page();
     const double scale = page->pixelsPerInch();
     const QPoint from = page->markAt(11);
     const QPoint to = from + QPoint(qRound(0.5 * scale), qRound(0.25 * scale));
@@ -195,7 +195,7 @@ TEST_F(AdjusterWindowTest, TheNecPayersLinesChosenTogetherAreDraggedAQuarterInch
     QTest::mouseClick(t->viewport(), Qt::LeftButton, Qt::ShiftModifier,
                       t->visualItemRect(t->item(6, Number)).center());
     EXPECT_EQ(w->page()->chosen(), (QList<int>{2, 3, 4, 5, 6}));
-    PageView *page = w->page();
+    LayoutPageView *page = w->page();
     const QPoint from = page->markAt(4);
     const QPoint to = from + QPoint(0, qRound(0.25 * page->pixelsPerInch()));
     QTest::mousePress(page, Qt::LeftButton, {}, from);
@@ -222,7 +222,7 @@ TEST_F(AdjusterWindowTest, DraggingOffThePaperIsRefusedAndTheElementStays)
 {
     write("1099nec.lof", shipped("1099nec.lof"));
     auto w = open("1099nec.lof");
-    PageView *page = w->page();
+    LayoutPageView *page = w->page();
     const QPoint from = page->markAt(1); // box 1 at 3.95 inches across
     const QPoint to = from + QPoint(qRound(4.6 * page->pixelsPerInch()), 0);
     QTest::mousePress(page, Qt::LeftButton, {}, from);
@@ -254,7 +254,7 @@ TEST_F(AdjusterWindowTest, TheFormSpacingIsTypedOrDraggedAndRefusedWhenNoNumber)
     EXPECT_EQ(dialogs.count(), 1);
     EXPECT_EQ(w->document().spacing().written, "3.5");
 
-    PageView *page = w->page();
+    LayoutPageView *page = w->page();
     const QPoint border(100, page->spacingLineY());
     const QPoint lower = border + QPoint(0, qRound(0.1 * page->pixelsPerInch()));
     QTest::mousePress(page, Qt::LeftButton, {}, border);

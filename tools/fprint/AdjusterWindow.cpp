@@ -1,7 +1,7 @@
 #include "AdjusterWindow.h"
 
 #include "FormPage.h"
-#include "PageView.h"
+#include "LayoutPageView.h"
 #include "common/Dialogs.h"
 
 #include <QCheckBox>
@@ -110,7 +110,7 @@ void AdjusterWindow::build()
     spacingRow->addWidget(m_paperLabel, 1);
     leftLayout->addLayout(spacingRow);
     auto *scroll = new QScrollArea(splitter);
-    m_page = new PageView(scroll);
+    m_page = new LayoutPageView(scroll);
     scroll->setWidget(m_page);
     scroll->setAlignment(Qt::AlignCenter);
     splitter->addWidget(left);
@@ -136,10 +136,10 @@ void AdjusterWindow::build()
     connect(m_table, &QTableWidget::cellChanged, this, &AdjusterWindow::cellChanged);
     connect(m_table, &QTableWidget::itemSelectionChanged, this, &AdjusterWindow::selectionChanged);
     connect(m_spacing, &QLineEdit::editingFinished, this, &AdjusterWindow::spacingTyped);
-    connect(m_page, &PageView::elementChosen, this,
+    connect(m_page, &LayoutPageView::elementChosen, this,
             [this](int element) { m_table->selectRow(element); });
-    connect(m_page, &PageView::elementsDragged, this, &AdjusterWindow::dragged);
-    connect(m_page, &PageView::spacingDragged, this, &AdjusterWindow::spacingDragged);
+    connect(m_page, &LayoutPageView::elementsDragged, this, &AdjusterWindow::dragged);
+    connect(m_page, &LayoutPageView::spacingDragged, this, &AdjusterWindow::spacingDragged);
 }
 
 void AdjusterWindow::message(const QString &text, bool problem)
@@ -234,7 +234,7 @@ void AdjusterWindow::showPage()
         return;
     }
     const FormPage page(m_document, m_kind, m_paper);
-    std::vector<PageView::Mark> marks;
+    std::vector<LayoutPageView::Mark> marks;
     const LayoutDocument::Element &origin = m_document.element(0);
     for (int element = 1; element < m_document.count(); ++element)
         marks.push_back({element, origin.x.value + m_document.element(element).x.value,

@@ -10,7 +10,7 @@
 #include <functional>
 
 class Dialogs;
-class PageView;
+class LayoutPageView;
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -44,7 +44,7 @@ public:
     const LayoutDocument &document() const { return m_document; }
     bool unsaved() const { return m_loaded && (m_document.changed() || m_replaced); }
     QString fileName() const { return m_file; }
-    PageView *page() const { return m_page; }
+    LayoutPageView *page() const { return m_page; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -81,7 +81,7 @@ private:
     QTableWidget *m_table = nullptr;
     QLineEdit *m_spacing = nullptr;
     QLabel *m_paperLabel = nullptr;
-    PageView *m_page = nullptr;
+    LayoutPageView *m_page = nullptr;
     QCheckBox *m_showScan = nullptr;
     QPushButton *m_save = nullptr;
     QPushButton *m_testPage = nullptr;

@@ -1,4 +1,4 @@
-#include "PageView.h"
+#include "LayoutPageView.h"
 
 #include "reports/PrinterFormPrinter.h"
 
@@ -15,21 +15,21 @@ double hundredths(double inches)
 }
 } // namespace
 
-PageView::PageView(QWidget *parent) : QWidget(parent)
+LayoutPageView::LayoutPageView(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("page"));
     setMouseTracking(false);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize PageView::sizeHint() const
+QSize LayoutPageView::sizeHint() const
 {
     return {static_cast<int>(m_paper.width() * m_scale) + 2 * margin,
             static_cast<int>(m_paper.height() * m_scale) + 2 * margin};
 }
 
-void PageView::setPage(QSizeF paperInches, int forms, double spacingInches, std::vector<Mark> marks,
-                       std::vector<FormPlacement::Item> items)
+void LayoutPageView::setPage(QSizeF paperInches, int forms, double spacingInches,
+                             std::vector<Mark> marks, std::vector<FormPlacement::Item> items)
 {
     m_paper = paperInches;
     m_forms = forms;
@@ -40,24 +40,24 @@ void PageView::setPage(QSizeF paperInches, int forms, double spacingInches, std:
     update();
 }
 
-void PageView::setScan(const QImage &scan)
+void LayoutPageView::setScan(const QImage &scan)
 {
     m_scan = scan;
     update();
 }
 
-void PageView::choose(const QList<int> &elements)
+void LayoutPageView::choose(const QList<int> &elements)
 {
     m_chosen = elements;
     update();
 }
 
-QPointF PageView::toPixels(double xInches, double yInches) const
+QPointF LayoutPageView::toPixels(double xInches, double yInches) const
 {
     return {margin + xInches * m_scale, margin + yInches * m_scale};
 }
 
-QPoint PageView::markAt(int element) const
+QPoint LayoutPageView::markAt(int element) const
 {
     for (const Mark &m : m_marks)
         if (m.element == element)
@@ -65,12 +65,12 @@ QPoint PageView::markAt(int element) const
     return {-1, -1};
 }
 
-int PageView::spacingLineY() const
+int LayoutPageView::spacingLineY() const
 {
     return static_cast<int>(std::lround(toPixels(0, m_spacing).y()));
 }
 
-void PageView::paintEvent(QPaintEvent *)
+void LayoutPageView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Mid));
@@ -110,7 +110,7 @@ void PageView::paintEvent(QPaintEvent *)
     }
 }
 
-int PageView::elementAt(QPoint at) const
+int LayoutPageView::elementAt(QPoint at) const
 {
     for (const Mark &m : m_marks)
         if ((toPixels(m.xInches, m.yInches) - QPointF(at)).manhattanLength() <= 6)
@@ -127,7 +127,7 @@ int PageView::elementAt(QPoint at) const
     return -1;
 }
 
-void PageView::mousePressEvent(QMouseEvent *event)
+void LayoutPageView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
@@ -146,7 +146,7 @@ void PageView::mousePressEvent(QMouseEvent *event)
     }
 }
 
-void PageView::mouseMoveEvent(QMouseEvent *event)
+void LayoutPageView::mouseMoveEvent(QMouseEvent *event)
 {
     if (m_drag == Drag::None)
         return;
@@ -166,7 +166,7 @@ void PageView::mouseMoveEvent(QMouseEvent *event)
     update();
 }
 
-void PageView::mouseReleaseEvent(QMouseEvent *event)
+void LayoutPageView::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || m_drag == Drag::None)
         return;

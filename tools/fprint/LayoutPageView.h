@@ -12,7 +12,7 @@
 // the first form. An element's mark or sample text can be dragged: the element then moves by
 // hundredths of an inch, together with the other elements chosen with it (the payer's lines of a
 // 1099-NEC move as one block), and the border below the first form moves the form spacing.
-class PageView : public QWidget {
+class LayoutPageView : public QWidget {
     Q_OBJECT
 public:
     struct Mark {
@@ -21,7 +21,7 @@ public:
         double yInches;
     };
 
-    explicit PageView(QWidget *parent = nullptr);
+    explicit LayoutPageView(QWidget *parent = nullptr);
 
     void setPage(QSizeF paperInches, int forms, double spacingInches, std::vector<Mark> marks,
                  std::vector<FormPlacement::Item> items);
