@@ -14,7 +14,7 @@ set -euo pipefail
 cd "${1:-$(dirname "$0")/..}"
 layers=(common data keysend lists yearend reports utilities frmmisc vendorscreen app)
 # Each program and the highest layer it may include from.
-declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data [form1099]=yearend
+declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data [form1099]=yearend [fprint]=reports
   [import]=data [launch]=data [prtctrl]=reports
   [pgcopy]=data [vinfo32]=data
   [vlmohelp]=common [vlmedit]=common [manual]=common)

@@ -34,6 +34,7 @@ expected=(
   usr/bin/chanum
   usr/bin/vinfo32
   usr/bin/prtctrl
+  usr/bin/fprint
   usr/bin/vlmohelp
   usr/bin/vlmedit
   usr/share/apmaster/manual-ACCTPAY.pdf
@@ -69,7 +70,7 @@ desktop-file-validate "$root/usr/share/applications/com.velmora.apmaster.desktop
 appstreamcli validate --no-net --pedantic \
   "$root/usr/share/metainfo/com.velmora.apmaster.metainfo.xml" >/dev/null
 for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint chanum vinfo32 prtctrl \
-  vlmohelp vlmedit; do
+  vlmohelp vlmedit fprint; do
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --version |
     grep -qx "$program 21.12" || fail "$program --version"
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --help |

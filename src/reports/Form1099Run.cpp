@@ -7,6 +7,7 @@
 #include "common/StatusLine.h"
 #include "data/Databases.h"
 #include "reports/FormLayout.h"
+#include "reports/FormPlacement.h"
 #include "reports/FormPrinter.h"
 #include "yearend/TaxThresholds.h"
 #include "yearend/YearEndSettings.h"
@@ -52,12 +53,6 @@ enum Slot : int {
     RecipientAddress2 = 125,
     Account = 126,
 };
-
-// Money with two decimals and no grouping ("#######.#0", "#.#0").
-QString amountText(double amount)
-{
-    return QString::number(amount, 'f', 2);
-}
 
 QString trimmed(const QSqlRecord &row, const char *column)
 {
@@ -351,48 +346,10 @@ void Form1099Run::printForms(const Form &form, const QString &statement)
                             Dialogs::Icon::Information, QString::fromLatin1(form.jobName));
 }
 
-// An item at an element's position, moved down by the form's offset and by `down` twips.
-void Form1099Run::at(FormPrinter &printer, int element, int offset, int slot, int down)
-{
-    printer.print(m_layout.x[0] + m_layout.x[element],
-                  m_layout.y[0] + m_layout.y[element] + offset + down, m_layout.text[slot]);
-}
-
 void Form1099Run::place(const Form &form, FormPrinter &printer, int offset, int formOnPage,
                         int type, double amount)
 {
-    auto &text = m_layout.text;
-    if (form.kind == Nonemployee) {
-        text[1] = amountText(amount);
-        text[9] = text[PayerId];
-        text[10] = text[RecipientId];
-        text[11] = text[RecipientName];
-        text[12] = (text[RecipientAddress1] + QLatin1Char(' ') + text[RecipientAddress2]).trimmed();
-        text[13] = text[RecipientPlace];
-        text[14] = text[Account];
-        for (int element = 1; element <= 14; ++element)
-            at(printer, element, offset, element);
-        return;
-    }
-    // The payer block, then the recipient items; 1099-INT has its own element numbers and no
-    // second address line.
-    const bool interest = form.kind == Interest;
-    const int payer = interest ? 8 : 19;
-    at(printer, payer, offset, PayerName);
-    at(printer, payer, offset, PayerAddress1, 200);
-    at(printer, payer, offset, PayerAddress2, 400);
-    at(printer, payer, offset, PayerPlace, 600);
-    at(printer, payer + 1, offset, PayerId);
-    at(printer, payer + 2, offset, RecipientId);
-    at(printer, payer + 3, offset, RecipientName);
-    at(printer, payer + 4, offset, RecipientAddress1);
-    if (!interest && !text[RecipientAddress2].isEmpty())
-        at(printer, payer + 4, offset, RecipientAddress2, 180);
-    at(printer, payer + 5, offset, RecipientPlace);
-    at(printer, payer + 6, offset, Account);
-    int amountElement = 1; // DIV and INT
-    if (form.kind == Misc)
-        amountElement = type == 4 ? 14 : (formOnPage == 1 ? 3 : 7);
-    printer.print(m_layout.x[0] + m_layout.x[amountElement],
-                  m_layout.y[0] + m_layout.y[amountElement] + offset, amountText(amount));
+    for (const FormPlacement::Item &item :
+         FormPlacement::items(form.kind, m_layout, offset, formOnPage, type, amount))
+        printer.print(item.xTwips, item.yTwips, item.text);
 }

@@ -63,7 +63,6 @@ private:
     void printForms(const Form &form, const QString &statement);
     void place(const Form &form, FormPrinter &printer, int offset, int formOnPage, int type,
                double amount);
-    void at(FormPrinter &printer, int element, int offset, int slot, int down = 0);
     int count(const QString &statement);
 
     Services m_s;

@@ -114,6 +114,13 @@ QString placePrinterSetup(const QString &folder, const QString &programFolder, E
                              QStringLiteral("printer"), QStringLiteral("printer set-up"), existing);
 }
 
+QString placeLayoutAdjuster(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeSuiteProgram(folder, programFolder, QStringLiteral("fprint"),
+                             QStringLiteral("1099 layouts"), QStringLiteral("layout adjuster"),
+                             existing);
+}
+
 namespace {
 
 // The installed file in share/apmaster beside the programs' bin folder, else the build's one.

@@ -28,6 +28,11 @@ QString placeVersionWindow(const QString &folder, const QString &programFolder,
 QString placePrinterSetup(const QString &folder, const QString &programFolder,
                           Existing existing = Existing::Replace);
 
+// Puts the 1099 layout adjuster into the data folder under the suite's name, fprint.exe (a link to
+// the installed or built program, found as the runner is). Returns a line for the summary.
+QString placeLayoutAdjuster(const QString &folder, const QString &programFolder,
+                            Existing existing = Existing::Replace);
+
 // Puts the help into the data folder: the help viewer vlmohelp.exe and the text editor
 // vlmedit.exe (links, found as the runner is), the manual manual-ACCTPAY.pdf (a link to the
 // installed or built one) and the plain-text help vendor1.txt (a copy, as the office may add to

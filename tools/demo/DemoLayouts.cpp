@@ -13,38 +13,51 @@ namespace {
 
 const QString none = QStringLiteral("");
 
-// Payer and recipient blocks shared by the MISC and DIV forms (elements 19 to 25).
+// The positions follow the box arrangement of the current federal forms (1099-MISC Rev. April
+// 2025, 1099-INT and 1099-DIV Rev. January 2024, 1099-NEC Rev. January 2025), the same
+// arrangement the recipients' copies are drawn in: the payer's and recipient's boxes on the left
+// 3.6 inches of the form, the numbered boxes in the middle column and in rows under the left
+// block. Each item stands 0.1 inch inside its box and 0.2 inch below its top, under the box's
+// caption. Positions count from the form's top left corner (element 0).
+
+// The payer and recipient blocks (elements 19 to 25 of MISC and DIV, 8 to 14 of INT).
 void addPartyBlocks(std::vector<LayoutElement> &e)
 {
-    e.push_back({"Payer's name and address", 0.2, 0.35});
-    e.push_back({"Payer's TIN", 0.2, 1.55});
-    e.push_back({"Recipient's TIN", 1.9, 1.55});
-    e.push_back({"Recipient's name", 0.2, 1.95});
-    e.push_back({"Street address", 0.2, 2.5});
-    e.push_back({"City, state and ZIP", 0.2, 2.95});
-    e.push_back({"Account number", 0.2, 3.4});
+    e.push_back({"Payer's name and address", 0.1, 0.3});
+    e.push_back({"Payer's TIN", 0.1, 1.2});
+    e.push_back({"Recipient's TIN", 1.9, 1.2});
+    e.push_back({"Recipient's name", 0.1, 1.6});
+    e.push_back({"Street address", 0.1, 2.1});
+    e.push_back({"City, state and ZIP", 0.1, 2.5});
+    e.push_back({"Account number", 0.1, 2.95});
 }
 
-// Money boxes in two columns down the right half of the form, two to a row.
-void addBoxes(std::vector<LayoutElement> &e, const QStringList &boxes)
-{
-    for (int i = 0; i < boxes.size(); ++i)
-        e.push_back({boxes.at(i), i % 2 == 0 ? 3.85 : 5.3, 0.55 + 0.45 * (i / 2)});
-}
-
+// The run prints a type 1 vendor's amount at element 3 on the first form of a page and at
+// element 7 on the second, a type 4 vendor's at element 14: these elements stand in box 1 (rents)
+// and box 3 (other income), where the recipients' copies and the IRIS upload report them.
 Layout misc(const QString &caption)
 {
     Layout l{"1099misc.lof", caption, 0.25, 0.3, 5.5, 0, {}};
-    addBoxes(l.elements,
-             {"Box 1 Rents", "Box 2 Royalties", "Box 3 Other income",
-              "Box 4 Federal income tax withheld", "Box 5 Fishing boat proceeds",
-              "Box 6 Medical and health care payments", "Box 7 Nonemployee compensation",
-              "Box 8 Substitute payments", "Box 9 Direct sales", "Box 10 Crop insurance proceeds",
-              "Box 11 Fish purchased for resale", "Box 12 Section 409A deferrals",
-              "Box 13 Excess golden parachute payments",
-              "Box 14 Gross proceeds paid to an attorney",
-              "Box 15 Nonqualified deferred compensation", "Box 16 State tax withheld",
-              "Box 17 State/Payer's state no.", "Box 18 State income"});
+    l.elements = {
+        {"Box 1 Rents", 3.7, 1.2},
+        {"Box 2 Royalties", 3.7, 1.6},
+        {"Type 1 amount, first form: box 1 Rents", 3.7, 1.2},
+        {"Box 4 Federal income tax withheld", 3.7, 2.5},
+        {"Box 5 Fishing boat proceeds", 3.7, 2.95},
+        {"Box 6 Medical and health care payments", 5.3, 2.95},
+        {"Type 1 amount, second form: box 1 Rents", 3.7, 1.2},
+        {"Box 8 Substitute payments", 1.9, 3.35},
+        {"Box 9 Crop insurance proceeds", 3.7, 3.35},
+        {"Box 10 Gross proceeds paid to an attorney", 5.55, 3.35},
+        {"Box 11 Fish purchased for resale", 0.1, 3.8},
+        {"Box 12 Section 409A deferrals", 1.9, 3.8},
+        {"Box 13 FATCA filing requirement", 3.7, 3.8},
+        {"Type 4 amount: box 3 Other income", 3.7, 2.1},
+        {"Box 15 Nonqualified deferred compensation", 0.1, 4.25},
+        {"Box 16 State tax withheld", 1.9, 4.25},
+        {"Box 17 State/Payer's state no.", 3.7, 4.25},
+        {"Box 18 State income", 5.55, 4.25},
+    };
     addPartyBlocks(l.elements);
     return l;
 }
@@ -52,39 +65,44 @@ Layout misc(const QString &caption)
 Layout div(const QString &caption)
 {
     Layout l{"1099div.lof", caption, 0.25, 0.3, 5.5, 0, {}};
-    addBoxes(l.elements,
-             {"Box 1a Total ordinary dividends", "Box 1b Qualified dividends",
-              "Box 2a Total capital gain distr.", "Box 2b Unrecap. Sec. 1250 gain",
-              "Box 2c Section 1202 gain", "Box 2d Collectibles (28%) gain",
-              "Box 2e Section 897 ordinary dividends", "Box 2f Section 897 capital gain",
-              "Box 3 Nondividend distributions", "Box 4 Federal income tax withheld",
-              "Box 5 Section 199A dividends", "Box 6 Investment expenses", "Box 7 Foreign tax paid",
-              "Box 8 Foreign country or U.S. possession", "Box 9 Cash liquidation distributions",
-              "Box 10 Noncash liquidation distributions", "Box 12 Exempt-interest dividends",
-              "Box 13 Private activity bond interest"});
+    l.elements = {
+        {"Box 1a Total ordinary dividends", 3.7, 1.2},
+        {"Box 1b Qualified dividends", 3.7, 1.6},
+        {"Box 2a Total capital gain distr.", 3.7, 2.1},
+        {"Box 2b Unrecap. Sec. 1250 gain", 3.7, 2.5},
+        {"Box 2c Section 1202 gain", 3.7, 2.95},
+        {"Box 2d Collectibles (28%) gain", 5.3, 2.95},
+        {"Box 2e Section 897 ordinary dividends", 0.1, 3.35},
+        {"Box 2f Section 897 capital gain", 1.9, 3.35},
+        {"Box 3 Nondividend distributions", 3.7, 3.35},
+        {"Box 4 Federal income tax withheld", 5.55, 3.35},
+        {"Box 5 Section 199A dividends", 0.1, 3.8},
+        {"Box 6 Investment expenses", 1.9, 3.8},
+        {"Box 7 Foreign tax paid", 3.7, 3.8},
+        {"Box 8 Foreign country or U.S. possession", 5.55, 3.8},
+        {"Box 9 Cash liquidation distributions", 0.1, 4.25},
+        {"Box 10 Noncash liquidation distributions", 1.9, 4.25},
+        {"Box 12 Exempt-interest dividends", 5.55, 4.25},
+        {"Box 13 Private activity bond interest", 0.1, 4.7},
+    };
     addPartyBlocks(l.elements);
     return l;
 }
 
-// Three forms to a page: everything within 3.6 inches of the form's top.
+// Three forms to a page, as the run prints them: everything within 3.6 inches of the form's top.
 Layout interest(const QString &caption)
 {
     Layout l{"1099int.lof", caption, 0.25, 0.3, 3.66, 0, {}};
-    auto &e = l.elements;
-    e.push_back({"Box 1 Interest income", 3.85, 0.45});
-    e.push_back({"Box 2 Early withdrawal penalty", 3.85, 0.85});
-    e.push_back({"Box 3 Interest on U.S. Savings Bonds", 5.3, 0.85});
-    e.push_back({"Box 4 Federal income tax withheld", 3.85, 1.25});
-    e.push_back({"Box 5 Investment expenses", 5.3, 1.25});
-    e.push_back({"Box 6 Foreign tax paid", 3.85, 1.65});
-    e.push_back({"Box 8 Tax-exempt interest", 3.85, 2.05});
-    e.push_back({"Payer's name and address", 0.2, 0.3});
-    e.push_back({"Payer's TIN", 0.2, 1.3});
-    e.push_back({"Recipient's TIN", 1.9, 1.3});
-    e.push_back({"Recipient's name", 0.2, 1.65});
-    e.push_back({"Street address", 0.2, 2.1});
-    e.push_back({"City, state and ZIP", 0.2, 2.5});
-    e.push_back({"Account number", 0.2, 2.95});
+    l.elements = {
+        {"Box 1 Interest income", 3.7, 1.2},
+        {"Box 2 Early withdrawal penalty", 3.7, 1.6},
+        {"Box 3 Interest on U.S. Savings Bonds", 3.7, 2.1},
+        {"Box 4 Federal income tax withheld", 3.7, 2.5},
+        {"Box 5 Investment expenses", 3.7, 2.95},
+        {"Box 6 Foreign tax paid", 5.3, 2.95},
+        {"Box 8 Tax-exempt interest", 1.9, 3.35},
+    };
+    addPartyBlocks(l.elements);
     return l;
 }
 
@@ -94,18 +112,18 @@ Layout nec(const QString &caption, const QStringList &payer)
 {
     Layout l{"1099nec.lof", caption, 0.25, 0.25, 3.66, 0, {}};
     auto &e = l.elements;
-    e.push_back({"Box 1 Nonemployee compensation", 3.85, 0.75});
+    e.push_back({"Box 1 Nonemployee compensation", 3.7, 1.2});
     const double lineY[] = {0.3, 0.44, 0.58, 0.72, 0.86};
     for (int line = 0; line < 5; ++line)
-        e.push_back({payer.value(line), 0.2, lineY[line]});
-    e.push_back({none, 5.55, 1.2});  // box 2, direct sales: left blank
-    e.push_back({none, 3.85, 1.65}); // box 4, federal income tax withheld: left blank
-    e.push_back({"Payer's TIN", 0.2, 1.25});
-    e.push_back({"Recipient's TIN", 1.9, 1.25});
-    e.push_back({"Recipient's name", 0.2, 1.6});
-    e.push_back({"Street address", 0.2, 2.1});
-    e.push_back({"City, state and ZIP", 0.2, 2.5});
-    e.push_back({"Account number", 0.2, 2.9});
+        e.push_back({payer.value(line), 0.1, lineY[line]});
+    e.push_back({none, 3.7, 1.6}); // box 2, direct sales: left blank
+    e.push_back({none, 3.7, 2.5}); // box 4, federal income tax withheld: left blank
+    e.push_back({"Payer's TIN", 0.1, 1.2});
+    e.push_back({"Recipient's TIN", 1.9, 1.2});
+    e.push_back({"Recipient's name", 0.1, 1.6});
+    e.push_back({"Street address", 0.1, 2.1});
+    e.push_back({"City, state and ZIP", 0.1, 2.5});
+    e.push_back({"Account number", 0.1, 2.95});
     return l;
 }
 

@@ -100,6 +100,7 @@ int main(int argc, char *argv[])
             std::fputs(qPrintable(placeNumberUtility(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placeVersionWindow(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placePrinterSetup(summary.folder, programs)), stdout);
+            std::fputs(qPrintable(placeLayoutAdjuster(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placeHelp(summary.folder, programs)), stdout);
             return 0;
         }
@@ -124,6 +125,7 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(placeNumberUtility(target, programs)), stdout);
         std::fputs(qPrintable(placeVersionWindow(target, programs)), stdout);
         std::fputs(qPrintable(placePrinterSetup(target, programs)), stdout);
+        std::fputs(qPrintable(placeLayoutAdjuster(target, programs)), stdout);
         std::fputs(qPrintable(placeHelp(target, programs)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));

@@ -98,6 +98,11 @@ int main(int argc, char **argv)
                        .toLocal8Bit()
                        .constData(),
                    stdout);
+        std::fputs(placeLayoutAdjuster(QFileInfo(args[1]).absoluteFilePath(),
+                                       QCoreApplication::applicationDirPath(), Existing::Keep)
+                       .toLocal8Bit()
+                       .constData(),
+                   stdout);
         std::fputs(placeHelp(QFileInfo(args[1]).absoluteFilePath(),
                              QCoreApplication::applicationDirPath(), Existing::Keep)
                        .toLocal8Bit()
