@@ -3,6 +3,7 @@
 #include "FormPage.h"
 #include "LayoutPageView.h"
 #include "common/Dialogs.h"
+#include "common/ScreenFit.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -120,6 +121,8 @@ void AdjusterWindow::build()
     setCentralWidget(central);
     statusBar();
     resize(1180, 860);
+    // Smaller on a small screen or at a large scaling: the table and the page scroll.
+    ScreenFit::keepOnScreen(this);
 
     connect(m_form, &QComboBox::activated, this, [this](int index) {
         const QString name = m_form->itemData(index).toString();

@@ -1,5 +1,7 @@
 #include "EditorWindow.h"
 
+#include "common/ScreenFit.h"
+
 #include <QCloseEvent>
 #include <QFile>
 #include <QFileInfo>
@@ -37,6 +39,7 @@ EditorWindow::EditorWindow(const QString &path, Questions questions, QWidget *pa
     new QShortcut(QKeySequence::Save, this, [this] { save(); });
     connect(m_text, &QPlainTextEdit::modificationChanged, this, [this] { updateTitle(); });
     resize(720, 560);
+    ScreenFit::keepOnScreen(this); // smaller on a small screen or at a large scaling
     updateTitle();
 }
 
