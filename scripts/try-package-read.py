@@ -14,7 +14,7 @@ import time
 import pyatspi
 
 FIELD_ROLES = {pyatspi.ROLE_TEXT, pyatspi.ROLE_ENTRY}
-BOX_ROLES = FIELD_ROLES | {pyatspi.ROLE_PUSH_BUTTON}
+BOX_ROLES = FIELD_ROLES | {pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_TABLE}
 
 
 def window(title_start):

@@ -3,7 +3,8 @@
 # module starts them from the demo company, each step checked. Sign-in as DEMO; two demo vendors
 # merged through Utilities, Merge two vendors (the company's chanum.exe), checked in the files
 # with sqlite3; the printer set-up (prtctrl.exe) chosen to write PDFs; the version window
-# (vinfo32.exe) read; Help. A check that fails is named and the scene ends non-zero.
+# (vinfo32.exe) read; the NEC layout's payer lines moved in the layout adjuster (fprint.exe) and
+# a test page printed; Help. A check that fails is named and the scene ends non-zero.
 #   try-suite-scene.sh DATA_FOLDER OUT_DIR COMMAND [PICTURE_PREFIX]
 set -euo pipefail
 data=$1 out=$2 command=$3 prefix=${4:-}
@@ -70,6 +71,7 @@ check "the administrator's log has the merge" yes \
 # Printer set-up: no printer here, so the 1099 printing writes PDFs into a folder. The company's
 # link to it is taken away first: the module finds the installed program by itself.
 rm -f "$data/prtctrl.exe"
+mkdir -p "$HOME/1099-pdfs"
 press "$module" alt+r
 sleep 0.5
 press "$module" s
@@ -89,6 +91,50 @@ fi
 check "the choice is kept for the desktop user" yes \
   "$(grep -rqs "1099-pdfs" "$HOME/.config" && echo yes || echo no)"
 
+# The 1099 layout adjuster: the NEC payer's name, address and telephone lines (elements 2 to 6)
+# a quarter inch lower, typed into the table; a test page into the set-up's PDF folder; Save.
+press "$module" alt+r
+sleep 0.5
+press "$module" 1
+sleep 0.5
+press "$module" a
+adjuster=$(wait_window "Adjust 1099 forms printing") || adjuster=""
+check "Adjust 1099 forms printing starts the company's fprint.exe" yes \
+  "$([ -n "$adjuster" ] && echo yes || echo no)"
+if [ -n "$adjuster" ]; then
+  sleep 1
+  check "the layout adjuster lies on the screen" yes "$(on_screen "$adjuster")"
+  press "$adjuster" alt+f End Return
+  sleep 0.8
+  check "the form chosen is the 1099-NEC" yes \
+    "$(xdotool getwindowname "$adjuster" | grep -q '^1099nec.lof' && echo yes || echo no)"
+  click_on "1099nec.lof" Elements || check "the table of elements is found" found missing
+  press "$adjuster" ctrl+Home Down Down End
+  for y in 0.55 0.69 0.83 0.97 1.11; do
+    type_in "$adjuster" "$y"
+    press "$adjuster" Return Down
+  done
+  sleep 0.5
+  import -window root "$out/${prefix}layout-adjuster.png"
+  press "$adjuster" alt+s
+  sleep 1
+  press "$adjuster" alt+t
+  said=$(wait_window "^Adjust 1099 forms printing$") || said=""
+  if [ -n "$said" ]; then
+    sleep 0.5
+    import -window root "$out/${prefix}layout-test-page.png"
+    press "$said" Return
+    sleep 0.5
+  fi
+  press "$adjuster" alt+c
+  sleep 0.8
+fi
+check "the NEC payer's lines are saved a quarter inch lower" "0.55 0.69 0.83 0.97 1.11" \
+  "$(sed -n '3,7p' "$data/1099nec.lof" | tr -d '\r' | awk -F, '{ printf "%s%s", sep, $NF; sep = " " }')"
+testpage=$(ls "$HOME"/1099-pdfs/*.pdf 2>/dev/null | head -n 1 || true)
+check "the test page is written into the PDF folder" yes \
+  "$([ -n "$testpage" ] && pdfinfo "$testpage" >/dev/null 2>&1 && echo yes || echo no)"
+
 # Version information: the window shows the user and the program's version.
 press "$module" alt+t
 sleep 0.5
@@ -106,8 +152,9 @@ fi
 
 # Help: the manual goes to the desktop's PDF viewer; this virtual desktop has none, so the help
 # viewer says so and the module falls back to the plain help text in the suite's editor.
-check "the manual is installed" yes \
-  "$(pdftotext /usr/share/apmaster/manual-ACCTPAY.pdf - 2>/dev/null | grep -q "Lookup" && echo yes || echo no)"
+manual=$(pdftotext /usr/share/apmaster/manual-ACCTPAY.pdf - 2>/dev/null || true)
+check "the manual is installed, with its chapter on the lookup" yes \
+  "$(grep -qF "Lookup methods" <<<"$manual" && echo yes || echo no)"
 press "$module" alt+h
 editor=$(wait_window "vendor1.txt - Velmora Office text editor") || editor=""
 check "Help without a PDF viewer opens the help text in the editor" yes \

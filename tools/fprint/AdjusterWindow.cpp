@@ -64,22 +64,24 @@ void AdjusterWindow::build()
     auto *outer = new QVBoxLayout(central);
 
     auto *commands = new QHBoxLayout;
-    commands->addWidget(new QLabel(QStringLiteral("Form:"), central));
+    auto *formLabel = new QLabel(QStringLiteral("&Form:"), central);
+    commands->addWidget(formLabel);
     m_form = new QComboBox(central);
     m_form->setObjectName(QStringLiteral("form"));
+    formLabel->setBuddy(m_form);
     for (const QString &name : LayoutDocument::fileNames())
         m_form->addItem(
             LayoutDocument::formName(name) + QStringLiteral(" (") + name + QLatin1Char(')'), name);
     commands->addWidget(m_form);
     auto *fromSystem = button(QStringLiteral("fromSystem"),
-                              QStringLiteral("New layout from the system copy"), central);
-    auto *scan = button(QStringLiteral("scan"), QStringLiteral("Scanned form..."), central);
-    m_showScan = new QCheckBox(QStringLiteral("Show scan"), central);
+                              QStringLiteral("&New layout from the system copy"), central);
+    auto *scan = button(QStringLiteral("scan"), QStringLiteral("Scanned f&orm..."), central);
+    m_showScan = new QCheckBox(QStringLiteral("Sho&w scan"), central);
     m_showScan->setObjectName(QStringLiteral("showScan"));
     m_showScan->setEnabled(false);
-    m_testPage = button(QStringLiteral("testPage"), QStringLiteral("Print test page"), central);
+    m_testPage = button(QStringLiteral("testPage"), QStringLiteral("Print &test page"), central);
     m_save = button(QStringLiteral("save"), QStringLiteral("&Save"), central);
-    auto *close = button(QStringLiteral("closeButton"), QStringLiteral("Close"), central);
+    auto *close = button(QStringLiteral("closeButton"), QStringLiteral("&Close"), central);
     for (QWidget *w :
          std::initializer_list<QWidget *>{fromSystem, scan, m_showScan, m_testPage, m_save, close})
         commands->addWidget(w);
@@ -92,6 +94,7 @@ void AdjusterWindow::build()
     leftLayout->setContentsMargins(0, 0, 0, 0);
     m_table = new QTableWidget(0, 4, left);
     m_table->setObjectName(QStringLiteral("elements"));
+    m_table->setAccessibleName(QStringLiteral("Elements"));
     m_table->setHorizontalHeaderLabels({QStringLiteral("No."), QStringLiteral("Text"),
                                         QStringLiteral("X (in)"), QStringLiteral("Y (in)")});
     m_table->verticalHeader()->hide();
@@ -101,8 +104,10 @@ void AdjusterWindow::build()
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     leftLayout->addWidget(m_table);
     auto *spacingRow = new QHBoxLayout;
-    spacingRow->addWidget(new QLabel(QStringLiteral("Form spacing (in):"), left));
+    auto *spacingLabel = new QLabel(QStringLiteral("Form s&pacing (in):"), left);
+    spacingRow->addWidget(spacingLabel);
     m_spacing = new QLineEdit(left);
+    spacingLabel->setBuddy(m_spacing);
     m_spacing->setObjectName(QStringLiteral("spacing"));
     m_spacing->setMinimumWidth(70);
     m_spacing->setMaximumWidth(90);
