@@ -106,6 +106,7 @@ void PreviewWindow::hideEvent(QHideEvent *event)
 void PreviewWindow::paintPages(QPrinter *printer)
 {
     ReportQuery rows;
+    rows.setStableOrder(); // read twice: to count the pages, then to print them
     QString error;
     if (!rows.open(m_def, m_request, error)) {
         m_error = error;

@@ -17,6 +17,7 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -286,7 +287,7 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
     // Nulls where the files put them, whatever the engine.
     for (QString &term : order)
         term = m_dialect->orderTerm(term);
-    if (m_quickRows > 0)
+    if (m_quickRows > 0 || m_stableOrder)
         order << quoted(def.tables[0].name.toLower()) + QLatin1Char('.') + m_dialect->rowIdColumn();
     if (!order.isEmpty())
         m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
@@ -344,10 +345,34 @@ bool ReportQuery::next()
     return false;
 }
 
+int ReportQuery::positionOf(const ReportDefinition::Field &field) const
+{
+    return m_columns.value(key(field.table, field.column), -1);
+}
+
 QVariant ReportQuery::value(const ReportDefinition::Field &field) const
 {
-    const int at = m_columns.value(key(field.table, field.column), -1);
-    return at < 0 ? QVariant() : m_query->value(at);
+    return value(positionOf(field));
+}
+
+bool ReportQuery::restartAt(long long row)
+{
+    m_query.reset();
+    m_error.clear();
+    m_read = std::max(0LL, row);
+    m_quick = m_quickRows > m_read;
+    QString statement = m_statement;
+    if (m_quick)
+        statement += QStringLiteral(" LIMIT %1 OFFSET %2").arg(m_quickRows - m_read).arg(m_read);
+    else if (m_read > 0)
+        statement += (onServer() ? QStringLiteral(" OFFSET %1")
+                                 : QStringLiteral(" LIMIT -1 OFFSET %1"))
+                         .arg(m_read);
+    if (!run(statement)) {
+        m_query.reset();
+        return false;
+    }
+    return true;
 }
 
 bool ReportQuery::onServer() const

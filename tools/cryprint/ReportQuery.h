@@ -29,6 +29,9 @@ public:
     // statement, run only when they are asked for. Ties are broken by the main table's row
     // number, so both statements give the rows in one order.
     void setQuickStart(long long rows) { m_quickRows = rows; }
+    // Before open: ties broken by the main table's row number even without a quick start, so
+    // that reading the rows again gives them in the same order.
+    void setStableOrder() { m_stableOrder = true; }
     // Whether the next row needs the whole statement run (and its rows sorted) first.
     bool quickRowsUsedUp() const { return m_quick && m_read == m_quickRows; }
     // Opens the files, builds and runs the statement; false with a message on failure.
@@ -36,8 +39,20 @@ public:
     // The next row; false at the end (error() says whether the engine failed).
     bool next();
     QString error() const { return m_error; }
-    // The value of a field of the definition in the current row.
+    // The value of a field of the definition in the current row (for tests and the odd value;
+    // the row loops take values by position).
     QVariant value(const ReportDefinition::Field &field) const;
+    // Where a field of the definition stands in the rows, -1 when the report does not show it;
+    // found once, before the rows are read.
+    int positionOf(const ReportDefinition::Field &field) const;
+    // The value at a position of the current row; null for -1.
+    QVariant value(int position) const { return position < 0 ? QVariant() : m_query->value(position); }
+    // The rows read so far.
+    long long rowsRead() const { return m_read; }
+    // Reads the rows again from row `row` (0 for the first), through the same connection (on a
+    // server, in the same snapshot); the first rows through the limited statement again where
+    // the row is among them. False with error() set when the engine fails.
+    bool restartAt(long long row);
     // The company's name from its settings file (config.mdb), read when the files are opened;
     // empty when the company has no company record.
     QString companyName() const { return m_company; }
@@ -66,5 +81,6 @@ private:
     QVariantList m_values;
     long long m_quickRows = 0;
     bool m_quick = false; // the limited statement is being read
+    bool m_stableOrder = false;
     long long m_read = 0;
 };

@@ -1,7 +1,6 @@
 #include "ReportRenderer.h"
 
 #include "PdfPages.h"
-#include "RecordedPages.h"
 #include "ReportLayout.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
@@ -28,6 +27,38 @@ QString csvField(const QString &s)
            QLatin1Char('"');
 }
 
+// Counts the pages of a layout and draws nothing.
+class PageTally : public PagePainter {
+public:
+    int pages = 0;
+    void beginPage() override { ++pages; }
+    void endPage() override {}
+    void text(TextStyle, double, double, double, Qt::Alignment, const QString &) override {}
+    void line(QPointF, QPointF) override {}
+};
+
+// Pages drawn on another painter with the number of pages known beforehand.
+class CountedPages : public PagePainter {
+public:
+    CountedPages(PagePainter &onto, int pages) : m_onto(onto), m_count(QString::number(pages)) {}
+    void beginPage() override { m_onto.beginPage(); }
+    void endPage() override { m_onto.endPage(); }
+    void text(TextStyle style, double x, double baseline, double room, Qt::Alignment align,
+              const QString &s) override
+    {
+        m_onto.text(style, x, baseline, room, align, s);
+    }
+    void line(QPointF from, QPointF to) override { m_onto.line(from, to); }
+    void pageCount(double x, double baseline) override
+    {
+        m_onto.text(TextStyle::Body, x, baseline, 100, Qt::AlignLeft, m_count);
+    }
+
+private:
+    PagePainter &m_onto;
+    QString m_count;
+};
+
 void csvLine(QIODevice &out, const QStringList &fields)
 {
     QStringList quotedFields;
@@ -40,6 +71,17 @@ void csvLine(QIODevice &out, const QStringList &fields)
 
 long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QString &error) const
 {
+    // A sheet out of the printer cannot be printed again, and each says how many there are:
+    // the pages are counted first, then laid out again onto the printer, so that no more than
+    // a page is held at a time.
+    PageTally tally;
+    ReportLayout(m_def, m_request, rows, tally).run();
+    if (rows.error().isEmpty())
+        rows.restartAt(0);
+    if (!rows.error().isEmpty()) {
+        error = rows.error();
+        return -1;
+    }
     device.setPageLayout(QPageLayout(
         QPageSize(QPageSize::Letter),
         m_def.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
@@ -50,14 +92,9 @@ long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QS
     }
     const double scale = device.logicalDpiX() / 72.0; // the layout works in points
     painter.scale(scale, scale);
-    // A sheet out of the printer cannot be printed again, and each says how many there are:
-    // the pages are laid out first, then printed.
-    RecordedPages recorded;
-    const long long count = ReportLayout(m_def, m_request, rows, recorded).run();
-    recorded.setAllLaidOut();
-    ScreenPages pages(painter, &device);
-    for (int page = 1; page <= recorded.complete(); ++page)
-        recorded.replay(page, pages);
+    ScreenPages sheets(painter, &device);
+    CountedPages pages(sheets, tally.pages);
+    const long long count = ReportLayout(m_def, m_request, rows, pages).run();
     painter.end();
     if (!rows.error().isEmpty()) {
         error = rows.error();
@@ -89,6 +126,7 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
         for (const auto &column : m_def.columns)
             captions << column.caption;
         csvLine(out, captions);
+        const Positions at(m_def, rows);
         Totals group(m_def.columns.size());
         QString key;
         bool inGroup = false;
@@ -96,7 +134,7 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
         int lastType = 0;
         while (true) {
             const bool more = rows.next();
-            const QString k = more && m_def.group ? rows.value(*m_def.group).toString() : QString();
+            const QString k = more && m_def.group ? rows.value(at.group).toString() : QString();
             if (!m_def.detail && inGroup && (!more || k != key)) {
                 csvLine(out, totalCells(m_def, last, lastType, group, true));
                 inGroup = false;
@@ -108,18 +146,19 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
                 key = k;
                 inGroup = true;
             }
-            add(m_def, rows, group);
+            add(m_def, at, rows, group);
             ++count;
-            last = rowCells(m_def, rows, true);
-            if (!m_def.thresholdType.table.isEmpty())
-                lastType = rows.value(m_def.thresholdType).toInt();
+            last = rowCells(m_def, at, rows, true);
+            if (at.thresholdType >= 0)
+                lastType = rows.value(at.thresholdType).toInt();
             if (m_def.detail)
                 csvLine(out, last);
         }
     } else {
+        const Positions at(m_def, rows);
         while (rows.next()) {
-            QStringList fields = recordLines(m_def, rows);
-            for (const auto &[description, value] : recordPairs(m_def, rows))
+            QStringList fields = recordLines(m_def, at, rows);
+            for (const auto &[description, value] : recordPairs(m_def, at, rows))
                 fields << description << value;
             csvLine(out, fields);
             ++count;
