@@ -1,4 +1,5 @@
 #include "PageView.h"
+#include "RunnerCalls.h"
 #include "PreviewPages.h"
 #include "PreviewWindow.h"
 #include "RunnerCompany.h"
@@ -32,7 +33,7 @@ protected:
     ReportDefinition load(const QString &file)
     {
         QString error;
-        const auto def = ReportDefinition::load(file, error);
+        const auto def = loadDefinition(file, error);
         EXPECT_TRUE(def) << error.toStdString();
         return def ? *def : ReportDefinition();
     }

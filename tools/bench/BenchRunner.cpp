@@ -19,6 +19,8 @@
 #include "ResidentMemory.h"
 #include "RunnerRequest.h"
 
+#include "common/NumberedError.h"
+
 #include <QApplication>
 #include <QDate>
 #include <QDir>
@@ -31,6 +33,7 @@
 #include <chrono>
 #include <cstdio>
 #include <malloc.h>
+#include <optional>
 #include <sys/resource.h>
 #include <thread>
 
@@ -116,10 +119,11 @@ int main(int argc, char *argv[])
     QString definitionPath = reportFile;
     if (!QFileInfo::exists(definitionPath))
         definitionPath = QStringLiteral(CRYPRINT_DEFINITIONS "/") + reportFile;
-    QString error;
-    const auto def = ReportDefinition::load(definitionPath, error);
-    if (!def) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+    std::optional<ReportDefinition> def;
+    try {
+        def = ReportDefinition::load(definitionPath);
+    } catch (const NumberedError &e) {
+        std::fprintf(stderr, "%s\n", qPrintable(e.text()));
         return 1;
     }
     QTemporaryDir out;
@@ -157,15 +161,15 @@ int main(int argc, char *argv[])
     const double processorBefore = processorSeconds();
     ReportQuery rows;
     long long count = -1;
-    if (rows.open(*def, request, error)) {
+    QString error;
+    try {
+        rows.open(*def, request);
         QFile file(request.printFileName);
         file.open(QIODevice::WriteOnly);
         const ReportRenderer renderer(*def, request);
-        if (csv) {
-            count = renderer.csv(rows, file, error);
-        } else {
-            count = renderer.pdf(rows, file, error);
-        }
+        count = csv ? renderer.csv(rows, file) : renderer.pdf(rows, file);
+    } catch (const NumberedError &e) {
+        error = e.text();
     }
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     const double processor = processorSeconds() - processorBefore;

@@ -2,6 +2,8 @@
 
 #include "ReportQuery.h"
 
+#include "common/NumberedError.h"
+
 #include <algorithm>
 #include <climits>
 
@@ -19,7 +21,11 @@ PreviewPages::PreviewPages(const ReportDefinition &def, const RunnerRequest &req
     m_def(def), m_request(request), m_rows(std::make_unique<ReportQuery>())
 {
     m_rows->setQuickStart(quickRows);
-    if (!m_rows->open(m_def, m_request, m_error)) {
+    try {
+        m_rows->open(m_def, m_request);
+    } catch (const NumberedError &e) {
+        // The window opens with the message where the page number goes.
+        m_error = e.text();
         m_complete = true;
         return;
     }

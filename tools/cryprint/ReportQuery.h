@@ -2,6 +2,7 @@
 
 #include "ReportDefinition.h"
 #include "RunnerRequest.h"
+#include "SelectionFormula.h"
 
 #include <QHash>
 #include <QSqlQuery>
@@ -34,8 +35,9 @@ public:
     void setStableOrder() { m_stableOrder = true; }
     // Whether the next row needs the whole statement run (and its rows sorted) first.
     bool quickRowsUsedUp() const { return m_quick && m_read == m_quickRows; }
-    // Opens the files, builds and runs the statement; false with a message on failure.
-    bool open(const ReportDefinition &def, const RunnerRequest &request, QString &error);
+    // Opens the files, builds and runs the statement; a NumberedError (ReportFailure, or the
+    // data layer's) says what failed.
+    void open(const ReportDefinition &def, const RunnerRequest &request);
     // The next row; false at the end (error() says whether the engine failed).
     bool next();
     QString error() const { return m_error; }
@@ -63,11 +65,22 @@ private:
     bool run(const QString &statement);
     // Whether the company is on a PostgreSQL server.
     bool onServer() const;
-    bool attach(const ReportDefinition &def, const RunnerRequest &request, QString &error);
+    // The steps of open: the files, the statement's parts.
+    void attach(const ReportDefinition &def, const RunnerRequest &request);
     // The same on a data folder whose company is on a PostgreSQL server: one read-only
     // connection, each file a schema.
-    bool attachServer(const ReportDefinition &def, const RunnerRequest &request,
-                      const EngineSettings &settings, QString &error);
+    void attachServer(const ReportDefinition &def, const RunnerRequest &request,
+                      const EngineSettings &settings);
+    FieldResolver resolver() const;
+    // The fields the report shows (each found at its position from then on).
+    QStringList selectList(const ReportDefinition &def, const FieldResolver &resolve);
+    QString fromClause(const ReportDefinition &def, const FieldResolver &resolve) const;
+    // The definition's filter and the request's formula, their values bound.
+    QStringList conditions(const ReportDefinition &def, const RunnerRequest &request,
+                           const FieldResolver &resolve);
+    // The group, the sort fields (the request's, else the definition's) and the tie-breaker.
+    QStringList orderTerms(const ReportDefinition &def, const RunnerRequest &request,
+                           const FieldResolver &resolve) const;
     void readCompany(QSqlDatabase &db, const QString &table);
     QString m_company;
     std::unique_ptr<Connection> m_connection;

@@ -1,6 +1,7 @@
 #include "ReportRenderer.h"
 
 #include "PdfPages.h"
+#include "ReportFailure.h"
 #include "ReportLayout.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
@@ -59,6 +60,13 @@ private:
     QString m_count;
 };
 
+// The rows ended because the engine failed.
+void failOnRowsError(const ReportQuery &rows)
+{
+    if (!rows.error().isEmpty())
+        ReportFailure::raise(rows.error());
+}
+
 void csvLine(QIODevice &out, const QStringList &fields)
 {
     QStringList quotedFields;
@@ -69,7 +77,7 @@ void csvLine(QIODevice &out, const QStringList &fields)
 
 } // namespace
 
-long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QString &error) const
+long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device) const
 {
     // A sheet out of the printer cannot be printed again, and each says how many there are:
     // the pages are counted first, then laid out again onto the printer, so that no more than
@@ -78,47 +86,35 @@ long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QS
     ReportLayout(m_def, m_request, rows, tally).run();
     if (rows.error().isEmpty())
         rows.restartAt(0);
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
+    failOnRowsError(rows);
     device.setPageLayout(QPageLayout(
         QPageSize(QPageSize::Letter),
         m_def.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     QPainter painter;
-    if (!painter.begin(&device)) {
-        error = QStringLiteral("The output cannot be started.");
-        return -1;
-    }
+    if (!painter.begin(&device))
+        ReportFailure::raise(QStringLiteral("The output cannot be started."));
     const double scale = device.logicalDpiX() / 72.0; // the layout works in points
     painter.scale(scale, scale);
     ScreenPages sheets(painter, &device);
     CountedPages pages(sheets, tally.pages);
     const long long count = ReportLayout(m_def, m_request, rows, pages).run();
     painter.end();
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
+    failOnRowsError(rows);
     return count;
 }
 
-long long ReportRenderer::pdf(ReportQuery &rows, QIODevice &out, QString &error) const
+long long ReportRenderer::pdf(ReportQuery &rows, QIODevice &out) const
 {
     PdfPages pages(out, ReportLayout::pageSize(m_def), m_def.title);
     const long long count = ReportLayout(m_def, m_request, rows, pages).run();
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
-    if (!pages.finish()) {
-        error = QStringLiteral("The PDF file cannot be written: ") + out.errorString();
-        return -1;
-    }
+    failOnRowsError(rows);
+    if (!pages.finish())
+        ReportFailure::raise(QStringLiteral("The PDF file cannot be written: ") +
+                             out.errorString());
     return count;
 }
 
-long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error) const
+long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out) const
 {
     long long count = 0;
     if (m_def.layout == ReportDefinition::Layout::List) {
@@ -164,28 +160,26 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
             ++count;
         }
     }
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
+    failOnRowsError(rows);
     return count;
 }
 
-bool writeReportFile(const ReportDefinition &def, const RunnerRequest &request, QString &error)
+void writeReportFile(const ReportDefinition &def, const RunnerRequest &request)
 {
     const bool csv = request.printFileType.compare(QLatin1String("CSV"), Qt::CaseInsensitive) == 0;
     // The file takes its name only when the whole report was written, and never the name of
     // anything but an earlier report of the same kind.
     OutputFile file(request.printFileName, csv ? OutputFile::Kind::Csv : OutputFile::Kind::Pdf);
+    QString error;
     if (!file.open(error))
-        return false;
+        ReportFailure::raise(error);
     ReportQuery rows;
-    if (!rows.open(def, request, error))
-        return false;
+    rows.open(def, request);
     const ReportRenderer renderer(def, request);
-    const long long count =
-        csv ? renderer.csv(rows, file.device(), error) : renderer.pdf(rows, file.device(), error);
-    if (count < 0)
-        return false;
-    return file.commit(error);
+    if (csv)
+        renderer.csv(rows, file.device());
+    else
+        renderer.pdf(rows, file.device());
+    if (!file.commit(error))
+        ReportFailure::raise(error);
 }
