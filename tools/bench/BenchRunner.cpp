@@ -69,10 +69,29 @@ int timePreview(const ReportDefinition &def, const RunnerRequest &request)
     const double last = double(timer.nsecsElapsed()) / 1e6;
     std::printf("%s preview: page 1 painted after %.0f ms, %.0f ms of processor (%lld rows "
                 "read); the last page (%d of %d, %lld rows) %.1f s later; resident memory "
-                "%.1f MB\n",
+                "%.1f MB, %d pages kept\n",
                 qPrintable(request.reportFileName), first, firstProcessor, rowsThen,
                 window.preview()->currentPage(), window.preview()->pageCount(),
-                window.pages().rowsRead(), last / 1000, residentKb() / 1024.0);
+                window.pages().rowsRead(), last / 1000, residentKb() / 1024.0,
+                window.pages().pagesKept());
+    // Back from the end: the page before it is kept; the first and the middle ones are laid
+    // out again from the nearest mark.
+    const auto timed = [&window](const char *what, int page) {
+        QElapsedTimer step;
+        step.start();
+        window.preview()->setCurrentPage(page);
+        window.preview()->widget()->grab();
+        std::printf("  %s (page %d): %.1f ms; resident memory %.1f MB, %d pages kept\n", what,
+                    window.preview()->currentPage(), double(step.nsecsElapsed()) / 1e6,
+                    residentKb() / 1024.0, window.pages().pagesKept());
+    };
+    const int pages = window.preview()->pageCount();
+    timed("Previous from the last page", pages - 1);
+    timed("Ctrl+Home", 1);
+    timed("Next", 2);
+    timed("the middle page", pages / 2);
+    timed("Previous from the middle page", pages / 2 - 1);
+    timed("the last page again", pages);
     return 0;
 }
 
