@@ -65,7 +65,7 @@ private:
     std::vector<ReportLayout::Mark> m_marks; // mark n: page n * pagesBetweenMarks + 1 begins
     int m_focus = 1;                         // the page asked for last
     int m_ahead = 200;
-    int m_behind = 100;
+    int m_behind = 250;
     bool m_complete = false;
     long long m_rowsAtEnd = 0;
     QString m_error;
