@@ -1,7 +1,7 @@
 #include "PageView.h"
-#include "RunnerCalls.h"
 #include "PreviewPages.h"
 #include "PreviewWindow.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 
 #include <QFile>
@@ -120,7 +120,8 @@ TEST_F(PreviewKeptPages, PagesLaidOutAgainShowWhatTheyShowedTheFirstTime)
     const QString paid = sqliteValue("ap.mdb", "select printf('%.2f', sum(invamount)) from "
                                                "invoices where invcheckdate > 0");
     ASSERT_FALSE(paid.isEmpty());
-    EXPECT_TRUE(first.back().contains(withSeparators(paid))) << first.back().join('|').toStdString();
+    EXPECT_TRUE(first.back().contains(withSeparators(paid)))
+        << first.back().join('|').toStdString();
     for (const int page : {count, 1, count - 1, 12, 11, 2, count}) {
         ASSERT_TRUE(pages.layOutTo(page)) << page;
         QStringList again = textsOf(pages, page);

@@ -1,7 +1,7 @@
 #include "PreviewWindow.h"
-#include "RunnerCalls.h"
 #include "PageView.h"
 #include "PreviewPages.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 
 #include <QFile>

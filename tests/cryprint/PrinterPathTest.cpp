@@ -1,6 +1,6 @@
 #include "ReportQuery.h"
-#include "RunnerCalls.h"
 #include "ReportRenderer.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 #include "support/PdfWords.h"
 

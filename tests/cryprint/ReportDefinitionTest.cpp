@@ -23,8 +23,7 @@ TEST(ReportDefinitionTest, EveryReportTheModuleCanRequestIsShippedAndReads)
          {"rap001", "rap002", "rap003", "rap003a", "rap004", "rap005", "rap006", "rap007",
           "rap007a", "rap007b", "rap014", "1099pv", "miscinfo1v", "miscinfo1m", "miscinfo1e"}) {
         QString error;
-        const auto def =
-            loadDefinition(dir.filePath(QString::fromLatin1(name) + ".rpt"), error);
+        const auto def = loadDefinition(dir.filePath(QString::fromLatin1(name) + ".rpt"), error);
         EXPECT_TRUE(def) << name << ": " << error.toStdString();
         if (def) {
             EXPECT_FALSE(def->title.isEmpty()) << name;

@@ -1,6 +1,6 @@
 #include "PreviewWindow.h"
-#include "RunnerCalls.h"
 #include "ReportDefinition.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 
 #include <QCryptographicHash>

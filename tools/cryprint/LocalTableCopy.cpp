@@ -51,7 +51,7 @@ void LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         QSqlQuery columns(local.db());
         if (!columns.exec(QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)))) {
             ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, columns.lastError().text()));
+                                     .arg(file, columns.lastError().text()));
         }
         while (columns.next()) {
             const QString name = columns.value(1).toString().toLower();
@@ -75,7 +75,7 @@ void LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         if (!rows.exec(QStringLiteral("select %1 from %2")
                            .arg(names.join(QStringLiteral(", ")), quoted(table)))) {
             ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, rows.lastError().text()));
+                                     .arg(file, rows.lastError().text()));
         }
         QStringList marks;
         for (qsizetype i = 0; i < names.size(); ++i)
@@ -96,6 +96,6 @@ void LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         transaction.commit();
     } catch (const DbError &e) {
         ReportFailure::raise(QStringLiteral("The data file %1 could not be taken to the server: %2")
-                    .arg(file, e.text()));
+                                 .arg(file, e.text()));
     }
 }

@@ -3,8 +3,8 @@
 #include <QIODevice>
 
 #include <charconv>
-#include <utility>
 #include <cmath>
+#include <utility>
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include "PageView.h"
 #include "PreviewPages.h"
+#include "ReportFailure.h"
 #include "ReportLayout.h"
 #include "ReportQuery.h"
-#include "ReportFailure.h"
 #include "ReportRenderer.h"
 
 #include "common/OutputFile.h"

@@ -271,14 +271,10 @@ QString count(Def &def, const QString &value)
 }
 
 const std::pair<const char *, KeyHandler> keyHandlers[] = {
-    {"title", title},   {"orientation", orientation},
-    {"layout", layout}, {"table", table},
-    {"join", join},     {"filter", filter},
-    {"order", order},   {"group", group},
-    {"detail", detail}, {"column", column},
-    {"line", line},     {"pairs", pairs},
-    {"labels", labels}, {"threshold", threshold},
-    {"count", count}};
+    {"title", title},   {"orientation", orientation}, {"layout", layout}, {"table", table},
+    {"join", join},     {"filter", filter},           {"order", order},   {"group", group},
+    {"detail", detail}, {"column", column},           {"line", line},     {"pairs", pairs},
+    {"labels", labels}, {"threshold", threshold},     {"count", count}};
 
 // Parses one "key: value" line into the definition; an error text on failure.
 QString apply(Def &def, const QString &key, const QString &value)

@@ -181,8 +181,8 @@ struct ReportLayout::State {
     ReportLayout::Mark before; // as the step under way began
 
     State(const Def &d, const RunnerRequest &request, ReportQuery &r, PagePainter &pages) :
-        def(d), rows(r), at(d, r), sheet(d, request, pages, r.companyName()), grand(d.columns.size()),
-        group(d.columns.size())
+        def(d), rows(r), at(d, r), sheet(d, request, pages, r.companyName()),
+        grand(d.columns.size()), group(d.columns.size())
     {
     }
 

@@ -44,14 +44,11 @@ QStringList rowCells(const ReportDefinition &def, const Positions &at, const Rep
 // given cells (the group's last row) in the other columns.
 QStringList totalCells(const ReportDefinition &def, QStringList cells, int type1099,
                        const Totals &t, bool csv);
-void add(const ReportDefinition &def, const Positions &at, const ReportQuery &rows,
-         Totals &totals);
+void add(const ReportDefinition &def, const Positions &at, const ReportQuery &rows, Totals &totals);
 // The lines of a label or card that have something to show.
-QStringList recordLines(const ReportDefinition &def, const Positions &at,
-                        const ReportQuery &rows);
+QStringList recordLines(const ReportDefinition &def, const Positions &at, const ReportQuery &rows);
 // The description and value pairs of a card, up to the record's count.
 std::vector<std::pair<QString, QString>> recordPairs(const ReportDefinition &def,
-                                                     const Positions &at,
-                                                     const ReportQuery &rows);
+                                                     const Positions &at, const ReportQuery &rows);
 
 } // namespace ReportLines

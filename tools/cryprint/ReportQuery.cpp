@@ -51,7 +51,8 @@ void ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
         m_connection =
             std::make_unique<Connection>(Connection::serverReader(settings, def.tables[0].file));
     } catch (const DbError &e) {
-        ReportFailure::raise(QStringLiteral("The company's database cannot be opened: ") + e.text());
+        ReportFailure::raise(QStringLiteral("The company's database cannot be opened: ") +
+                             e.text());
     }
     QSqlDatabase db = m_connection->db();
     for (const auto &table : def.tables) {
@@ -66,14 +67,15 @@ void ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
             // one, a path that leads nowhere is missing as on the files.
             const QString file = given.isEmpty() ? table.file : given;
             if (file.contains(QLatin1Char('/')) || !dialect.existsThrough(db, file)) {
-                ReportFailure::raise(given.isEmpty()
-                            ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
-                                  .arg(file, table.name, dialect.placeOf(file))
-                            : QStringLiteral("The data file %1 given as DataFiles(%2) for table "
-                                             "%3 cannot be found.")
-                                  .arg(given)
-                                  .arg(table.index)
-                                  .arg(table.name));
+                ReportFailure::raise(
+                    given.isEmpty()
+                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                              .arg(file, table.name, dialect.placeOf(file))
+                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table "
+                                         "%3 cannot be found.")
+                              .arg(given)
+                              .arg(table.index)
+                              .arg(table.name));
             }
             schema = PostgresDialect::schemaOf(file);
         }
@@ -82,15 +84,16 @@ void ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
                                        "to_regclass(?) and attnum > 0 and not attisdropped"));
         columns.addBindValue(schema + QLatin1Char('.') + quoted(table.name.toLower()));
         if (!columns.exec()) {
-            ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(given.isEmpty() ? table.file : given, columns.lastError().text()));
+            ReportFailure::raise(
+                QStringLiteral("The data file %1 cannot be read: %2")
+                    .arg(given.isEmpty() ? table.file : given, columns.lastError().text()));
         }
         QHash<QString, QString> names;
         while (columns.next())
             names.insert(columns.value(0).toString().toLower(), columns.value(0).toString());
         if (names.isEmpty()) {
             ReportFailure::raise(QStringLiteral("The data file %1 has no table %2.")
-                        .arg(given.isEmpty() ? table.file : given, table.name));
+                                     .arg(given.isEmpty() ? table.file : given, table.name));
         }
         m_schemaOf.insert(table.name.toLower(), schema);
         m_names.insert(table.name.toLower(), names);
@@ -102,7 +105,8 @@ void ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
     QSqlQuery begin(db);
     if (!begin.exec(
             QStringLiteral("begin transaction isolation level repeatable read read only"))) {
-        ReportFailure::raise(QStringLiteral("The company's database cannot be read: ") + begin.lastError().text());
+        ReportFailure::raise(QStringLiteral("The company's database cannot be read: ") +
+                             begin.lastError().text());
     }
 }
 
@@ -125,14 +129,15 @@ void ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
         const QString file = given.isEmpty() ? table.file : given;
         const QFileInfo info(file);
         if (!info.isFile()) {
-            ReportFailure::raise(given.isEmpty()
-                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
-                              .arg(file, table.name, QDir::currentPath())
-                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
-                                         "cannot be found.")
-                              .arg(file)
-                              .arg(table.index)
-                              .arg(table.name));
+            ReportFailure::raise(
+                given.isEmpty()
+                    ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                          .arg(file, table.name, QDir::currentPath())
+                    : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
+                                     "cannot be found.")
+                          .arg(file)
+                          .arg(table.index)
+                          .arg(table.name));
         }
         const QString path = info.absoluteFilePath();
         QString schema = schemaOfPath.value(path);
@@ -146,7 +151,7 @@ void ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
             attach.addBindValue(uri);
             if (!attach.exec()) {
                 ReportFailure::raise(QStringLiteral("The data file %1 cannot be opened: %2")
-                            .arg(file, attach.lastError().text()));
+                                         .arg(file, attach.lastError().text()));
             }
             schemaOfPath.insert(path, schema);
         }
@@ -154,13 +159,14 @@ void ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
         if (!columns.exec(
                 QStringLiteral("PRAGMA %1.table_info(%2)").arg(schema, quoted(table.name)))) {
             ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, columns.lastError().text()));
+                                     .arg(file, columns.lastError().text()));
         }
         QHash<QString, QString> names;
         while (columns.next())
             names.insert(columns.value(1).toString().toLower(), columns.value(1).toString());
         if (names.isEmpty()) {
-            ReportFailure::raise(QStringLiteral("The data file %1 has no table %2.").arg(file, table.name));
+            ReportFailure::raise(
+                QStringLiteral("The data file %1 has no table %2.").arg(file, table.name));
         }
         m_schemaOf.insert(table.name.toLower(), schema);
         m_names.insert(table.name.toLower(), names);
@@ -371,9 +377,9 @@ bool ReportQuery::restartAt(long long row)
     if (m_quick)
         statement += QStringLiteral(" LIMIT %1 OFFSET %2").arg(m_quickRows - m_read).arg(m_read);
     else if (m_read > 0)
-        statement += (onServer() ? QStringLiteral(" OFFSET %1")
-                                 : QStringLiteral(" LIMIT -1 OFFSET %1"))
-                         .arg(m_read);
+        statement +=
+            (onServer() ? QStringLiteral(" OFFSET %1") : QStringLiteral(" LIMIT -1 OFFSET %1"))
+                .arg(m_read);
     if (!run(statement)) {
         m_query.reset();
         return false;

@@ -48,7 +48,10 @@ public:
     // found once, before the rows are read.
     int positionOf(const ReportDefinition::Field &field) const;
     // The value at a position of the current row; null for -1.
-    QVariant value(int position) const { return position < 0 ? QVariant() : m_query->value(position); }
+    QVariant value(int position) const
+    {
+        return position < 0 ? QVariant() : m_query->value(position);
+    }
     // The rows read so far.
     long long rowsRead() const { return m_read; }
     // Reads the rows again from row `row` (0 for the first), through the same connection (on a

@@ -78,12 +78,11 @@ static QString dateText(const QVariant &value)
     if (n < 10000101 || n > 99991231)
         return QString::number(n);
     const auto month = int(n / 100 % 100), day = int(n % 100), year = int(n / 10000);
-    const char text[10] = {char('0' + month / 10),    char('0' + month % 10),
-                           '/',
-                           char('0' + day / 10),      char('0' + day % 10),
-                           '/',
-                           char('0' + year / 1000),   char('0' + year / 100 % 10),
-                           char('0' + year / 10 % 10), char('0' + year % 10)};
+    const char text[10] = {
+        char('0' + month / 10),  char('0' + month % 10),      '/',
+        char('0' + day / 10),    char('0' + day % 10),        '/',
+        char('0' + year / 1000), char('0' + year / 100 % 10), char('0' + year / 10 % 10),
+        char('0' + year % 10)};
     return QString::fromLatin1(text, sizeof text);
 }
 

@@ -3,8 +3,8 @@
 // data folder's databases, and shows it in a preview window, or writes it to a PDF or CSV file
 // without a window when the request says Destination=File.
 #include "PreviewWindow.h"
-#include "ReportFailure.h"
 #include "ReportDefinition.h"
+#include "ReportFailure.h"
 #include "ReportRenderer.h"
 #include "RunnerRequest.h"
 
@@ -15,8 +15,8 @@
 #include <QTimer>
 
 #include <cstdio>
-#include <optional>
 #include <malloc.h>
+#include <optional>
 
 namespace {
 
