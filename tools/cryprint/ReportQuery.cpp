@@ -181,6 +181,14 @@ void ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
         if (attach.exec())
             readCompany(db, QStringLiteral("settings.company"));
     }
+    // Rows read twice (counted, then printed) come from one snapshot of the files, as on a
+    // server.
+    if (m_stableOrder) {
+        QSqlQuery begin(db);
+        if (!begin.exec(QStringLiteral("BEGIN")))
+            ReportFailure::raise(QStringLiteral("The company's files cannot be read: ") +
+                                 begin.lastError().text());
+    }
 }
 
 void ReportQuery::readCompany(QSqlDatabase &db, const QString &table)

@@ -30,8 +30,9 @@ public:
     // statement, run only when they are asked for. Ties are broken by the main table's row
     // number, so both statements give the rows in one order.
     void setQuickStart(long long rows) { m_quickRows = rows; }
-    // Before open: ties broken by the main table's row number even without a quick start, so
-    // that reading the rows again gives them in the same order.
+    // Before open: ties broken by the main table's row number even without a quick start, and
+    // on the files one read transaction for every statement (the server's session has one
+    // anyway), so that reading the rows again gives the same rows in the same order.
     void setStableOrder() { m_stableOrder = true; }
     // Whether the next row needs the whole statement run (and its rows sorted) first.
     bool quickRowsUsedUp() const { return m_quick && m_read == m_quickRows; }
