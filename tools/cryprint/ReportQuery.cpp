@@ -261,14 +261,15 @@ QStringList ReportQuery::conditions(const ReportDefinition &def, const RunnerReq
         const QString &formula = fromDefinition ? def.filter : request.selectionFormula;
         if (formula.trimmed().isEmpty())
             continue;
-        QString problem;
-        const auto condition = SelectionFormula::parse(formula, resolve, problem);
-        if (!condition)
-            ReportFailure::raise(fromDefinition
-                                     ? QStringLiteral("The report definition's filter: ") + problem
-                                     : problem);
-        where << condition->sql;
-        m_values << condition->values;
+        try {
+            const SqlCondition condition = SelectionFormula::parse(formula, resolve);
+            where << condition.sql;
+            m_values << condition.values;
+        } catch (const NumberedError &e) {
+            if (!fromDefinition)
+                throw;
+            ReportFailure::raise(QStringLiteral("The report definition's filter: ") + e.text());
+        }
     }
     return where;
 }
@@ -285,13 +286,8 @@ QStringList ReportQuery::orderTerms(const ReportDefinition &def, const RunnerReq
             sorts << sort;
     if (sorts.isEmpty())
         sorts = def.order;
-    for (const QString &sort : sorts) {
-        QString problem;
-        const auto column = SelectionFormula::sortField(sort, resolve, problem);
-        if (!column)
-            ReportFailure::raise(problem);
-        order << *column;
-    }
+    for (const QString &sort : sorts)
+        order << SelectionFormula::sortField(sort, resolve);
     // Nulls where the files put them, whatever the engine.
     for (QString &term : order)
         term = m_dialect->orderTerm(term);
