@@ -11,8 +11,8 @@ namespace {
 
 // The rows read at first through a statement limited to them: a dozen pages and more.
 constexpr long long quickRows = 5000;
-// A page this far ahead of the layout is reached sooner from its mark than by laying out the
-// pages between (which a restart's sort of the rows costs about as much as).
+// A page more than this many pages ahead of the layout is reached from the mark before it (the
+// rows read again from there) rather than by laying out every page between.
 constexpr int farAhead = 1000;
 
 } // namespace
