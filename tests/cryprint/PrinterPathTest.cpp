@@ -1,5 +1,6 @@
 #include "ReportQuery.h"
 #include "ReportRenderer.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 #include "support/PdfWords.h"
 
@@ -27,17 +28,18 @@ protected:
     long long print(const RunnerRequest &r, const QString &file)
     {
         QString error;
-        const auto def = ReportDefinition::load(r.reportFileName, error);
+        const auto def = loadDefinition(r.reportFileName, error);
         EXPECT_TRUE(def) << error.toStdString();
         if (!def)
             return -1;
         ReportQuery rows;
-        EXPECT_TRUE(rows.open(*def, r, error)) << error.toStdString();
+        EXPECT_TRUE(openRows(rows, *def, r, error)) << error.toStdString();
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(path(file));
-        const long long printed = ReportRenderer(*def, r).paint(rows, printer, error);
-        EXPECT_EQ(error, QString());
+        long long printed = -1;
+        EXPECT_EQ(failureOf([&] { printed = ReportRenderer(*def, r).paint(rows, printer); }),
+                  QString());
         return printed;
     }
 
@@ -45,13 +47,15 @@ protected:
     void writePdf(const RunnerRequest &r, const QString &file)
     {
         QString error;
-        const auto def = ReportDefinition::load(r.reportFileName, error);
+        const auto def = loadDefinition(r.reportFileName, error);
         ASSERT_TRUE(def) << error.toStdString();
         ReportQuery rows;
-        ASSERT_TRUE(rows.open(*def, r, error)) << error.toStdString();
+        ASSERT_TRUE(openRows(rows, *def, r, error)) << error.toStdString();
         QFile out(path(file));
         ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-        EXPECT_GT(ReportRenderer(*def, r).pdf(rows, out, error), 0) << error.toStdString();
+        long long written = -1;
+        EXPECT_EQ(failureOf([&] { written = ReportRenderer(*def, r).pdf(rows, out); }), QString());
+        EXPECT_GT(written, 0);
     }
 
     // The first vendor's name (by number), whose first word the tests look for.

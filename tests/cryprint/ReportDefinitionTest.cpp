@@ -1,4 +1,5 @@
 #include "ReportDefinition.h"
+#include "RunnerCalls.h"
 
 #include <QDir>
 
@@ -8,8 +9,8 @@ namespace {
 
 std::optional<ReportDefinition> parsed(const QString &text, QString *error = nullptr)
 {
-    QString message;
-    auto def = ReportDefinition::parse(text, message);
+    std::optional<ReportDefinition> def;
+    const QString message = failureOf([&] { def = ReportDefinition::parse(text); });
     if (error)
         *error = message;
     return def;
@@ -22,8 +23,7 @@ TEST(ReportDefinitionTest, EveryReportTheModuleCanRequestIsShippedAndReads)
          {"rap001", "rap002", "rap003", "rap003a", "rap004", "rap005", "rap006", "rap007",
           "rap007a", "rap007b", "rap014", "1099pv", "miscinfo1v", "miscinfo1m", "miscinfo1e"}) {
         QString error;
-        const auto def =
-            ReportDefinition::load(dir.filePath(QString::fromLatin1(name) + ".rpt"), error);
+        const auto def = loadDefinition(dir.filePath(QString::fromLatin1(name) + ".rpt"), error);
         EXPECT_TRUE(def) << name << ": " << error.toStdString();
         if (def) {
             EXPECT_FALSE(def->title.isEmpty()) << name;

@@ -1,4 +1,5 @@
 #include "ReportQuery.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 
 namespace {
@@ -10,13 +11,13 @@ protected:
     QStringList invoiceNumbers(long long quickRows, QStringList *usedUpAt = nullptr)
     {
         QString error;
-        const auto def = ReportDefinition::load("rap014.rpt", error);
+        const auto def = loadDefinition("rap014.rpt", error);
         EXPECT_TRUE(def) << error.toStdString();
         RunnerRequest request;
         request.reportFileName = "rap014.rpt";
         ReportQuery rows;
         rows.setQuickStart(quickRows);
-        EXPECT_TRUE(rows.open(*def, request, error)) << error.toStdString();
+        EXPECT_TRUE(openRows(rows, *def, request, error)) << error.toStdString();
         QStringList numbers;
         const ReportDefinition::Field number{"invoices", "invnumber"};
         while (true) {

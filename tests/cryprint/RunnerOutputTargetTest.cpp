@@ -1,5 +1,6 @@
 #include "PreviewWindow.h"
 #include "ReportDefinition.h"
+#include "RunnerCalls.h"
 #include "RunnerCompany.h"
 
 #include <QCryptographicHash>
@@ -228,31 +229,31 @@ TEST_F(RunnerOutputTarget, ALinkToAnEarlierReportIsWrittenThroughAndStaysALink)
 TEST_F(RunnerOutputTarget, ThePreviewExportsAndPrintsToFilesByTheSameRule)
 {
     QString error;
-    const auto def = ReportDefinition::load("rap001.rpt", error);
+    const auto def = loadDefinition("rap001.rpt", error);
     ASSERT_TRUE(def) << error.toStdString();
     RunnerRequest vendors;
     vendors.reportFileName = "rap001.rpt";
     PreviewWindow window(*def, vendors);
     const QStringList before = checksums();
-    EXPECT_FALSE(window.exportTo(path("ap.mdb"), "CSV", error));
+    error = failureOf([&] { window.exportTo(path("ap.mdb"), "CSV"); });
     EXPECT_EQ(error, "The output file " + path("ap.mdb") +
                          " is a database file of the company; no output is ever written over "
                          "it. Choose another file name.");
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path("gl.mdb"));
-    EXPECT_FALSE(window.printTo(printer, error));
+    error = failureOf([&] { window.printTo(printer); });
     EXPECT_EQ(error, "The output file " + path("gl.mdb") +
                          " is a database file of the company; no output is ever written over "
                          "it. Choose another file name.");
     printer.setOutputFileName(path(QString()));
-    EXPECT_FALSE(window.printTo(printer, error));
+    error = failureOf([&] { window.printTo(printer); });
     EXPECT_TRUE(error.endsWith(" is a folder, not a file. Choose another file name."))
         << error.toStdString();
     EXPECT_EQ(checksums(), before);
     // A file of its own is written whole.
     printer.setOutputFileName(path("printed.pdf"));
-    ASSERT_TRUE(window.printTo(printer, error)) << error.toStdString();
+    ASSERT_EQ(failureOf([&] { window.printTo(printer); }), QString());
     const QString first = sqliteValue("ap.mdb", "select vendname from vendors order by "
                                                 "vendnumber limit 1");
     const QString printed = pdfText("printed.pdf");

@@ -1,4 +1,5 @@
 #include "RunnerRequest.h"
+#include "RunnerCalls.h"
 
 #include "reports/ReportRequest.h"
 
@@ -8,8 +9,8 @@ namespace {
 
 std::optional<RunnerRequest> parsed(const QString &text, QString *error = nullptr)
 {
-    QString message;
-    auto request = RunnerRequest::parse(text, message);
+    std::optional<RunnerRequest> request;
+    const QString message = failureOf([&] { request = RunnerRequest::parse(text); });
     if (error)
         *error = message;
     return request;

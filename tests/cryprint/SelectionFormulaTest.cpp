@@ -1,4 +1,5 @@
 #include "SelectionFormula.h"
+#include "RunnerCalls.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -7,6 +8,22 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+// The parser's answers, its NumberedError turned into a message for the checks.
+std::optional<SqlCondition> parsed(const QString &formula, const FieldResolver &resolve,
+                                   QString &error)
+{
+    std::optional<SqlCondition> condition;
+    error = failureOf([&] { condition = SelectionFormula::parse(formula, resolve); });
+    return condition;
+}
+
+std::optional<QString> sorted(const QString &text, const FieldResolver &resolve, QString &error)
+{
+    std::optional<QString> column;
+    error = failureOf([&] { column = SelectionFormula::sortField(text, resolve); });
+    return column;
+}
 
 // The report's tables as a resolver sees them: invoices, checks and vendors with a few fields.
 FieldAnswer resolve(const QString &table, const QString &field)
@@ -37,8 +54,7 @@ class ModuleFormula : public ::testing::TestWithParam<Formula> {};
 TEST_P(ModuleFormula, BecomesAConditionWithBoundValues)
 {
     QString error;
-    const auto condition =
-        SelectionFormula::parse(QString::fromUtf8(GetParam().formula), resolve, error);
+    const auto condition = parsed(QString::fromUtf8(GetParam().formula), resolve, error);
     ASSERT_TRUE(condition) << error.toStdString();
     EXPECT_EQ(condition->sql.toStdString(), GetParam().sql);
     EXPECT_EQ(condition->values, GetParam().values);
@@ -135,7 +151,7 @@ class BadSelectionFormula : public ::testing::TestWithParam<BadFormula> {};
 TEST_P(BadSelectionFormula, IsAMessageNamingThePosition)
 {
     QString error;
-    EXPECT_FALSE(SelectionFormula::parse(QString::fromUtf8(GetParam().formula), resolve, error));
+    EXPECT_FALSE(parsed(QString::fromUtf8(GetParam().formula), resolve, error));
     EXPECT_EQ(error.toStdString(), GetParam().message);
 }
 
@@ -176,22 +192,21 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(SelectionFormulaTest, SortFieldsAscendAndDescend)
 {
     QString error;
-    EXPECT_EQ(SelectionFormula::sortField("+{vendors.vendname}", resolve, error).value_or("?"),
+    EXPECT_EQ(sorted("+{vendors.vendname}", resolve, error).value_or("?"),
               "\"vendors\".\"vendname\" ASC");
-    EXPECT_EQ(SelectionFormula::sortField("-{vendors.vendnumber}", resolve, error).value_or("?"),
+    EXPECT_EQ(sorted("-{vendors.vendnumber}", resolve, error).value_or("?"),
               "\"vendors\".\"vendnumber\" DESC");
 }
 
 TEST(SelectionFormulaTest, ASortFieldWithoutSignOrWithMoreIsRefused)
 {
     QString error;
-    EXPECT_FALSE(SelectionFormula::sortField("{vendors.vendname}", resolve, error));
+    EXPECT_FALSE(sorted("{vendors.vendname}", resolve, error));
     EXPECT_EQ(error, "Sort field \"{vendors.vendname}\" must start with + (ascending) or - "
                      "(descending).");
-    EXPECT_FALSE(
-        SelectionFormula::sortField("+{vendors.vendname} {vendors.vendnumber}", resolve, error));
+    EXPECT_FALSE(sorted("+{vendors.vendname} {vendors.vendnumber}", resolve, error));
     EXPECT_TRUE(error.contains("was not expected here")) << error.toStdString();
-    EXPECT_FALSE(SelectionFormula::sortField("+{vendors.vendnam}", resolve, error));
+    EXPECT_FALSE(sorted("+{vendors.vendnam}", resolve, error));
     EXPECT_TRUE(error.contains("table vendors has no field vendnam")) << error.toStdString();
 }
 
@@ -199,10 +214,10 @@ TEST(SelectionFormulaTest, DeepNestingIsAMessageNotACrash)
 {
     QString error;
     const QString formula = QString(5000, '(') + "{invoices.vendnumber} = 1" + QString(5000, ')');
-    EXPECT_FALSE(SelectionFormula::parse(formula, resolve, error));
+    EXPECT_FALSE(parsed(formula, resolve, error));
     EXPECT_TRUE(error.contains("the formula nests too deeply")) << error.toStdString();
     const QString nots = QString("not ").repeated(5000) + "{invoices.vendnumber} = 1";
-    EXPECT_FALSE(SelectionFormula::parse(nots, resolve, error));
+    EXPECT_FALSE(parsed(nots, resolve, error));
     EXPECT_TRUE(error.contains("the formula nests too deeply")) << error.toStdString();
 }
 
@@ -305,7 +320,7 @@ TEST(SelectionFormulaTest, HostileRandomInputNeverChangesTheStatementsStructure)
                 formula += ' ';
         }
         QString error;
-        const auto condition = SelectionFormula::parse(formula, resolve, error);
+        const auto condition = parsed(formula, resolve, error);
         if (!condition) {
             ASSERT_TRUE(error.startsWith("Selection formula, position ")) << error.toStdString();
             continue;

@@ -1,4 +1,5 @@
 // The report runner on a data folder whose company is on a PostgreSQL server: the real program
+#include "RunnerCalls.h"
 // run in the folder, its rows compared with what the test put in (skipped on the files, where
 // the runner's other tests run on a generated company).
 #include "ReportDefinition.h"
@@ -154,14 +155,14 @@ TEST_F(ServerRunner, TheFirstRowsAndTheRestComeOnceEachInTheReportsOrder)
                 "(10, 'A-2', 20250102, 3, 1), (10, 'A-2', 20250102, 4, 1), "
                 "(30, 'C-1', 20250101, 5, 1)");
     QString error;
-    const auto def = ReportDefinition::load("rap014.rpt", error);
+    const auto def = loadDefinition("rap014.rpt", error);
     ASSERT_TRUE(def) << error.toStdString();
     for (const long long quickRows : {0LL, 1LL, 2LL, 3LL, 4LL, 5LL, 6LL}) {
         RunnerRequest request;
         request.reportFileName = "rap014.rpt";
         ReportQuery rows;
         rows.setQuickStart(quickRows);
-        ASSERT_TRUE(rows.open(*def, request, error)) << error.toStdString();
+        ASSERT_TRUE(openRows(rows, *def, request, error)) << error.toStdString();
         QStringList amounts;
         while (rows.next())
             amounts << QString::number(rows.value({"invoices", "invamount"}).toDouble());

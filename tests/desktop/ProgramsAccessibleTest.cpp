@@ -58,14 +58,11 @@ TEST(ProgramsAccessible, EveryInputOfTheReportPreviewIsNamed)
     DataFolder folder;
     const QString previous = QDir::currentPath();
     QDir::setCurrent(folder.path());
-    QString error;
-    const auto def =
-        ReportDefinition::load(QStringLiteral(CRYPRINT_DEFINITIONS "/rap001.rpt"), error);
-    ASSERT_TRUE(def) << error.toStdString();
+    const auto def = ReportDefinition::load(QStringLiteral(CRYPRINT_DEFINITIONS "/rap001.rpt"));
     RunnerRequest request;
     request.reportFileName = QStringLiteral("rap001.rpt");
     {
-        PreviewWindow window(*def, request);
+        PreviewWindow window(def, request);
         window.show();
         const QMap<QString, QString> names = inputNames(&window);
         EXPECT_EQ(names.keys(), QStringList({"Close", "Export CSV", "Export PDF", "First",

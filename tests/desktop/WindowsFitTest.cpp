@@ -234,13 +234,10 @@ protected:
     }
     std::unique_ptr<PreviewWindow> preview()
     {
-        QString error;
-        const auto def =
-            ReportDefinition::load(QStringLiteral(CRYPRINT_DEFINITIONS "/rap001.rpt"), error);
-        EXPECT_TRUE(def) << error.toStdString();
+        const auto def = ReportDefinition::load(QStringLiteral(CRYPRINT_DEFINITIONS "/rap001.rpt"));
         RunnerRequest request;
         request.reportFileName = QStringLiteral("rap001.rpt");
-        auto window = std::make_unique<PreviewWindow>(*def, request);
+        auto window = std::make_unique<PreviewWindow>(def, request);
         window->show();
         return window;
     }

@@ -19,11 +19,14 @@
 #include "ResidentMemory.h"
 #include "RunnerRequest.h"
 
+#include "common/NumberedError.h"
+
 #include <QApplication>
 #include <QDate>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QPrinter>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -31,6 +34,7 @@
 #include <chrono>
 #include <cstdio>
 #include <malloc.h>
+#include <optional>
 #include <sys/resource.h>
 #include <thread>
 
@@ -45,7 +49,7 @@ double processorSeconds()
 }
 
 // The preview window from its start to its first page painted, and then to its last page.
-int timePreview(const ReportDefinition &def, const RunnerRequest &request)
+int timePreview(const ReportDefinition &def, const RunnerRequest &request, bool print)
 {
     QElapsedTimer timer;
     timer.start();
@@ -66,10 +70,47 @@ int timePreview(const ReportDefinition &def, const RunnerRequest &request)
     const double last = double(timer.nsecsElapsed()) / 1e6;
     std::printf("%s preview: page 1 painted after %.0f ms, %.0f ms of processor (%lld rows "
                 "read); the last page (%d of %d, %lld rows) %.1f s later; resident memory "
-                "%.1f MB\n",
+                "%.1f MB, %d pages kept\n",
                 qPrintable(request.reportFileName), first, firstProcessor, rowsThen,
                 window.preview()->currentPage(), window.preview()->pageCount(),
-                window.pages().rowsRead(), last / 1000, residentKb() / 1024.0);
+                window.pages().rowsRead(), last / 1000, residentKb() / 1024.0,
+                window.pages().pagesKept());
+    // Back from the end: the page before it is kept; the first and the middle ones are laid
+    // out again from the nearest mark.
+    const auto timed = [&window](const char *what, int page) {
+        QElapsedTimer step;
+        step.start();
+        window.preview()->setCurrentPage(page);
+        window.preview()->widget()->grab();
+        std::printf("  %s (page %d): %.1f ms; resident memory %.1f MB, %d pages kept\n", what,
+                    window.preview()->currentPage(), double(step.nsecsElapsed()) / 1e6,
+                    residentKb() / 1024.0, window.pages().pagesKept());
+    };
+    const int pages = window.preview()->pageCount();
+    timed("Previous from the last page", pages - 1);
+    timed("Ctrl+Home", 1);
+    timed("Next", 2);
+    timed("the middle page", pages / 2);
+    timed("Previous from the middle page", pages / 2 - 1);
+    timed("the last page again", pages);
+    if (print) {
+        // The preview's Print to a PDF file through Qt's printer: counted, then laid out again
+        // onto the printer, a page at a time.
+        QTemporaryDir out;
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(out.filePath(QStringLiteral("printed.pdf")));
+        QElapsedTimer step;
+        step.start();
+        try {
+            window.printTo(printer);
+        } catch (const NumberedError &e) {
+            std::fprintf(stderr, "%s\n", qPrintable(e.text()));
+            return 1;
+        }
+        std::printf("  Print to a PDF file: %.1f s; resident memory %.1f MB\n",
+                    double(step.nsecsElapsed()) / 1e9, residentKb() / 1024.0);
+    }
     return 0;
 }
 
@@ -78,12 +119,14 @@ int timePreview(const ReportDefinition &def, const RunnerRequest &request)
 int main(int argc, char *argv[])
 {
     if (answeredHelpOrVersion(argc, argv, "apmaster-bench-runner",
-                              "DATA_FOLDER [FROM TO] [--csv | --preview] [--report FILE]",
+                              "DATA_FOLDER [FROM TO] [--csv | --preview [--print]] [--report FILE]",
                               "Times the report runner on a company's data folder: FILE "
                               "(rap014.rpt unless given) rendered to PDF, or CSV with --csv, "
                               "rows a second and memory; with --preview, the preview window "
-                              "up to its first page painted. FROM and TO (YYYYMMDD) limit the "
-                              "invoice dates (the whole of last year unless given)."))
+                              "up to its first page painted, its last page and the steps back "
+                              "from it (and with --print, its Print to a PDF file). FROM and "
+                              "TO (YYYYMMDD) limit the invoice dates (the whole of last year "
+                              "unless given)."))
         return 0;
     // The PDF pages are built in buffers of a few hundred kB, made and freed page after page;
     // without these the C library hands them back to the system and asks again every time.
@@ -95,6 +138,7 @@ int main(int argc, char *argv[])
     QStringList args = app.arguments().mid(1);
     const bool csv = args.removeAll(QStringLiteral("--csv")) > 0;
     const bool preview = args.removeAll(QStringLiteral("--preview")) > 0;
+    const bool print = args.removeAll(QStringLiteral("--print")) > 0;
     QString reportFile = QStringLiteral("rap014.rpt");
     const int at = int(args.indexOf(QStringLiteral("--report")));
     if (at >= 0 && at + 1 < args.size()) {
@@ -116,10 +160,11 @@ int main(int argc, char *argv[])
     QString definitionPath = reportFile;
     if (!QFileInfo::exists(definitionPath))
         definitionPath = QStringLiteral(CRYPRINT_DEFINITIONS "/") + reportFile;
-    QString error;
-    const auto def = ReportDefinition::load(definitionPath, error);
-    if (!def) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+    std::optional<ReportDefinition> def;
+    try {
+        def = ReportDefinition::load(definitionPath);
+    } catch (const NumberedError &e) {
+        std::fprintf(stderr, "%s\n", qPrintable(e.text()));
         return 1;
     }
     QTemporaryDir out;
@@ -131,7 +176,7 @@ int main(int argc, char *argv[])
                                                   "{invoices.invdate} <= %2")
                                        .arg(from, to);
     if (preview)
-        return timePreview(*def, request);
+        return timePreview(*def, request, print);
     request.destination = QStringLiteral("File");
     request.printFileType = csv ? QStringLiteral("CSV") : QStringLiteral("PDF");
     request.printFileName =
@@ -157,15 +202,15 @@ int main(int argc, char *argv[])
     const double processorBefore = processorSeconds();
     ReportQuery rows;
     long long count = -1;
-    if (rows.open(*def, request, error)) {
+    QString error;
+    try {
+        rows.open(*def, request);
         QFile file(request.printFileName);
         file.open(QIODevice::WriteOnly);
         const ReportRenderer renderer(*def, request);
-        if (csv) {
-            count = renderer.csv(rows, file, error);
-        } else {
-            count = renderer.pdf(rows, file, error);
-        }
+        count = csv ? renderer.csv(rows, file) : renderer.pdf(rows, file);
+    } catch (const NumberedError &e) {
+        error = e.text();
     }
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     const double processor = processorSeconds() - processorBefore;

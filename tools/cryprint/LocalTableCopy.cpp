@@ -1,5 +1,7 @@
 #include "LocalTableCopy.h"
 
+#include "ReportFailure.h"
+
 #include "data/Connection.h"
 #include "data/Databases.h"
 #include "data/DbError.h"
@@ -34,15 +36,13 @@ QString serverType(const QString &declared)
 
 } // namespace
 
-bool LocalTableCopy::copy(const Connection &server, const QString &file, const QString &table,
-                          QString &error)
+void LocalTableCopy::copy(const Connection &server, const QString &file, const QString &table)
 {
     std::optional<Connection> opened;
     try {
         opened.emplace(Connection::readOnlyFile(file));
     } catch (const DbError &) {
-        error = QStringLiteral("The data file %1 cannot be opened.").arg(file);
-        return false;
+        ReportFailure::raise(QStringLiteral("The data file %1 cannot be opened.").arg(file));
     }
     const Connection &local = *opened;
     QStringList names;
@@ -50,9 +50,8 @@ bool LocalTableCopy::copy(const Connection &server, const QString &file, const Q
     {
         QSqlQuery columns(local.db());
         if (!columns.exec(QStringLiteral("PRAGMA table_info(%1)").arg(quoted(table)))) {
-            error = QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, columns.lastError().text());
-            return false;
+            ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
+                                     .arg(file, columns.lastError().text()));
         }
         while (columns.next()) {
             const QString name = columns.value(1).toString().toLower();
@@ -62,8 +61,7 @@ bool LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         }
     }
     if (names.isEmpty()) {
-        error = QStringLiteral("The data file %1 has no table %2.").arg(file, table);
-        return false;
+        ReportFailure::raise(QStringLiteral("The data file %1 has no table %2.").arg(file, table));
     }
     // The session refuses writes by default; a temporary table is the session's own.
     const QString target = QStringLiteral("pg_temp.") + quoted(table.toLower());
@@ -76,9 +74,8 @@ bool LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         rows.setForwardOnly(true);
         if (!rows.exec(QStringLiteral("select %1 from %2")
                            .arg(names.join(QStringLiteral(", ")), quoted(table)))) {
-            error = QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, rows.lastError().text());
-            return false;
+            ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
+                                     .arg(file, rows.lastError().text()));
         }
         QStringList marks;
         for (qsizetype i = 0; i < names.size(); ++i)
@@ -98,9 +95,7 @@ bool LocalTableCopy::copy(const Connection &server, const QString &file, const Q
         insert.finish();
         transaction.commit();
     } catch (const DbError &e) {
-        error = QStringLiteral("The data file %1 could not be taken to the server: %2")
-                    .arg(file, e.text());
-        return false;
+        ReportFailure::raise(QStringLiteral("The data file %1 could not be taken to the server: %2")
+                                 .arg(file, e.text()));
     }
-    return true;
 }

@@ -10,7 +10,8 @@ class Connection;
 // server drops when the session ends; nothing of the company is written.
 namespace LocalTableCopy {
 
-// Copies the table of the SQLite file into pg_temp.<table in lower case>; false with a message.
-bool copy(const Connection &server, const QString &file, const QString &table, QString &error);
+// Copies the table of the SQLite file into pg_temp.<table in lower case>; a NumberedError
+// (ReportFailure) says what failed.
+void copy(const Connection &server, const QString &file, const QString &table);
 
 } // namespace LocalTableCopy

@@ -78,8 +78,11 @@ bool PageView::isComplete() const
 void PageView::setCurrentPage(int page)
 {
     page = std::max(1, page);
-    if (!m_pages.layOutTo(page))
+    if (!m_pages.layOutTo(page)) {
+        // Past the end: the last page, kept around from then on.
         page = std::max(1, m_pages.count());
+        m_pages.layOutTo(page);
+    }
     m_current = page;
     m_canvas->update();
     verticalScrollBar()->setValue(0);
@@ -96,6 +99,7 @@ void PageView::showLastPage()
 void PageView::setLookAhead(int pages)
 {
     m_lookAhead = pages;
+    m_pages.setPagesAhead(pages);
 }
 
 void PageView::layOutAhead()

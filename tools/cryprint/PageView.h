@@ -21,7 +21,7 @@ public:
     // The pages laid out so far, and whether they are all the report's.
     int pageCount() const;
     bool isComplete() const;
-    // How many pages beyond the one shown are laid out while the window is idle.
+    // How many pages beyond the one shown are laid out while the window is idle (and kept).
     void setLookAhead(int pages);
 
     // 1.0 shows the page at its printed size.

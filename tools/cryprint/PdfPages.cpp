@@ -3,6 +3,8 @@
 #include <QIODevice>
 
 #include <charconv>
+#include <cmath>
+#include <utility>
 
 namespace {
 
@@ -156,6 +158,30 @@ void PdfPages::number(double value)
     m_content.append(digits, end - digits);
 }
 
+void PdfPages::hundredths(long long value)
+{
+    // 12.5 for 1250, 72 for 7200: no zeros the reader does not need.
+    char digits[32];
+    char *at = digits + sizeof digits;
+    const bool negative = value < 0;
+    unsigned long long n = static_cast<unsigned long long>(negative ? -value : value);
+    const int cents = int(n % 100);
+    n /= 100;
+    if (cents != 0) {
+        if (cents % 10 != 0)
+            *--at = char('0' + cents % 10);
+        *--at = char('0' + cents / 10);
+        *--at = '.';
+    }
+    do {
+        *--at = char('0' + n % 10);
+        n /= 10;
+    } while (n != 0);
+    if (negative)
+        *--at = '-';
+    m_content.append(at, digits + sizeof digits - at);
+}
+
 void PdfPages::textMode(bool on)
 {
     if (on == m_inText)
@@ -163,6 +189,9 @@ void PdfPages::textMode(bool on)
     m_content += on ? "BT\n" : "ET\n";
     m_inText = on;
     m_font = -1;
+    // BT starts the text line at the page's corner.
+    m_lineX = 0;
+    m_lineY = 0;
 }
 
 void PdfPages::beginPage()
@@ -233,17 +262,36 @@ void PdfPages::text(TextStyle style, double x, double baseline, double room, Qt:
         m_content += " Tf\n";
         m_font = style == TextStyle::Title ? -1 : font;
     }
-    m_content += "1 0 0 1 ";
-    number(left);
+    // Each text placed from the one before it (Td): a row's cells differ in x only, and the
+    // shorter operators leave less to compress, which is most of the writing's time.
+    const long long atX = std::llround(left * 100);
+    const long long atY = std::llround((m_size.height() - baseline) * 100);
+    hundredths(atX - m_lineX);
     m_content += ' ';
-    number(m_size.height() - baseline);
-    m_content += " Tm (";
-    for (char c : m_encoded) {
+    hundredths(atY - m_lineY);
+    m_lineX = atX;
+    m_lineY = atY;
+    char run[512];
+    qsizetype used = 0;
+    const auto flush = [&] {
+        m_content.append(run, used);
+        used = 0;
+    };
+    run[used++] = ' ';
+    run[used++] = 'T';
+    run[used++] = 'd';
+    run[used++] = ' ';
+    run[used++] = '(';
+    for (char c : std::as_const(m_encoded)) {
+        if (used > qsizetype(sizeof run) - 8)
+            flush();
         if (c == '(' || c == ')' || c == '\\')
-            m_content += '\\';
-        m_content += c;
+            run[used++] = '\\';
+        run[used++] = c;
     }
-    m_content += ") Tj\n";
+    for (char c : QByteArrayView(") Tj\n"))
+        run[used++] = c;
+    flush();
 }
 
 void PdfPages::line(QPointF from, QPointF to)

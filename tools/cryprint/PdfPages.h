@@ -41,6 +41,8 @@ private:
     int beginObject();
     void write(QByteArrayView bytes);
     void number(double value);
+    // A number of points given in hundredths, as short as it can be written.
+    void hundredths(long long value);
     void textMode(bool on);
 
     QIODevice &m_out;
@@ -53,5 +55,6 @@ private:
     QByteArray m_content;          // the current page's operators
     QByteArray m_encoded;          // one text in the encoding
     bool m_inPage = false, m_inText = false;
+    long long m_lineX = 0, m_lineY = 0; // where the text line starts, in hundredths of a point
     int m_font = -1;
 };

@@ -2,6 +2,7 @@
 
 #include "PageView.h"
 #include "PreviewPages.h"
+#include "ReportFailure.h"
 #include "ReportLayout.h"
 #include "ReportQuery.h"
 #include "ReportRenderer.h"
@@ -45,7 +46,7 @@ PreviewWindow::PreviewWindow(const ReportDefinition &def, const RunnerRequest &r
         action->setShortcut(keys);
         action->setToolTip(text + QStringLiteral(" (") + keys.toString(QKeySequence::NativeText) +
                            QLatin1Char(')'));
-        connect(action, &QAction::triggered, this, slot);
+        connect(action, &QAction::triggered, this, [this, slot] { guarded(slot); });
         return action;
     };
     add(QStringLiteral("firstpage"), tr("First"), QKeySequence(Qt::CTRL | Qt::Key_Home),
@@ -103,16 +104,28 @@ void PreviewWindow::hideEvent(QHideEvent *event)
     QMainWindow::hideEvent(event);
 }
 
+void PreviewWindow::guarded(const std::function<void()> &command)
+{
+    try {
+        command();
+    } catch (const NumberedError &e) {
+        QApplication::restoreOverrideCursor();
+        QMessageBox::warning(this, windowTitle(), e.text());
+    }
+}
+
 void PreviewWindow::paintPages(QPrinter *printer)
 {
-    ReportQuery rows;
-    QString error;
-    if (!rows.open(m_def, m_request, error)) {
-        m_error = error;
-        return;
+    m_error.clear();
+    try {
+        ReportQuery rows;
+        rows.setStableOrder(); // read twice: to count the pages, then to print them
+        rows.open(m_def, m_request);
+        ReportRenderer(m_def, m_request).paint(rows, *printer);
+    } catch (const NumberedError &e) {
+        m_error = e.text(); // in the status line as well
+        throw;
     }
-    ReportRenderer(m_def, m_request).paint(rows, *printer, error);
-    m_error = error;
 }
 
 void PreviewWindow::updatePageLabel()
@@ -132,38 +145,33 @@ void PreviewWindow::print()
     QPrinter printer(QPrinter::HighResolution);
     printer.setFullPage(true);
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    QString error;
-    if (!printTo(printer, error))
-        QMessageBox::warning(this, windowTitle(), error);
+    if (dialog.exec() == QDialog::Accepted)
+        printTo(printer);
 }
 
-bool PreviewWindow::printTo(QPrinter &printer, QString &error)
+void PreviewWindow::printTo(QPrinter &printer)
 {
     std::optional<OutputFile> file;
+    QString error;
     if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
         file.emplace(printer.outputFileName(), OutputFile::Kind::Pdf);
         if (!file->open(error))
-            return false;
+            ReportFailure::raise(error);
         file->device().close();
         printer.setOutputFileName(file->workPath());
     }
     paintPages(&printer);
-    if (!m_error.isEmpty()) {
-        error = m_error;
-        return false;
-    }
-    return !file || file->commit(error);
+    if (file && !file->commit(error))
+        ReportFailure::raise(error);
 }
 
-bool PreviewWindow::exportTo(const QString &fileName, const QString &type, QString &error)
+void PreviewWindow::exportTo(const QString &fileName, const QString &type)
 {
     RunnerRequest request = m_request;
     request.destination = QStringLiteral("File");
     request.printFileName = fileName;
     request.printFileType = type;
-    return writeReportFile(m_def, request, error);
+    writeReportFile(m_def, request);
 }
 
 void PreviewWindow::exportAs(const QString &type)
@@ -175,9 +183,6 @@ void PreviewWindow::exportAs(const QString &type)
         type + QStringLiteral(" (*.") + suffix + QLatin1Char(')'));
     if (name.isEmpty())
         return;
-    QString error;
-    if (!exportTo(name, type, error))
-        QMessageBox::warning(this, windowTitle(), error);
-    else
-        statusBar()->showMessage(tr("Written to %1").arg(name), 5000);
+    exportTo(name, type);
+    statusBar()->showMessage(tr("Written to %1").arg(name), 5000);
 }

@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 class PageView;
@@ -24,17 +25,20 @@ public:
 
     PageView *preview() const { return m_view; }
     const PreviewPages &pages() const { return *m_pages; }
-    // Writes the report to a file as the export commands do; false with a message on failure.
-    bool exportTo(const QString &fileName, const QString &type, QString &error);
+    // Writes the report to a file as the export commands do; a NumberedError says what failed.
+    void exportTo(const QString &fileName, const QString &type);
     // Prints the report on the printer as the print dialog left it; when that prints to a PDF
-    // file, the file is checked and replaced as an export's is. False with a message on failure.
-    bool printTo(QPrinter &printer, QString &error);
+    // file, the file is checked and replaced as an export's is. A NumberedError says what
+    // failed.
+    void printTo(QPrinter &printer);
 
 protected:
     // The window's size and place are kept for the next report.
     void hideEvent(QHideEvent *event) override;
 
 private:
+    // Runs a command; what stops it is shown in a message box, and the window stays.
+    void guarded(const std::function<void()> &command);
     void paintPages(QPrinter *printer);
     void print();
     void exportAs(const QString &type);

@@ -1,5 +1,6 @@
 #include "RecordedPages.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -18,29 +19,62 @@ template <typename T> T take(const char *&at)
 
 template <typename T> void RecordedPages::put(T value)
 {
-    m_pages.back().append(reinterpret_cast<const char *>(&value), sizeof value);
+    m_recording->append(reinterpret_cast<const char *>(&value), sizeof value);
 }
 
 void RecordedPages::beginPage()
 {
     if (m_open)
         endPage();
-    m_pages.emplace_back();
+    ++m_current;
     m_open = true;
+    if (m_begun)
+        m_begun(m_current); // may move the window
+    m_recording = nullptr;
+    if (m_current >= m_first && m_current <= m_last) {
+        QByteArray &page = m_kept[m_current];
+        page.clear();
+        m_recording = &page;
+    }
 }
 
 void RecordedPages::endPage()
 {
     if (!m_open)
         return;
-    m_pages.back().squeeze();
+    if (m_recording)
+        m_recording->squeeze();
+    m_recording = nullptr;
     m_open = false;
+    m_laidOut = std::max(m_laidOut, m_current);
+}
+
+bool RecordedPages::has(int page) const
+{
+    return m_kept.count(page) > 0 && !(m_open && page == m_current);
+}
+
+void RecordedPages::keep(int first, int last)
+{
+    m_first = first;
+    m_last = last;
+    m_kept.erase(m_kept.begin(), m_kept.lower_bound(first));
+    m_kept.erase(m_kept.upper_bound(last), m_kept.end());
+    if (m_open && (m_current < first || m_current > last))
+        m_recording = nullptr;
+}
+
+void RecordedPages::continueAfter(int page)
+{
+    m_current = page;
+    m_open = page > 0;
+    m_recording = nullptr;
 }
 
 void RecordedPages::text(TextStyle style, double x, double baseline, double room,
                          Qt::Alignment align, const QString &s)
 {
-    if (!m_open || s.isEmpty())
+    if (!m_recording || s.isEmpty())
         return;
     put(TextItem);
     put(char(style));
@@ -49,13 +83,13 @@ void RecordedPages::text(TextStyle style, double x, double baseline, double room
     put(float(baseline));
     put(float(room));
     put(qint32(s.size()));
-    m_pages.back().append(reinterpret_cast<const char *>(s.constData()),
-                          s.size() * qsizetype(sizeof(QChar)));
+    m_recording->append(reinterpret_cast<const char *>(s.constData()),
+                        s.size() * qsizetype(sizeof(QChar)));
 }
 
 void RecordedPages::line(QPointF from, QPointF to)
 {
-    if (!m_open)
+    if (!m_recording)
         return;
     put(LineItem);
     put(float(from.x()));
@@ -66,7 +100,7 @@ void RecordedPages::line(QPointF from, QPointF to)
 
 void RecordedPages::pageCount(double x, double baseline)
 {
-    if (!m_open)
+    if (!m_recording)
         return;
     put(CountItem);
     put(float(x));
@@ -75,9 +109,9 @@ void RecordedPages::pageCount(double x, double baseline)
 
 void RecordedPages::replay(int page, PagePainter &onto) const
 {
-    if (page < 1 || page > complete())
+    if (!has(page))
         return;
-    const QByteArray &items = m_pages[size_t(page - 1)];
+    const QByteArray &items = m_kept.at(page);
     const char *at = items.constData();
     const char *end = at + items.size();
     onto.beginPage();

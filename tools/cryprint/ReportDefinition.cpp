@@ -1,5 +1,7 @@
 #include "ReportDefinition.h"
 
+#include "ReportFailure.h"
+
 #include <QFile>
 #include <QRegularExpression>
 
@@ -74,147 +76,213 @@ bool readInches(const QString &text, double &value)
     return ok && value >= 0 && value <= 40;
 }
 
-// Parses one "key: value" line into the definition; an error text on failure.
-QString apply(Def &def, const QString &key, const QString &value)
+// The handlers of the definition's keys: each reads its value into the definition and answers
+// what is wrong with it (nothing when all is well).
+using KeyHandler = QString (*)(Def &def, const QString &value);
+
+QString title(Def &def, const QString &value)
+{
+    def.title = value;
+    return {};
+}
+
+QString orientation(Def &def, const QString &value)
+{
+    if (value != QLatin1String("portrait") && value != QLatin1String("landscape"))
+        return QStringLiteral("orientation is portrait or landscape");
+    def.landscape = value == QLatin1String("landscape");
+    return {};
+}
+
+QString layout(Def &def, const QString &value)
+{
+    if (value == QLatin1String("list"))
+        def.layout = Def::Layout::List;
+    else if (value == QLatin1String("labels"))
+        def.layout = Def::Layout::Labels;
+    else if (value == QLatin1String("cards"))
+        def.layout = Def::Layout::Cards;
+    else
+        return QStringLiteral("layout is list, labels or cards");
+    return {};
+}
+
+QString table(Def &def, const QString &value)
 {
     static const QRegularExpression tableLine(
         QStringLiteral("^([0-5])\\s+([A-Za-z_][A-Za-z0-9_]*)\\s+(\\S+)$"));
-    if (key == QLatin1String("title")) {
-        def.title = value;
-    } else if (key == QLatin1String("orientation")) {
-        if (value != QLatin1String("portrait") && value != QLatin1String("landscape"))
-            return QStringLiteral("orientation is portrait or landscape");
-        def.landscape = value == QLatin1String("landscape");
-    } else if (key == QLatin1String("layout")) {
-        if (value == QLatin1String("list"))
-            def.layout = Def::Layout::List;
-        else if (value == QLatin1String("labels"))
-            def.layout = Def::Layout::Labels;
-        else if (value == QLatin1String("cards"))
-            def.layout = Def::Layout::Cards;
-        else
-            return QStringLiteral("layout is list, labels or cards");
-    } else if (key == QLatin1String("table")) {
-        const auto m = tableLine.match(value);
-        if (!m.hasMatch())
-            return QStringLiteral("a table line is \"table: INDEX NAME FILE\" (index 0 to 5)");
-        Def::Table table{m.captured(1).toInt(), m.captured(2), m.captured(3)};
-        for (const auto &other : def.tables)
-            if (other.index == table.index ||
-                other.name.compare(table.name, Qt::CaseInsensitive) == 0)
-                return QStringLiteral("table %1 (index %2) is listed twice")
-                    .arg(table.name)
-                    .arg(table.index);
-        def.tables.push_back(table);
-    } else if (key == QLatin1String("join")) {
-        const QStringList sides = value.split(QLatin1Char('='));
-        const auto left = sides.size() == 2 ? oneField(sides[0]) : std::nullopt;
-        const auto right = sides.size() == 2 ? oneField(sides[1]) : std::nullopt;
-        if (!left || !right)
-            return QStringLiteral("a join is \"join: {table.field} = {table.field}\"");
-        def.joins.push_back({*left, *right});
-    } else if (key == QLatin1String("filter")) {
-        def.filter = value;
-    } else if (key == QLatin1String("order")) {
-        def.order << value;
-    } else if (key == QLatin1String("group")) {
-        const int bar = int(value.indexOf(QLatin1Char('|')));
-        const auto field = oneField(bar < 0 ? value : value.left(bar));
-        if (!field)
-            return QStringLiteral("a group is \"group: {table.field} | heading\"");
-        def.group = *field;
-        if (bar >= 0) {
-            QString error;
-            const auto heading = templateOf(value.mid(bar + 1).trimmed(), error);
-            if (!heading)
-                return error;
-            def.groupHeader = *heading;
-        }
-    } else if (key == QLatin1String("detail")) {
-        if (value != QLatin1String("yes") && value != QLatin1String("no"))
-            return QStringLiteral("detail is yes or no");
-        def.detail = value == QLatin1String("yes");
-    } else if (key == QLatin1String("column")) {
-        const QStringList parts = value.split(QLatin1Char('|'));
-        if (parts.size() < 4 || parts.size() > 5)
-            return QStringLiteral("a column is \"column: {table.field} | caption | width | "
-                                  "format\" with \"| total\" at the end for a total");
-        Def::Column column;
-        const QString source = parts[0].trimmed();
-        if (source == QLatin1String("@reportable")) {
-            column.reportable = true;
-        } else {
-            const auto field = oneField(source);
-            if (!field)
-                return QStringLiteral("\"%1\" is not a {table.field} reference").arg(source);
-            column.field = *field;
-        }
-        column.caption = parts[1].trimmed();
-        if (!readInches(parts[2], column.width) || column.width <= 0)
-            return QStringLiteral("the width \"%1\" is not a number of inches")
-                .arg(parts[2].trimmed());
-        const auto format = formatNamed(parts[3].trimmed());
-        if (!format)
-            return QStringLiteral("unknown format \"%1\"").arg(parts[3].trimmed());
-        column.format = *format;
-        if (parts.size() == 5) {
-            if (parts[4].trimmed() != QLatin1String("total"))
-                return QStringLiteral("the fifth part of a column can only be \"total\"");
-            if (column.format != Def::Format::Money && column.format != Def::Format::Number)
-                return QStringLiteral("only money and number columns have totals");
-            column.total = true;
-        }
-        def.columns.push_back(column);
-    } else if (key == QLatin1String("line")) {
+    const auto m = tableLine.match(value);
+    if (!m.hasMatch())
+        return QStringLiteral("a table line is \"table: INDEX NAME FILE\" (index 0 to 5)");
+    Def::Table table{m.captured(1).toInt(), m.captured(2), m.captured(3)};
+    for (const auto &other : def.tables)
+        if (other.index == table.index || other.name.compare(table.name, Qt::CaseInsensitive) == 0)
+            return QStringLiteral("table %1 (index %2) is listed twice")
+                .arg(table.name)
+                .arg(table.index);
+    def.tables.push_back(table);
+    return {};
+}
+
+QString join(Def &def, const QString &value)
+{
+    const QStringList sides = value.split(QLatin1Char('='));
+    const auto left = sides.size() == 2 ? oneField(sides[0]) : std::nullopt;
+    const auto right = sides.size() == 2 ? oneField(sides[1]) : std::nullopt;
+    if (!left || !right)
+        return QStringLiteral("a join is \"join: {table.field} = {table.field}\"");
+    def.joins.push_back({*left, *right});
+    return {};
+}
+
+QString filter(Def &def, const QString &value)
+{
+    def.filter = value;
+    return {};
+}
+
+QString order(Def &def, const QString &value)
+{
+    def.order << value;
+    return {};
+}
+
+QString group(Def &def, const QString &value)
+{
+    const int bar = int(value.indexOf(QLatin1Char('|')));
+    const auto field = oneField(bar < 0 ? value : value.left(bar));
+    if (!field)
+        return QStringLiteral("a group is \"group: {table.field} | heading\"");
+    def.group = *field;
+    if (bar >= 0) {
         QString error;
-        const auto line = templateOf(value, error);
-        if (!line)
+        const auto heading = templateOf(value.mid(bar + 1).trimmed(), error);
+        if (!heading)
             return error;
-        def.lines.push_back(*line);
-    } else if (key == QLatin1String("pairs")) {
-        const QStringList parts = value.split(QRegularExpression(QStringLiteral("\\s+")));
-        if (parts.size() != 4)
-            return QStringLiteral("pairs is \"pairs: {t.desc} {t.value} {t.count} MOST\"");
-        const auto d = oneField(parts[0]), v = oneField(parts[1]), c = oneField(parts[2]);
-        bool ok = false;
-        const int most = parts[3].toInt(&ok);
-        if (!d || !v || !c || !ok || most < 1 || most > 99)
-            return QStringLiteral("pairs is \"pairs: {t.desc} {t.value} {t.count} MOST\"");
-        def.pairs = Def::Pairs{*d, *v, *c, most};
-    } else if (key == QLatin1String("labels")) {
-        // across down width height left top pitchX pitchY
-        const QStringList parts = value.split(QRegularExpression(QStringLiteral("\\s+")));
-        Def::LabelSheet s;
-        bool ok = parts.size() == 8;
-        double n[8] = {};
-        for (int i = 0; ok && i < 8; ++i)
-            ok = readInches(parts[i], n[i]);
-        if (!ok || n[0] < 1 || n[1] < 1 || n[0] != int(n[0]) || n[1] != int(n[1]))
-            return QStringLiteral("labels is \"labels: ACROSS DOWN WIDTH HEIGHT LEFT TOP "
-                                  "PITCHX PITCHY\" (inches)");
-        s.across = int(n[0]);
-        s.down = int(n[1]);
-        s.width = n[2];
-        s.height = n[3];
-        s.left = n[4];
-        s.top = n[5];
-        s.pitchX = n[6];
-        s.pitchY = n[7];
-        def.sheet = s;
-    } else if (key == QLatin1String("threshold")) {
-        const QStringList parts = value.split(QRegularExpression(QStringLiteral("\\s+")));
-        const auto t = parts.size() == 2 ? oneField(parts[0]) : std::nullopt;
-        const auto a = parts.size() == 2 ? oneField(parts[1]) : std::nullopt;
-        if (!t || !a)
-            return QStringLiteral("threshold is \"threshold: {t.type} {t.amount}\"");
-        def.thresholdType = *t;
-        def.thresholdAmount = *a;
-    } else if (key == QLatin1String("count")) {
-        def.countNoun = value;
-    } else {
-        return QStringLiteral("unknown key \"%1\"").arg(key);
+        def.groupHeader = *heading;
     }
     return {};
+}
+
+QString detail(Def &def, const QString &value)
+{
+    if (value != QLatin1String("yes") && value != QLatin1String("no"))
+        return QStringLiteral("detail is yes or no");
+    def.detail = value == QLatin1String("yes");
+    return {};
+}
+
+QString column(Def &def, const QString &value)
+{
+    const QStringList parts = value.split(QLatin1Char('|'));
+    if (parts.size() < 4 || parts.size() > 5)
+        return QStringLiteral("a column is \"column: {table.field} | caption | width | "
+                              "format\" with \"| total\" at the end for a total");
+    Def::Column column;
+    const QString source = parts[0].trimmed();
+    if (source == QLatin1String("@reportable")) {
+        column.reportable = true;
+    } else {
+        const auto field = oneField(source);
+        if (!field)
+            return QStringLiteral("\"%1\" is not a {table.field} reference").arg(source);
+        column.field = *field;
+    }
+    column.caption = parts[1].trimmed();
+    if (!readInches(parts[2], column.width) || column.width <= 0)
+        return QStringLiteral("the width \"%1\" is not a number of inches").arg(parts[2].trimmed());
+    const auto format = formatNamed(parts[3].trimmed());
+    if (!format)
+        return QStringLiteral("unknown format \"%1\"").arg(parts[3].trimmed());
+    column.format = *format;
+    if (parts.size() == 5) {
+        if (parts[4].trimmed() != QLatin1String("total"))
+            return QStringLiteral("the fifth part of a column can only be \"total\"");
+        if (column.format != Def::Format::Money && column.format != Def::Format::Number)
+            return QStringLiteral("only money and number columns have totals");
+        column.total = true;
+    }
+    def.columns.push_back(column);
+    return {};
+}
+
+QString line(Def &def, const QString &value)
+{
+    QString error;
+    const auto line = templateOf(value, error);
+    if (!line)
+        return error;
+    def.lines.push_back(*line);
+    return {};
+}
+
+QStringList words(const QString &value)
+{
+    static const QRegularExpression spaces(QStringLiteral("\\s+"));
+    return value.split(spaces);
+}
+
+QString pairs(Def &def, const QString &value)
+{
+    const QStringList parts = words(value);
+    const QString form = QStringLiteral("pairs is \"pairs: {t.desc} {t.value} {t.count} MOST\"");
+    if (parts.size() != 4)
+        return form;
+    const auto d = oneField(parts[0]), v = oneField(parts[1]), c = oneField(parts[2]);
+    bool ok = false;
+    const int most = parts[3].toInt(&ok);
+    if (!d || !v || !c || !ok || most < 1 || most > 99)
+        return form;
+    def.pairs = Def::Pairs{*d, *v, *c, most};
+    return {};
+}
+
+QString labels(Def &def, const QString &value)
+{
+    // across down width height left top pitchX pitchY
+    const QStringList parts = words(value);
+    bool ok = parts.size() == 8;
+    double n[8] = {};
+    for (int i = 0; ok && i < 8; ++i)
+        ok = readInches(parts[i], n[i]);
+    if (!ok || n[0] < 1 || n[1] < 1 || n[0] != int(n[0]) || n[1] != int(n[1]))
+        return QStringLiteral("labels is \"labels: ACROSS DOWN WIDTH HEIGHT LEFT TOP "
+                              "PITCHX PITCHY\" (inches)");
+    def.sheet = Def::LabelSheet{int(n[0]), int(n[1]), n[2], n[3], n[4], n[5], n[6], n[7]};
+    return {};
+}
+
+QString threshold(Def &def, const QString &value)
+{
+    const QStringList parts = words(value);
+    const auto t = parts.size() == 2 ? oneField(parts[0]) : std::nullopt;
+    const auto a = parts.size() == 2 ? oneField(parts[1]) : std::nullopt;
+    if (!t || !a)
+        return QStringLiteral("threshold is \"threshold: {t.type} {t.amount}\"");
+    def.thresholdType = *t;
+    def.thresholdAmount = *a;
+    return {};
+}
+
+QString count(Def &def, const QString &value)
+{
+    def.countNoun = value;
+    return {};
+}
+
+const std::pair<const char *, KeyHandler> keyHandlers[] = {
+    {"title", title},   {"orientation", orientation}, {"layout", layout}, {"table", table},
+    {"join", join},     {"filter", filter},           {"order", order},   {"group", group},
+    {"detail", detail}, {"column", column},           {"line", line},     {"pairs", pairs},
+    {"labels", labels}, {"threshold", threshold},     {"count", count}};
+
+// Parses one "key: value" line into the definition; an error text on failure.
+QString apply(Def &def, const QString &key, const QString &value)
+{
+    for (const auto &[name, handler] : keyHandlers)
+        if (key == QLatin1String(name))
+            return handler(def, value);
+    return QStringLiteral("unknown key \"%1\"").arg(key);
 }
 
 QString checkWhole(const Def &def)
@@ -274,7 +342,7 @@ std::vector<Def::Field> Def::fields() const
     return all;
 }
 
-std::optional<Def> Def::parse(const QString &text, QString &error)
+Def Def::parse(const QString &text)
 {
     Def def;
     const QStringList lines = text.split(QLatin1Char('\n'));
@@ -283,47 +351,36 @@ std::optional<Def> Def::parse(const QString &text, QString &error)
         if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
             continue;
         const int colon = int(line.indexOf(QLatin1Char(':')));
-        if (colon <= 0) {
-            error = QStringLiteral("line %1: \"%2\" is not of the form key: value")
-                        .arg(i + 1)
-                        .arg(line.left(60));
-            return std::nullopt;
-        }
+        if (colon <= 0)
+            ReportFailure::raise(QStringLiteral("line %1: \"%2\" is not of the form key: value")
+                                     .arg(i + 1)
+                                     .arg(line.left(60)));
         const QString problem =
             apply(def, line.left(colon).trimmed().toLower(), line.mid(colon + 1).trimmed());
-        if (!problem.isEmpty()) {
-            error = QStringLiteral("line %1: %2").arg(i + 1).arg(problem);
-            return std::nullopt;
-        }
+        if (!problem.isEmpty())
+            ReportFailure::raise(QStringLiteral("line %1: %2").arg(i + 1).arg(problem));
     }
     const QString problem = checkWhole(def);
-    if (!problem.isEmpty()) {
-        error = problem;
-        return std::nullopt;
-    }
+    if (!problem.isEmpty())
+        ReportFailure::raise(problem);
     return def;
 }
 
-std::optional<Def> Def::load(const QString &path, QString &error)
+Def Def::load(const QString &path)
 {
     QFile file(path);
-    if (!file.exists()) {
-        error = QStringLiteral("The report file %1 cannot be found.").arg(path);
-        return std::nullopt;
+    if (!file.exists())
+        ReportFailure::raise(QStringLiteral("The report file %1 cannot be found.").arg(path));
+    if (!file.open(QIODevice::ReadOnly))
+        ReportFailure::raise(
+            QStringLiteral("The report file %1 cannot be read: %2").arg(path, file.errorString()));
+    if (file.size() > 1024 * 1024)
+        ReportFailure::raise(
+            QStringLiteral("The report file %1 is too large to be a report definition.").arg(path));
+    try {
+        return parse(QString::fromUtf8(file.readAll()));
+    } catch (const NumberedError &e) {
+        ReportFailure::raise(
+            QStringLiteral("The report file %1 has an error, %2.").arg(path, e.text()));
     }
-    if (!file.open(QIODevice::ReadOnly)) {
-        error =
-            QStringLiteral("The report file %1 cannot be read: %2").arg(path, file.errorString());
-        return std::nullopt;
-    }
-    if (file.size() > 1024 * 1024) {
-        error =
-            QStringLiteral("The report file %1 is too large to be a report definition.").arg(path);
-        return std::nullopt;
-    }
-    QString inner;
-    auto def = parse(QString::fromUtf8(file.readAll()), inner);
-    if (!def)
-        error = QStringLiteral("The report file %1 has an error, %2.").arg(path, inner);
-    return def;
 }

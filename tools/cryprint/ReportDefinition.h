@@ -72,7 +72,8 @@ struct ReportDefinition {
     // Every field the report shows, groups or totals (each once).
     std::vector<Field> fields() const;
 
-    static std::optional<ReportDefinition> parse(const QString &text, QString &error);
+    // A definition's text; a NumberedError (ReportFailure) names the line and what is wrong.
+    static ReportDefinition parse(const QString &text);
     // Reads and parses a file; errors name the file and the line.
-    static std::optional<ReportDefinition> load(const QString &path, QString &error);
+    static ReportDefinition load(const QString &path);
 };

@@ -69,6 +69,16 @@ public:
 
     void advance(double lines = 1) { m_y += lines * lineHeight; }
     double width() const { return m_size.width(); }
+    int page() const { return m_page; }
+    double y() const { return m_y; }
+    const QString &printed() const { return m_printed; }
+    // Goes on where an earlier layout stood, with its page open.
+    void resume(int page, double y, const QString &printed)
+    {
+        m_page = page;
+        m_y = y;
+        m_printed = printed;
+    }
 
     // A new sheet of labels: no title or page number.
     void newSheet()
@@ -158,6 +168,7 @@ private:
 struct ReportLayout::State {
     const Def &def;
     ReportQuery &rows;
+    const Positions at;
     Sheet sheet;
     long long count = 0;
     bool done = false;
@@ -167,13 +178,16 @@ struct ReportLayout::State {
     QString groupKey;
     QStringList last; // the group's last row, for a summary line
     int lastType = 0;
+    ReportLayout::Mark before; // as the step under way began
 
     State(const Def &d, const RunnerRequest &request, ReportQuery &r, PagePainter &pages) :
-        def(d), rows(r), sheet(d, request, pages, r.companyName()), grand(d.columns.size()),
-        group(d.columns.size())
+        def(d), rows(r), at(d, r), sheet(d, request, pages, r.companyName()),
+        grand(d.columns.size()), group(d.columns.size())
     {
     }
 
+    void markStepStart();
+    void resume(const ReportLayout::Mark &from);
     bool listStep();
     bool cardStep();
     bool labelStep();
@@ -183,6 +197,40 @@ struct ReportLayout::State {
     void totalLine(const Totals &t, const QString &lead);
     void countLine();
 };
+
+// Called at every row, so it only assigns: the totals' vectors keep their room, the texts are
+// shared.
+void ReportLayout::State::markStepStart()
+{
+    before.rowsRead = rows.rowsRead();
+    before.count = count;
+    before.grand.sums = grand.sums;
+    before.grand.threshold = grand.threshold;
+    before.grand.rows = grand.rows;
+    before.group.sums = group.sums;
+    before.group.threshold = group.threshold;
+    before.group.rows = group.rows;
+    before.inGroup = inGroup;
+    before.groupKey = groupKey;
+    before.last = last;
+    before.lastType = lastType;
+    before.page = sheet.page();
+    before.y = sheet.y();
+    before.printed = sheet.printed();
+}
+
+void ReportLayout::State::resume(const ReportLayout::Mark &from)
+{
+    count = from.count;
+    grand = from.grand;
+    group = from.group;
+    inGroup = from.inGroup;
+    groupKey = from.groupKey;
+    last = from.last;
+    lastType = from.lastType;
+    sheet.resume(from.page, from.y, from.printed);
+    before = from;
+}
 
 void ReportLayout::State::line(const QStringList &cells, bool bold, const QString &lead)
 {
@@ -222,7 +270,7 @@ void ReportLayout::State::countLine()
 bool ReportLayout::State::listStep()
 {
     const bool more = rows.next();
-    const QString key = more && def.group ? rows.value(*def.group).toString() : QString();
+    const QString key = more && def.group ? rows.value(at.group).toString() : QString();
     if (def.group && inGroup && (!more || key != groupKey)) {
         if (def.detail) {
             sheet.need(2);
@@ -248,7 +296,7 @@ bool ReportLayout::State::listStep()
         groupKey = key;
         inGroup = true;
         bool any = false;
-        const QString heading = filled(def.groupHeader, rows, any);
+        const QString heading = filled(def.groupHeader, at.groupHeader, rows, any);
         if (def.detail && !heading.isEmpty()) {
             sheet.need(3);
             sheet.text(edge, sheet.width() - 2 * edge, heading, false, true);
@@ -256,15 +304,15 @@ bool ReportLayout::State::listStep()
         }
     }
     ++count;
-    add(def, rows, group);
-    add(def, rows, grand);
+    add(def, at, rows, group);
+    add(def, at, rows, grand);
     if (def.detail) {
         sheet.need(1);
-        line(rowCells(def, rows, false), false);
+        line(rowCells(def, at, rows, false), false);
     } else {
-        last = rowCells(def, rows, false);
-        if (!def.thresholdType.table.isEmpty())
-            lastType = rows.value(def.thresholdType).toInt();
+        last = rowCells(def, at, rows, false);
+        if (at.thresholdType >= 0)
+            lastType = rows.value(at.thresholdType).toInt();
     }
     return true;
 }
@@ -276,8 +324,8 @@ bool ReportLayout::State::cardStep()
         countLine();
         return false;
     }
-    const QStringList lines = recordLines(def, rows);
-    const auto pairs = recordPairs(def, rows);
+    const QStringList lines = recordLines(def, at, rows);
+    const auto pairs = recordPairs(def, at, rows);
     sheet.need(int(lines.size() + pairs.size()) + 1);
     for (int i = 0; i < lines.size(); ++i) {
         sheet.text(edge, sheet.width() - 2 * edge, lines[i], false, i == 0);
@@ -304,7 +352,7 @@ bool ReportLayout::State::labelStep()
         sheet.newSheet();
     const double x = (s.left + (slot % s.across) * s.pitchX) * inch + 6;
     const double top = (s.top + (slot / s.across) * s.pitchY) * inch;
-    const QStringList lines = recordLines(def, rows);
+    const QStringList lines = recordLines(def, at, rows);
     const int fit = std::max(1, int((s.height * inch - 4) / 9.5));
     // The lines sit in the middle of the label's height.
     double y =
@@ -323,13 +371,26 @@ ReportLayout::ReportLayout(const ReportDefinition &def, const RunnerRequest &req
 {
 }
 
+ReportLayout::ReportLayout(const ReportDefinition &def, const RunnerRequest &request,
+                           ReportQuery &rows, PagePainter &pages, const Mark &from) :
+    ReportLayout(def, request, rows, pages)
+{
+    m_state->resume(from);
+}
+
 ReportLayout::~ReportLayout() = default;
+
+const ReportLayout::Mark &ReportLayout::stepStart() const
+{
+    return m_state->before;
+}
 
 bool ReportLayout::step()
 {
     State &s = *m_state;
     if (s.done)
         return false;
+    s.markStepStart();
     bool more = false;
     switch (s.def.layout) {
     case Def::Layout::List:

@@ -1,6 +1,7 @@
 #include "ReportQuery.h"
 
 #include "LocalTableCopy.h"
+#include "ReportFailure.h"
 #include "SelectionFormula.h"
 
 #include "common/DataFiles.h"
@@ -17,6 +18,7 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -41,16 +43,16 @@ ReportQuery::~ReportQuery()
     m_query.reset(); // before its connection goes
 }
 
-bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest &request,
-                               const EngineSettings &settings, QString &error)
+void ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest &request,
+                               const EngineSettings &settings)
 {
     const PostgresDialect dialect(settings);
     try {
         m_connection =
             std::make_unique<Connection>(Connection::serverReader(settings, def.tables[0].file));
     } catch (const DbError &e) {
-        error = QStringLiteral("The company's database cannot be opened: ") + e.text();
-        return false;
+        ReportFailure::raise(QStringLiteral("The company's database cannot be opened: ") +
+                             e.text());
     }
     QSqlDatabase db = m_connection->db();
     for (const auto &table : def.tables) {
@@ -58,23 +60,22 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
         QString schema;
         if (!given.isEmpty() && QFileInfo(given).isFile()) {
             // A file on this computer (the module's record for the user-defined fields).
-            if (!LocalTableCopy::copy(*m_connection, given, table.name, error))
-                return false;
+            LocalTableCopy::copy(*m_connection, given, table.name);
             schema = QStringLiteral("pg_temp");
         } else {
             // Each of the company's files is a schema of its database; a bare file name names
             // one, a path that leads nowhere is missing as on the files.
             const QString file = given.isEmpty() ? table.file : given;
             if (file.contains(QLatin1Char('/')) || !dialect.existsThrough(db, file)) {
-                error = given.isEmpty()
-                            ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
-                                  .arg(file, table.name, dialect.placeOf(file))
-                            : QStringLiteral("The data file %1 given as DataFiles(%2) for table "
-                                             "%3 cannot be found.")
-                                  .arg(given)
-                                  .arg(table.index)
-                                  .arg(table.name);
-                return false;
+                ReportFailure::raise(
+                    given.isEmpty()
+                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                              .arg(file, table.name, dialect.placeOf(file))
+                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table "
+                                         "%3 cannot be found.")
+                              .arg(given)
+                              .arg(table.index)
+                              .arg(table.name));
             }
             schema = PostgresDialect::schemaOf(file);
         }
@@ -83,17 +84,16 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
                                        "to_regclass(?) and attnum > 0 and not attisdropped"));
         columns.addBindValue(schema + QLatin1Char('.') + quoted(table.name.toLower()));
         if (!columns.exec()) {
-            error = QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(given.isEmpty() ? table.file : given, columns.lastError().text());
-            return false;
+            ReportFailure::raise(
+                QStringLiteral("The data file %1 cannot be read: %2")
+                    .arg(given.isEmpty() ? table.file : given, columns.lastError().text()));
         }
         QHash<QString, QString> names;
         while (columns.next())
             names.insert(columns.value(0).toString().toLower(), columns.value(0).toString());
         if (names.isEmpty()) {
-            error = QStringLiteral("The data file %1 has no table %2.")
-                        .arg(given.isEmpty() ? table.file : given, table.name);
-            return false;
+            ReportFailure::raise(QStringLiteral("The data file %1 has no table %2.")
+                                     .arg(given.isEmpty() ? table.file : given, table.name));
         }
         m_schemaOf.insert(table.name.toLower(), schema);
         m_names.insert(table.name.toLower(), names);
@@ -105,23 +105,22 @@ bool ReportQuery::attachServer(const ReportDefinition &def, const RunnerRequest 
     QSqlQuery begin(db);
     if (!begin.exec(
             QStringLiteral("begin transaction isolation level repeatable read read only"))) {
-        error =
-            QStringLiteral("The company's database cannot be read: ") + begin.lastError().text();
-        return false;
+        ReportFailure::raise(QStringLiteral("The company's database cannot be read: ") +
+                             begin.lastError().text());
     }
-    return true;
 }
 
-bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request, QString &error)
+void ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &request)
 {
     m_dialect = Dialect::forDataFolder();
-    if (const std::optional<EngineSettings> settings = EngineSettings::ofDataFolder())
-        return attachServer(def, request, *settings, error);
+    if (const std::optional<EngineSettings> settings = EngineSettings::ofDataFolder()) {
+        attachServer(def, request, *settings);
+        return;
+    }
     try {
         m_connection = std::make_unique<Connection>(Connection::scratch());
     } catch (const DbError &e) {
-        error = QStringLiteral("The database engine cannot start: ") + e.text();
-        return false;
+        ReportFailure::raise(QStringLiteral("The database engine cannot start: ") + e.text());
     }
     QSqlDatabase db = m_connection->db();
     QHash<QString, QString> schemaOfPath;
@@ -130,15 +129,15 @@ bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
         const QString file = given.isEmpty() ? table.file : given;
         const QFileInfo info(file);
         if (!info.isFile()) {
-            error = given.isEmpty()
-                        ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
-                              .arg(file, table.name, QDir::currentPath())
-                        : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
-                                         "cannot be found.")
-                              .arg(file)
-                              .arg(table.index)
-                              .arg(table.name);
-            return false;
+            ReportFailure::raise(
+                given.isEmpty()
+                    ? QStringLiteral("The data file %1 for table %2 cannot be found in %3.")
+                          .arg(file, table.name, QDir::currentPath())
+                    : QStringLiteral("The data file %1 given as DataFiles(%2) for table %3 "
+                                     "cannot be found.")
+                          .arg(file)
+                          .arg(table.index)
+                          .arg(table.name));
         }
         const QString path = info.absoluteFilePath();
         QString schema = schemaOfPath.value(path);
@@ -151,25 +150,23 @@ bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
             attach.prepare(QStringLiteral("ATTACH DATABASE ? AS ") + schema);
             attach.addBindValue(uri);
             if (!attach.exec()) {
-                error = QStringLiteral("The data file %1 cannot be opened: %2")
-                            .arg(file, attach.lastError().text());
-                return false;
+                ReportFailure::raise(QStringLiteral("The data file %1 cannot be opened: %2")
+                                         .arg(file, attach.lastError().text()));
             }
             schemaOfPath.insert(path, schema);
         }
         QSqlQuery columns(db);
         if (!columns.exec(
                 QStringLiteral("PRAGMA %1.table_info(%2)").arg(schema, quoted(table.name)))) {
-            error = QStringLiteral("The data file %1 cannot be read: %2")
-                        .arg(file, columns.lastError().text());
-            return false;
+            ReportFailure::raise(QStringLiteral("The data file %1 cannot be read: %2")
+                                     .arg(file, columns.lastError().text()));
         }
         QHash<QString, QString> names;
         while (columns.next())
             names.insert(columns.value(1).toString().toLower(), columns.value(1).toString());
         if (names.isEmpty()) {
-            error = QStringLiteral("The data file %1 has no table %2.").arg(file, table.name);
-            return false;
+            ReportFailure::raise(
+                QStringLiteral("The data file %1 has no table %2.").arg(file, table.name));
         }
         m_schemaOf.insert(table.name.toLower(), schema);
         m_names.insert(table.name.toLower(), names);
@@ -184,7 +181,14 @@ bool ReportQuery::attach(const ReportDefinition &def, const RunnerRequest &reque
         if (attach.exec())
             readCompany(db, QStringLiteral("settings.company"));
     }
-    return true;
+    // Rows read twice (counted, then printed) come from one snapshot of the files, as on a
+    // server.
+    if (m_stableOrder) {
+        QSqlQuery begin(db);
+        if (!begin.exec(QStringLiteral("BEGIN")))
+            ReportFailure::raise(QStringLiteral("The company's files cannot be read: ") +
+                                 begin.lastError().text());
+    }
 }
 
 void ReportQuery::readCompany(QSqlDatabase &db, const QString &table)
@@ -196,11 +200,9 @@ void ReportQuery::readCompany(QSqlDatabase &db, const QString &table)
         m_company = company.value(0).toString().trimmed();
 }
 
-bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request, QString &error)
+FieldResolver ReportQuery::resolver() const
 {
-    if (!attach(def, request, error))
-        return false;
-    const FieldResolver resolve = [this](const QString &table, const QString &field) {
+    return [this](const QString &table, const QString &field) {
         const auto t = m_names.constFind(table.toLower());
         if (t == m_names.constEnd())
             return FieldAnswer{{},
@@ -210,19 +212,24 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
             return FieldAnswer{{}, QStringLiteral("table %1 has no field %2").arg(table, field)};
         return FieldAnswer{quoted(table.toLower()) + QLatin1Char('.') + quoted(*f), {}};
     };
+}
 
+QStringList ReportQuery::selectList(const ReportDefinition &def, const FieldResolver &resolve)
+{
     QStringList select;
-    const auto fields = def.fields();
-    for (const auto &field : fields) {
+    for (const auto &field : def.fields()) {
         const FieldAnswer answer = resolve(field.table, field.column);
-        if (!answer.error.isEmpty()) {
-            error = QStringLiteral("The report definition names {%1.%2}: %3.")
-                        .arg(field.table, field.column, answer.error);
-            return false;
-        }
+        if (!answer.error.isEmpty())
+            ReportFailure::raise(QStringLiteral("The report definition names {%1.%2}: %3.")
+                                     .arg(field.table, field.column, answer.error));
         m_columns.insert(key(field.table, field.column), int(select.size()));
         select << answer.sql;
     }
+    return select;
+}
+
+QString ReportQuery::fromClause(const ReportDefinition &def, const FieldResolver &resolve) const
+{
     // The server's tables are named in lower case.
     const auto tableName = [this](const QString &name) {
         return quoted(onServer() ? name.toLower() : name);
@@ -234,33 +241,42 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
         const auto &join = def.joins[i - 1];
         const FieldAnswer left = resolve(join.left.table, join.left.column);
         const FieldAnswer right = resolve(join.right.table, join.right.column);
-        if (!left.error.isEmpty() || !right.error.isEmpty()) {
-            error = QStringLiteral("The report definition's join %1: %2.")
-                        .arg(i)
-                        .arg(left.error.isEmpty() ? right.error : left.error);
-            return false;
-        }
+        if (!left.error.isEmpty() || !right.error.isEmpty())
+            ReportFailure::raise(QStringLiteral("The report definition's join %1: %2.")
+                                     .arg(i)
+                                     .arg(left.error.isEmpty() ? right.error : left.error));
         const auto &table = def.tables[i];
         from += QStringLiteral(" LEFT JOIN %1.%2 AS %3 ON %4 = %5")
                     .arg(m_schemaOf.value(table.name.toLower()), tableName(table.name),
                          quoted(table.name.toLower()), left.sql, right.sql);
     }
+    return from;
+}
+
+QStringList ReportQuery::conditions(const ReportDefinition &def, const RunnerRequest &request,
+                                    const FieldResolver &resolve)
+{
     QStringList where;
-    QVariantList values;
     for (const bool fromDefinition : {true, false}) {
         const QString &formula = fromDefinition ? def.filter : request.selectionFormula;
         if (formula.trimmed().isEmpty())
             continue;
-        QString problem;
-        const auto condition = SelectionFormula::parse(formula, resolve, problem);
-        if (!condition) {
-            error = fromDefinition ? QStringLiteral("The report definition's filter: ") + problem
-                                   : problem;
-            return false;
+        try {
+            const SqlCondition condition = SelectionFormula::parse(formula, resolve);
+            where << condition.sql;
+            m_values << condition.values;
+        } catch (const NumberedError &e) {
+            if (!fromDefinition)
+                throw;
+            ReportFailure::raise(QStringLiteral("The report definition's filter: ") + e.text());
         }
-        where << condition->sql;
-        values << condition->values;
     }
+    return where;
+}
+
+QStringList ReportQuery::orderTerms(const ReportDefinition &def, const RunnerRequest &request,
+                                    const FieldResolver &resolve) const
+{
     QStringList order;
     if (def.group)
         order << resolve(def.group->table, def.group->column).sql + QStringLiteral(" ASC");
@@ -270,34 +286,35 @@ bool ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request
             sorts << sort;
     if (sorts.isEmpty())
         sorts = def.order;
-    for (const QString &sort : sorts) {
-        QString problem;
-        const auto column = SelectionFormula::sortField(sort, resolve, problem);
-        if (!column) {
-            error = problem;
-            return false;
-        }
-        order << *column;
-    }
-    m_statement = QStringLiteral("SELECT ") + select.join(QStringLiteral(", ")) +
-                  QStringLiteral(" FROM ") + from;
-    if (!where.isEmpty())
-        m_statement += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
+    for (const QString &sort : sorts)
+        order << SelectionFormula::sortField(sort, resolve);
     // Nulls where the files put them, whatever the engine.
     for (QString &term : order)
         term = m_dialect->orderTerm(term);
-    if (m_quickRows > 0)
+    if (m_quickRows > 0 || m_stableOrder)
         order << quoted(def.tables[0].name.toLower()) + QLatin1Char('.') + m_dialect->rowIdColumn();
+    return order;
+}
+
+void ReportQuery::open(const ReportDefinition &def, const RunnerRequest &request)
+{
+    attach(def, request);
+    const FieldResolver resolve = resolver();
+    m_values.clear();
+    m_statement = QStringLiteral("SELECT ") + selectList(def, resolve).join(QStringLiteral(", ")) +
+                  QStringLiteral(" FROM ") + fromClause(def, resolve);
+    const QStringList where = conditions(def, request, resolve);
+    if (!where.isEmpty())
+        m_statement += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
+    const QStringList order = orderTerms(def, request, resolve);
     if (!order.isEmpty())
         m_statement += QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", "));
-    m_values = values;
     m_quick = m_quickRows > 0;
     if (!run(m_quick ? m_statement + QStringLiteral(" LIMIT %1").arg(m_quickRows) : m_statement)) {
-        error = m_error;
+        const QString error = m_error;
         m_error.clear();
-        return false;
+        ReportFailure::raise(error);
     }
-    return true;
 }
 
 bool ReportQuery::run(const QString &statement)
@@ -344,10 +361,34 @@ bool ReportQuery::next()
     return false;
 }
 
+int ReportQuery::positionOf(const ReportDefinition::Field &field) const
+{
+    return m_columns.value(key(field.table, field.column), -1);
+}
+
 QVariant ReportQuery::value(const ReportDefinition::Field &field) const
 {
-    const int at = m_columns.value(key(field.table, field.column), -1);
-    return at < 0 ? QVariant() : m_query->value(at);
+    return value(positionOf(field));
+}
+
+bool ReportQuery::restartAt(long long row)
+{
+    m_query.reset();
+    m_error.clear();
+    m_read = std::max(0LL, row);
+    m_quick = m_quickRows > m_read;
+    QString statement = m_statement;
+    if (m_quick)
+        statement += QStringLiteral(" LIMIT %1 OFFSET %2").arg(m_quickRows - m_read).arg(m_read);
+    else if (m_read > 0)
+        statement +=
+            (onServer() ? QStringLiteral(" OFFSET %1") : QStringLiteral(" LIMIT -1 OFFSET %1"))
+                .arg(m_read);
+    if (!run(statement)) {
+        m_query.reset();
+        return false;
+    }
+    return true;
 }
 
 bool ReportQuery::onServer() const

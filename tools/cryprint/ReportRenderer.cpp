@@ -1,7 +1,7 @@
 #include "ReportRenderer.h"
 
 #include "PdfPages.h"
-#include "RecordedPages.h"
+#include "ReportFailure.h"
 #include "ReportLayout.h"
 #include "ReportLines.h"
 #include "ReportQuery.h"
@@ -28,6 +28,45 @@ QString csvField(const QString &s)
            QLatin1Char('"');
 }
 
+// Counts the pages of a layout and draws nothing.
+class PageTally : public PagePainter {
+public:
+    int pages = 0;
+    void beginPage() override { ++pages; }
+    void endPage() override {}
+    void text(TextStyle, double, double, double, Qt::Alignment, const QString &) override {}
+    void line(QPointF, QPointF) override {}
+};
+
+// Pages drawn on another painter with the number of pages known beforehand.
+class CountedPages : public PagePainter {
+public:
+    CountedPages(PagePainter &onto, int pages) : m_onto(onto), m_count(QString::number(pages)) {}
+    void beginPage() override { m_onto.beginPage(); }
+    void endPage() override { m_onto.endPage(); }
+    void text(TextStyle style, double x, double baseline, double room, Qt::Alignment align,
+              const QString &s) override
+    {
+        m_onto.text(style, x, baseline, room, align, s);
+    }
+    void line(QPointF from, QPointF to) override { m_onto.line(from, to); }
+    void pageCount(double x, double baseline) override
+    {
+        m_onto.text(TextStyle::Body, x, baseline, 100, Qt::AlignLeft, m_count);
+    }
+
+private:
+    PagePainter &m_onto;
+    QString m_count;
+};
+
+// The rows ended because the engine failed.
+void failOnRowsError(const ReportQuery &rows)
+{
+    if (!rows.error().isEmpty())
+        ReportFailure::raise(rows.error());
+}
+
 void csvLine(QIODevice &out, const QStringList &fields)
 {
     QStringList quotedFields;
@@ -38,50 +77,44 @@ void csvLine(QIODevice &out, const QStringList &fields)
 
 } // namespace
 
-long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device, QString &error) const
+long long ReportRenderer::paint(ReportQuery &rows, QPagedPaintDevice &device) const
 {
+    // A sheet out of the printer cannot be printed again, and each says how many there are:
+    // the pages are counted first, then laid out again onto the printer, so that no more than
+    // a page is held at a time.
+    PageTally tally;
+    ReportLayout(m_def, m_request, rows, tally).run();
+    if (rows.error().isEmpty())
+        rows.restartAt(0);
+    failOnRowsError(rows);
     device.setPageLayout(QPageLayout(
         QPageSize(QPageSize::Letter),
         m_def.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     QPainter painter;
-    if (!painter.begin(&device)) {
-        error = QStringLiteral("The output cannot be started.");
-        return -1;
-    }
+    if (!painter.begin(&device))
+        ReportFailure::raise(QStringLiteral("The output cannot be started."));
     const double scale = device.logicalDpiX() / 72.0; // the layout works in points
     painter.scale(scale, scale);
-    // A sheet out of the printer cannot be printed again, and each says how many there are:
-    // the pages are laid out first, then printed.
-    RecordedPages recorded;
-    const long long count = ReportLayout(m_def, m_request, rows, recorded).run();
-    recorded.setAllLaidOut();
-    ScreenPages pages(painter, &device);
-    for (int page = 1; page <= recorded.complete(); ++page)
-        recorded.replay(page, pages);
+    ScreenPages sheets(painter, &device);
+    CountedPages pages(sheets, tally.pages);
+    const long long count = ReportLayout(m_def, m_request, rows, pages).run();
     painter.end();
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
+    failOnRowsError(rows);
     return count;
 }
 
-long long ReportRenderer::pdf(ReportQuery &rows, QIODevice &out, QString &error) const
+long long ReportRenderer::pdf(ReportQuery &rows, QIODevice &out) const
 {
     PdfPages pages(out, ReportLayout::pageSize(m_def), m_def.title);
     const long long count = ReportLayout(m_def, m_request, rows, pages).run();
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
-    if (!pages.finish()) {
-        error = QStringLiteral("The PDF file cannot be written: ") + out.errorString();
-        return -1;
-    }
+    failOnRowsError(rows);
+    if (!pages.finish())
+        ReportFailure::raise(QStringLiteral("The PDF file cannot be written: ") +
+                             out.errorString());
     return count;
 }
 
-long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error) const
+long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out) const
 {
     long long count = 0;
     if (m_def.layout == ReportDefinition::Layout::List) {
@@ -89,6 +122,7 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
         for (const auto &column : m_def.columns)
             captions << column.caption;
         csvLine(out, captions);
+        const Positions at(m_def, rows);
         Totals group(m_def.columns.size());
         QString key;
         bool inGroup = false;
@@ -96,7 +130,7 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
         int lastType = 0;
         while (true) {
             const bool more = rows.next();
-            const QString k = more && m_def.group ? rows.value(*m_def.group).toString() : QString();
+            const QString k = more && m_def.group ? rows.value(at.group).toString() : QString();
             if (!m_def.detail && inGroup && (!more || k != key)) {
                 csvLine(out, totalCells(m_def, last, lastType, group, true));
                 inGroup = false;
@@ -108,45 +142,44 @@ long long ReportRenderer::csv(ReportQuery &rows, QIODevice &out, QString &error)
                 key = k;
                 inGroup = true;
             }
-            add(m_def, rows, group);
+            add(m_def, at, rows, group);
             ++count;
-            last = rowCells(m_def, rows, true);
-            if (!m_def.thresholdType.table.isEmpty())
-                lastType = rows.value(m_def.thresholdType).toInt();
+            last = rowCells(m_def, at, rows, true);
+            if (at.thresholdType >= 0)
+                lastType = rows.value(at.thresholdType).toInt();
             if (m_def.detail)
                 csvLine(out, last);
         }
     } else {
+        const Positions at(m_def, rows);
         while (rows.next()) {
-            QStringList fields = recordLines(m_def, rows);
-            for (const auto &[description, value] : recordPairs(m_def, rows))
+            QStringList fields = recordLines(m_def, at, rows);
+            for (const auto &[description, value] : recordPairs(m_def, at, rows))
                 fields << description << value;
             csvLine(out, fields);
             ++count;
         }
     }
-    if (!rows.error().isEmpty()) {
-        error = rows.error();
-        return -1;
-    }
+    failOnRowsError(rows);
     return count;
 }
 
-bool writeReportFile(const ReportDefinition &def, const RunnerRequest &request, QString &error)
+void writeReportFile(const ReportDefinition &def, const RunnerRequest &request)
 {
     const bool csv = request.printFileType.compare(QLatin1String("CSV"), Qt::CaseInsensitive) == 0;
     // The file takes its name only when the whole report was written, and never the name of
     // anything but an earlier report of the same kind.
     OutputFile file(request.printFileName, csv ? OutputFile::Kind::Csv : OutputFile::Kind::Pdf);
+    QString error;
     if (!file.open(error))
-        return false;
+        ReportFailure::raise(error);
     ReportQuery rows;
-    if (!rows.open(def, request, error))
-        return false;
+    rows.open(def, request);
     const ReportRenderer renderer(def, request);
-    const long long count =
-        csv ? renderer.csv(rows, file.device(), error) : renderer.pdf(rows, file.device(), error);
-    if (count < 0)
-        return false;
-    return file.commit(error);
+    if (csv)
+        renderer.csv(rows, file.device());
+    else
+        renderer.pdf(rows, file.device());
+    if (!file.commit(error))
+        ReportFailure::raise(error);
 }

@@ -20,17 +20,18 @@ public:
     }
 
     // Sets the device's page (US letter, the definition's orientation, no margins of its own)
-    // and prints every row. Returns the number of rows printed, or -1 with error set.
-    long long paint(ReportQuery &rows, QPagedPaintDevice &device, QString &error) const;
+    // and prints every row. Each returns the number of rows printed; a NumberedError
+    // (ReportFailure) says what failed.
+    long long paint(ReportQuery &rows, QPagedPaintDevice &device) const;
     // A PDF file of US letter pages, each written to out as it is complete.
-    long long pdf(ReportQuery &rows, QIODevice &out, QString &error) const;
-    long long csv(ReportQuery &rows, QIODevice &out, QString &error) const;
+    long long pdf(ReportQuery &rows, QIODevice &out) const;
+    long long csv(ReportQuery &rows, QIODevice &out) const;
 
 private:
     const ReportDefinition &m_def;
     const RunnerRequest &m_request;
 };
 
-// Runs a request to a file (PDF or CSV): opens the rows and renders them. The message says
-// what went wrong.
-bool writeReportFile(const ReportDefinition &def, const RunnerRequest &request, QString &error);
+// Runs a request to a file (PDF or CSV): opens the rows and renders them. The NumberedError's
+// message says what went wrong.
+void writeReportFile(const ReportDefinition &def, const RunnerRequest &request);

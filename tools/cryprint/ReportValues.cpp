@@ -13,14 +13,27 @@ QString moneyText(long long tenThousandths, bool separators)
 {
     const bool negative = tenThousandths < 0;
     // Rounded to cents, half away from zero.
-    const unsigned long long cents =
+    unsigned long long cents =
         (static_cast<unsigned long long>(negative ? -tenThousandths : tenThousandths) + 50) / 100;
-    QString whole = QString::number(cents / 100);
-    if (separators)
-        for (int i = int(whole.size()) - 3; i > 0; i -= 3)
-            whole.insert(i, QLatin1Char(','));
-    return (negative && cents ? QStringLiteral("-") : QString()) + whole + QLatin1Char('.') +
-           QStringLiteral("%1").arg(cents % 100, 2, 10, QLatin1Char('0'));
+    // Written from the right into a buffer: no string is built a piece at a time.
+    char text[40];
+    char *at = text + sizeof text;
+    *--at = char('0' + cents % 10);
+    *--at = char('0' + cents / 10 % 10);
+    *--at = '.';
+    const bool any = cents != 0;
+    cents /= 100;
+    int digits = 0;
+    do {
+        if (separators && digits > 0 && digits % 3 == 0)
+            *--at = ',';
+        *--at = char('0' + cents % 10);
+        cents /= 10;
+        ++digits;
+    } while (cents != 0);
+    if (negative && any)
+        *--at = '-';
+    return QString::fromLatin1(at, text + sizeof text - at);
 }
 
 QString typeName(int type1099)
@@ -64,10 +77,13 @@ static QString dateText(const QVariant &value)
         return {};
     if (n < 10000101 || n > 99991231)
         return QString::number(n);
-    return QStringLiteral("%1/%2/%3")
-        .arg(n / 100 % 100, 2, 10, QLatin1Char('0'))
-        .arg(n % 100, 2, 10, QLatin1Char('0'))
-        .arg(n / 10000);
+    const auto month = int(n / 100 % 100), day = int(n % 100), year = int(n / 10000);
+    const char text[10] = {
+        char('0' + month / 10),  char('0' + month % 10),      '/',
+        char('0' + day / 10),    char('0' + day % 10),        '/',
+        char('0' + year / 1000), char('0' + year / 100 % 10), char('0' + year / 10 % 10),
+        char('0' + year % 10)};
+    return QString::fromLatin1(text, sizeof text);
 }
 
 static QString shownAs(const QVariant &value, ReportDefinition::Format format, bool csv)

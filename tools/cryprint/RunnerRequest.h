@@ -3,7 +3,6 @@
 #include <QString>
 
 #include <array>
-#include <optional>
 
 // A report request as the modules hand it over: the marker line "Crystal~", then one
 // "Key=value~" line per key, lines separated by single line feeds.
@@ -22,6 +21,12 @@ struct RunnerRequest {
     // "File" in any case: written without a window.
     bool toFile() const;
 
-    // Reads a request; on failure error says which line and why.
-    static std::optional<RunnerRequest> parse(const QString &text, QString &error);
+    // Reads a request; a NumberedError (ReportFailure) says which line and why.
+    static RunnerRequest parse(const QString &text);
+
+private:
+    // One "Key=value" line, its key not seen before.
+    void take(const QString &key, const QString &value, int lineNumber);
+    // The keys together: a report named, a destination and its file type that fit.
+    void checkWhole() const;
 };

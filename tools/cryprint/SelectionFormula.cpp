@@ -1,5 +1,7 @@
 #include "SelectionFormula.h"
 
+#include "ReportFailure.h"
+
 #include <QStringList>
 
 namespace {
@@ -329,31 +331,29 @@ private:
 
 } // namespace
 
-std::optional<SqlCondition> SelectionFormula::parse(const QString &formula,
-                                                    const FieldResolver &fields, QString &error)
+SqlCondition SelectionFormula::parse(const QString &formula, const FieldResolver &fields)
 {
     Parser parser(formula, fields);
-    return parser.run(error);
+    QString error;
+    auto condition = parser.run(error);
+    if (!condition)
+        ReportFailure::raise(error);
+    return *condition;
 }
 
-std::optional<QString> SelectionFormula::sortField(const QString &text, const FieldResolver &fields,
-                                                   QString &error)
+QString SelectionFormula::sortField(const QString &text, const FieldResolver &fields)
 {
     const QString trimmed = text.trimmed();
-    if (!trimmed.startsWith(QLatin1Char('+')) && !trimmed.startsWith(QLatin1Char('-'))) {
-        error = QStringLiteral("Sort field \"%1\" must start with + (ascending) or - "
-                               "(descending).")
-                    .arg(text);
-        return std::nullopt;
-    }
+    if (!trimmed.startsWith(QLatin1Char('+')) && !trimmed.startsWith(QLatin1Char('-')))
+        ReportFailure::raise(QStringLiteral("Sort field \"%1\" must start with + (ascending) "
+                                            "or - (descending).")
+                                 .arg(text));
     const QString rest = trimmed.mid(1);
     Parser parser(rest, fields);
     QString inner;
     auto column = parser.fieldOnly(inner);
-    if (!column) {
-        error = QStringLiteral("Sort field \"%1\": %2").arg(text, inner);
-        return std::nullopt;
-    }
+    if (!column)
+        ReportFailure::raise(QStringLiteral("Sort field \"%1\": %2").arg(text, inner));
     return *column + (trimmed.startsWith(QLatin1Char('-')) ? QStringLiteral(" DESC")
                                                            : QStringLiteral(" ASC"));
 }

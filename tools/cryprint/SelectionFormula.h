@@ -5,7 +5,6 @@
 #include <QVariantList>
 
 #include <functional>
-#include <optional>
 
 // A record selection formula ("{invoices.vendnumber} = 12 and {invoices.invstatus} >= 1")
 // turned into an SQL condition. Field references become column names checked against the
@@ -26,11 +25,10 @@ using FieldResolver = std::function<FieldAnswer(const QString &table, const QStr
 
 class SelectionFormula {
 public:
-    // Parses the whole formula. An error names its position (from 1) in the formula.
-    static std::optional<SqlCondition> parse(const QString &formula, const FieldResolver &fields,
-                                             QString &error);
+    // Parses the whole formula. A NumberedError (ReportFailure) names its position (from 1) in
+    // the formula.
+    static SqlCondition parse(const QString &formula, const FieldResolver &fields);
 
     // A sort field: "+" or "-" and one field reference. Gives "col ASC" / "col DESC".
-    static std::optional<QString> sortField(const QString &text, const FieldResolver &fields,
-                                            QString &error);
+    static QString sortField(const QString &text, const FieldResolver &fields);
 };

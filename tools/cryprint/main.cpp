@@ -4,6 +4,7 @@
 // without a window when the request says Destination=File.
 #include "PreviewWindow.h"
 #include "ReportDefinition.h"
+#include "ReportFailure.h"
 #include "ReportRenderer.h"
 #include "RunnerRequest.h"
 
@@ -15,6 +16,7 @@
 
 #include <cstdio>
 #include <malloc.h>
+#include <optional>
 
 namespace {
 
@@ -23,7 +25,18 @@ int failed(const QString &message, bool window)
     std::fprintf(stderr, "cryprint: %s\n", qPrintable(message));
     if (window)
         QMessageBox::critical(nullptr, QStringLiteral("Report"), message);
-    return 1;
+    return ReportFailure::exitCode;
+}
+
+// The request, or nothing with the reason in error (shown once there is a window to show it).
+std::optional<RunnerRequest> parsed(const QString &text, QString &error)
+{
+    try {
+        return RunnerRequest::parse(text);
+    } catch (const NumberedError &e) {
+        error = e.text();
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -57,8 +70,10 @@ int main(int argc, char *argv[])
         requestText = QString::fromUtf8(file.read(1024 * 1024));
     }
     // A request for a file needs no screen.
+    std::optional<RunnerRequest> request;
     QString parseError;
-    auto request = fromClipboard ? std::nullopt : RunnerRequest::parse(requestText, parseError);
+    if (!fromClipboard)
+        request = parsed(requestText, parseError);
     if (request && request->toFile() && qEnvironmentVariableIsEmpty("DISPLAY") &&
         qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
@@ -68,28 +83,29 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("cryprint"));
     if (fromClipboard) {
         requestText = QApplication::clipboard()->text();
-        request = RunnerRequest::parse(requestText, parseError);
+        request = parsed(requestText, parseError);
     }
     const bool window = !request || !request->toFile();
     const bool showErrors = window && fromClipboard;
     if (!request)
         return failed(parseError, showErrors);
-
-    QString error;
-    const auto def = ReportDefinition::load(request->reportFileName, error);
-    if (!def)
-        return failed(error, showErrors);
-    if (request->toFile()) {
-        if (!writeReportFile(*def, *request, error))
-            return failed(error, false);
-        return 0;
+    try {
+        const ReportDefinition def = ReportDefinition::load(request->reportFileName);
+        if (request->toFile()) {
+            writeReportFile(def, *request);
+            return 0;
+        }
+        PreviewWindow preview(def, *request);
+        preview.show();
+        // Started from a window that was on top: the preview comes in front of it with the
+        // keyboard.
+        preview.raise();
+        preview.activateWindow();
+        preview.raise();
+        preview.activateWindow();
+        return app.exec();
+    } catch (const NumberedError &e) {
+        // A report written to a file has no one to show a message to.
+        return failed(e.text(), showErrors);
     }
-    PreviewWindow preview(*def, *request);
-    preview.show();
-    // Started from a window that was on top: the preview comes in front of it with the keyboard.
-    preview.raise();
-    preview.activateWindow();
-    preview.raise();
-    preview.activateWindow();
-    return app.exec();
 }
