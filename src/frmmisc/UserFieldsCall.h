@@ -3,7 +3,7 @@
 #include <QString>
 
 // Which accounts' user-defined fields the window shows, read from the calling code the caller
-// leaves in the session's message text: three letters naming the kind of account, then the
+// opens the window with: three letters naming the kind of account, then the
 // account number ("VEN1042", "DOR1042", "ABC2207", "EDT~15").
 struct UserFieldsCall {
     enum class Kind { None = 0, Employee = 1, Member = 2, Vendor = 3 };

@@ -274,9 +274,9 @@ void UserFieldsWindow::guarded(const std::function<void()> &work)
     });
 }
 
-bool UserFieldsWindow::open()
+bool UserFieldsWindow::open(const QString &callingCode)
 {
-    m_call = UserFieldsCall::parse(m_s.session.messageText);
+    m_call = UserFieldsCall::parse(callingCode);
     setWindowTitle(QStringLiteral("User Defined Information - acct#: ") + m_call.accountText());
     // Above an always-on-top owner, as its message boxes are: the user is never left with a
     // window hidden behind the one that waits for it.

@@ -33,9 +33,8 @@ struct Session;
 // typed, both saved with a check that no other user changed them since they were read, and the
 // fields printed through the report runner.
 //
-// The caller leaves the calling code in the session's message text ("VEN1042"), makes the window
-// and calls open(). The window is a top-level window of its owner and deletes itself when it
-// closes; closed() tells the owner.
+// The caller makes the window and calls open() with the calling code ("VEN1042"). The window is a
+// top-level window of its owner and deletes itself when it closes; closed() tells the owner.
 class UserFieldsWindow : public QWidget {
     Q_OBJECT
 
@@ -75,7 +74,7 @@ public:
     // Reads the calling code, sets the caption and fills the window; shows it and returns true,
     // or, when the kind's database cannot hold user-defined fields, says so, closes and returns
     // false.
-    bool open();
+    bool open(const QString &callingCode);
 
     const Controls &controls() const { return m_c; }
     const UserFieldsCall &call() const { return m_call; }

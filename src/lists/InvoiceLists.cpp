@@ -6,6 +6,7 @@
 #include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
+#include "lists/CurrentVendor.h"
 #include "lists/EnterSwallower.h"
 #include "lists/ListColumns.h"
 #include "lists/ListQueries.h"
@@ -15,7 +16,6 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -33,11 +33,11 @@ const char *const allowDelete = "allowDelete";
 const char *const allowUpdate = "allowUpdate";
 } // namespace
 
-InvoiceLists::InvoiceLists(const ListWidgets &widgets, Sources sources, OpenInvoiceTotals &totals,
-                           Databases &dbs, const Clock &clock, Dialogs &dialogs,
-                           StatusLine &status) :
+InvoiceLists::InvoiceLists(const ListWidgets &widgets, const CurrentVendor &vendor, Sources sources,
+                           OpenInvoiceTotals &totals, Databases &dbs, const Clock &clock,
+                           Dialogs &dialogs, StatusLine &status) :
     m_w(widgets),
-    m_sources(sources), m_totals(totals), m_dialogs(dialogs), m_status(status),
+    m_current(vendor), m_sources(sources), m_totals(totals), m_dialogs(dialogs), m_status(status),
     m_cursor(std::make_unique<RecordSource>(dbs, QStringLiteral("listcursor")))
 {
     auto today = [&clock] { return clock.today(); };
@@ -100,7 +100,7 @@ void InvoiceLists::load(Kind kind)
                           : kind == Paid ? m_w.cmdpaid
                                          : m_w.cmdchecks;
     button->setEnabled(false);
-    if (Numbers::leading(m_w.vendorNumber->text()) >= 1) {
+    if (m_current.isSet()) {
         try {
             list(kind);
         } catch (const DbError &error) {
@@ -123,7 +123,7 @@ void InvoiceLists::list(Kind kind)
     m_w.frasplit->hide();
     m_w.cmdsplit->setText(QStringLiteral("Show Split Detail"));
 
-    m_vendor = Numbers::leadingWhole(m_w.vendorNumber->text());
+    m_vendor = m_current.number();
     m_kind = kind;
     if (kind == Unpaid)
         m_totals.compute();
@@ -180,7 +180,7 @@ void InvoiceLists::refreshChecksIfShown()
 
 QString InvoiceLists::vendorAsWritten() const
 {
-    return Numbers::plain(Numbers::leading(m_w.vendorNumber->text()));
+    return Numbers::plain(m_current.value());
 }
 
 void InvoiceLists::resortInvoices(int column)

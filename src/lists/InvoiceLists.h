@@ -9,6 +9,7 @@
 #include <span>
 
 class Clock;
+class CurrentVendor;
 class Databases;
 class Dialogs;
 class OpenInvoiceTotals;
@@ -35,8 +36,10 @@ public:
         RecordSource &checks;   // datachecks, shown in grid2
     };
 
-    InvoiceLists(const ListWidgets &widgets, Sources sources, OpenInvoiceTotals &totals,
-                 Databases &dbs, const Clock &clock, Dialogs &dialogs, StatusLine &status);
+    // vendor: whose lists these are.
+    InvoiceLists(const ListWidgets &widgets, const CurrentVendor &vendor, Sources sources,
+                 OpenInvoiceTotals &totals, Databases &dbs, const Clock &clock, Dialogs &dialogs,
+                 StatusLine &status);
     ~InvoiceLists();
     InvoiceLists(const InvoiceLists &) = delete;
     InvoiceLists &operator=(const InvoiceLists &) = delete;
@@ -81,6 +84,7 @@ private:
     void fit(QTableView *grid, std::span<const ListColumn> columns) const;
 
     ListWidgets m_w;
+    const CurrentVendor &m_current;
     Sources m_sources;
     OpenInvoiceTotals &m_totals;
     Dialogs &m_dialogs;

@@ -1,7 +1,6 @@
 #pragma once
 
 class QLabel;
-class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
@@ -11,7 +10,6 @@ class QWidget;
 // The widgets under the vendor fields that the lists, the split panel and the notes work on.
 // The window owns them; each area is handed this.
 struct ListWidgets {
-    const QLineEdit *vendorNumber = nullptr; // the vendor-number field: whose lists these are
     QPushButton *cmdunpaid = nullptr;
     QPushButton *cmdpaid = nullptr;
     QPushButton *cmdchecks = nullptr;

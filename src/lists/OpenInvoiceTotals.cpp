@@ -1,19 +1,18 @@
 #include "lists/OpenInvoiceTotals.h"
 
 #include "common/Clock.h"
-#include "common/Numbers.h"
 #include "common/StatusLine.h"
 #include "data/Databases.h"
 #include "data/Money.h"
+#include "lists/CurrentVendor.h"
 
 #include <QCoreApplication>
-#include <QLineEdit>
 
 void OpenInvoiceTotals::compute()
 {
     const QString previous = m_status.text();
     m_status.show(QStringLiteral("Retrieving open invoices... one moment please..."));
-    const long long number = Numbers::leadingWhole(m_vendorNumber->text());
+    const long long number = m_vendor.number();
     if (number < 1)
         return;
     const QString vendor = QString::number(number);

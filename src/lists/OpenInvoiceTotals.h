@@ -1,22 +1,22 @@
 #pragma once
 
 class Clock;
+class CurrentVendor;
 class Databases;
-class QLineEdit;
 class StatusLine;
 
 // The vendor's open-invoice total and this year's invoiced total, kept for the display and the
 // save. They outlive one display on purpose: the display stamps the previous vendor's totals.
 class OpenInvoiceTotals {
 public:
-    OpenInvoiceTotals(const QLineEdit *vendorNumber, Databases &dbs, const Clock &clock,
+    OpenInvoiceTotals(const CurrentVendor &vendor, Databases &dbs, const Clock &clock,
                       StatusLine &status) :
-        m_vendorNumber(vendorNumber),
+        m_vendor(vendor),
         m_dbs(dbs), m_clock(clock), m_status(status)
     {
     }
 
-    // Computes both totals for the vendor number in the vendor-number field. A number below 1
+    // Computes both totals for the vendor on the screen. A number below 1
     // leaves the totals as they were (and the status line on its retrieving message).
     void compute();
 
@@ -24,7 +24,7 @@ public:
     double yearTotal() const { return m_yearTotal; }
 
 private:
-    const QLineEdit *m_vendorNumber;
+    const CurrentVendor &m_vendor;
     Databases &m_dbs;
     const Clock &m_clock;
     StatusLine &m_status;

@@ -4,13 +4,13 @@
 #include "common/Numbers.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
+#include "lists/CurrentVendor.h"
 #include "lists/InvoiceLists.h"
 #include "lists/ListFormats.h"
 #include "lists/ListQueries.h"
 #include "lists/RecordSourceModel.h"
 
 #include <QGroupBox>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSqlRecord>
@@ -19,7 +19,7 @@
 void SplitDetail::toggle()
 {
     m_w.cmdsplit->setEnabled(false);
-    if (Numbers::leading(m_w.vendorNumber->text()) >= 1) {
+    if (m_current.isSet()) {
         try {
             run();
         } catch (const DbError &error) {

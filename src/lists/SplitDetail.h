@@ -4,6 +4,7 @@
 
 #include <QString>
 
+class CurrentVendor;
 class Dialogs;
 class InvoiceLists;
 class QGroupBox;
@@ -23,10 +24,10 @@ public:
     };
 
     // accounts: the read-only snapshot of the chart of accounts (number and name).
-    SplitDetail(const ListWidgets &widgets, const Panel &panel, InvoiceLists &lists,
-                RecordSource &accounts, Dialogs &dialogs) :
+    SplitDetail(const ListWidgets &widgets, const CurrentVendor &vendor, const Panel &panel,
+                InvoiceLists &lists, RecordSource &accounts, Dialogs &dialogs) :
         m_w(widgets),
-        m_panel(panel), m_lists(lists), m_accounts(accounts), m_dialogs(dialogs)
+        m_current(vendor), m_panel(panel), m_lists(lists), m_accounts(accounts), m_dialogs(dialogs)
     {
     }
 
@@ -44,6 +45,7 @@ private:
     void showLine(const QSqlRecord &invoice, int line);
 
     ListWidgets m_w;
+    const CurrentVendor &m_current;
     Panel m_panel;
     InvoiceLists &m_lists;
     RecordSource &m_accounts;

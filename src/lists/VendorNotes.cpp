@@ -1,20 +1,21 @@
 #include "lists/VendorNotes.h"
 
 #include "common/Colours.h"
-#include "common/Numbers.h"
 #include "data/Databases.h"
+#include "lists/CurrentVendor.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSqlQuery>
 #include <QTableView>
 
-VendorNotes::VendorNotes(const ListWidgets &widgets, Databases &dbs, QObject *parent) :
-    QObject(parent), m_w(widgets), m_dbs(dbs)
+VendorNotes::VendorNotes(const ListWidgets &widgets, const CurrentVendor &vendor, Databases &dbs,
+                         QObject *parent) :
+    QObject(parent),
+    m_w(widgets), m_current(vendor), m_dbs(dbs)
 {
     m_w.notes->installEventFilter(this);
 }
@@ -39,9 +40,9 @@ private:
 void VendorNotes::show(bool editing)
 {
     const DisabledWhileRunning running(m_w.cmdnotes);
-    const long long number = Numbers::leadingWhole(m_w.vendorNumber->text());
-    if (number < 1)
+    if (!m_current.isSet())
         return;
+    const long long number = m_current.number();
     m_w.grid1->hide();
     m_w.grid2->hide();
     m_w.frasplit->hide();
@@ -92,6 +93,13 @@ void VendorNotes::forget()
     m_changed = false;
     m_recalledVendor = -1;
     m_recalled = QVariant();
+}
+
+void VendorNotes::reloadIfShown(bool editing)
+{
+    forget();
+    if (!m_w.notes->isHidden())
+        show(editing);
 }
 
 bool VendorNotes::eventFilter(QObject *watched, QEvent *event)

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QVariant>
 
+class CurrentVendor;
 class Databases;
 
 // The vendor's free-text note, shown in place of the lists. Saving it is part of the save, which
@@ -13,7 +14,9 @@ class VendorNotes : public QObject {
     Q_OBJECT
 
 public:
-    VendorNotes(const ListWidgets &widgets, Databases &dbs, QObject *parent = nullptr);
+    // vendor: whose note is shown.
+    VendorNotes(const ListWidgets &widgets, const CurrentVendor &vendor, Databases &dbs,
+                QObject *parent = nullptr);
 
     // The notes button. editing: the screen adds or modifies a vendor, so that an empty note
     // is ready to be typed.
@@ -31,12 +34,16 @@ public:
     QString text() const;
     // The screen lets go of the vendor: nothing shown, nothing changed.
     void forget();
+    // Another vendor is on the screen, or the same one read again: the box, when it is shown,
+    // shows the note as the database holds it now.
+    void reloadIfShown(bool editing);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     ListWidgets m_w;
+    const CurrentVendor &m_current;
     Databases &m_dbs;
     bool m_changed = false;
     long long m_recalledVendor = -1;

@@ -6,25 +6,23 @@
 #include "common/ProgramRunner.h"
 #include "common/Prompts.h"
 #include "common/Session.h"
+#include "lists/CurrentVendor.h"
 #include "reports/Form1099Run.h"
 #include "reports/FormPrinter.h"
 #include "reports/ReportRunner.h"
 
-#include <QLineEdit>
-
-ReportMenu::ReportMenu(Services services, const QLineEdit *vendorNumber,
+ReportMenu::ReportMenu(Services services, const CurrentVendor &vendor,
                        std::function<void()> notTopmost, PrinterFactory printers) :
     m_s(services),
-    m_vendorNumber(vendorNumber), m_margins(services.session.sysUser),
+    m_vendor(vendor), m_margins(services.session.sysUser),
     m_runner(std::make_unique<ReportRunner>(
         ReportRunner::Services{services.clipboard, services.processes, services.dialogs,
                                services.status},
         m_margins, std::move(notTopmost))),
-    m_forms(
-        std::make_unique<Form1099Run>(Form1099Run::Services{services.dialogs, services.databases,
-                                                            services.session, services.status,
-                                                            services.clock},
-                                      m_layout, m_kind, std::move(printers)))
+    m_forms(std::make_unique<Form1099Run>(
+        Form1099Run::Services{services.dialogs, services.databases, services.session,
+                              services.status, services.clock},
+        m_layout, m_kind, std::move(printers)))
 {
 }
 
@@ -109,7 +107,7 @@ void ReportMenu::toPay()
 
 long ReportMenu::vendorFor(const QString &title)
 {
-    const long number = static_cast<long>(Numbers::leadingWhole(m_vendorNumber->text()));
+    const long number = static_cast<long>(m_vendor.number());
     if (number > 0)
         return number;
     m_s.dialogs.message(QStringLiteral("You must recall a vendor account first."),
@@ -204,11 +202,10 @@ void ReportMenu::payments()
     if (m_oneVendorPayments) {
         m_oneVendorPayments = false;
         m_request.reportFileName = QStringLiteral("rap003a.rpt");
-        m_request.selectionFormula =
-            QStringLiteral("{invoices.vendnumber} = ") +
-            QString::number(Numbers::leadingWhole(m_vendorNumber->text())) +
-            QStringLiteral(" and {invoices.invdate} >= ") + from +
-            QStringLiteral(" and {invoices.invdate} <= ") + to;
+        m_request.selectionFormula = QStringLiteral("{invoices.vendnumber} = ") +
+                                     QString::number(m_vendor.number()) +
+                                     QStringLiteral(" and {invoices.invdate} >= ") + from +
+                                     QStringLiteral(" and {invoices.invdate} <= ") + to;
     } else {
         m_request.reportFileName = QStringLiteral("1099pv.rpt");
         m_request.selectionFormula = QStringLiteral("{invoices.invcheckdate} >= ") + from +

@@ -11,13 +11,13 @@
 
 class Clipboard;
 class Clock;
+class CurrentVendor;
 class Databases;
 class Dialogs;
 class Form1099Run;
 class FormPrinter;
 class Processes;
 class ProgramRunner;
-class QLineEdit;
 class ReportRunner;
 class StatusLine;
 struct Session;
@@ -39,9 +39,9 @@ public:
     };
     using PrinterFactory = std::function<std::unique_ptr<FormPrinter>(const QString &jobName)>;
 
-    // vendorNumber: the first vendor field, the vendor shown. notTopmost takes the main window out
-    // of the always-on-top state before the runner starts.
-    ReportMenu(Services services, const QLineEdit *vendorNumber, std::function<void()> notTopmost,
+    // vendor: the vendor on the screen, whose reports the vendor commands print. notTopmost takes
+    // the main window out of the always-on-top state before the runner starts.
+    ReportMenu(Services services, const CurrentVendor &vendor, std::function<void()> notTopmost,
                PrinterFactory printers);
     ~ReportMenu();
     ReportMenu(const ReportMenu &) = delete;
@@ -77,7 +77,7 @@ private:
     bool askDates(const QString *context);
 
     Services m_s;
-    const QLineEdit *m_vendorNumber;
+    const CurrentVendor &m_vendor;
     ReportRequest m_request;
     PrintMargins m_margins;
     std::unique_ptr<ReportRunner> m_runner;

@@ -10,6 +10,7 @@
 #include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
+#include "lists/CurrentVendor.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 
@@ -32,13 +33,14 @@ int functionKeyNumber(int key)
 
 } // namespace
 
-FieldEntry::FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors, ScreenState &state,
-                       Session &session, Dialogs &dialogs, AccountLookup &accounts,
-                       ProgramRunner &programs, StatusLine &status, KeySending sendKeys,
-                       QObject *parent) :
+FieldEntry::FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors,
+                       const CurrentVendor &current, ScreenState &state, Session &session,
+                       Dialogs &dialogs, AccountLookup &accounts, ProgramRunner &programs,
+                       StatusLine &status, KeySending sendKeys, QObject *parent) :
     QObject(parent),
-    m_fields(fields), m_vendors(vendors), m_state(state), m_session(session), m_dialogs(dialogs),
-    m_accounts(accounts), m_programs(programs), m_status(status), m_sendKeys(std::move(sendKeys))
+    m_fields(fields), m_vendors(vendors), m_current(current), m_state(state), m_session(session),
+    m_dialogs(dialogs), m_accounts(accounts), m_programs(programs), m_status(status),
+    m_sendKeys(std::move(sendKeys))
 {
     for (const VendorFieldInfo &info : VendorFields::all()) {
         QLineEdit *box = m_fields.box(info.field);
@@ -57,7 +59,7 @@ void FieldEntry::rebindToWholeFile()
         m_vendors.refresh();
         // In modify mode the save writes over the record the source stands on: keep it on the
         // vendor being edited rather than on the table's first vendor.
-        const QSqlRecord &recalled = m_state.recalled;
+        const QSqlRecord &recalled = m_current.row();
         if (m_state.modifyFlag == 1 && !recalled.isEmpty())
             m_vendors.findFirst(
                 QStringLiteral("vendnumber = ") +

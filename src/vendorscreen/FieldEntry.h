@@ -7,6 +7,7 @@
 #include <functional>
 
 class AccountLookup;
+class CurrentVendor;
 class Dialogs;
 class ProgramRunner;
 class QLineEdit;
@@ -25,10 +26,12 @@ class FieldEntry : public QObject {
 public:
     using KeySending = std::function<void(const QString &keys)>;
 
-    // accounts: the chart of accounts the G/L field is checked against.
-    FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors, ScreenState &state,
-               Session &session, Dialogs &dialogs, AccountLookup &accounts, ProgramRunner &programs,
-               StatusLine &status, KeySending sendKeys, QObject *parent = nullptr);
+    // accounts: the chart of accounts the G/L field is checked against; current: the vendor on
+    // the screen, whose row a modify finds again.
+    FieldEntry(const VendorFieldBoxes &fields, RecordSource &vendors, const CurrentVendor &current,
+               ScreenState &state, Session &session, Dialogs &dialogs, AccountLookup &accounts,
+               ProgramRunner &programs, StatusLine &status, KeySending sendKeys,
+               QObject *parent = nullptr);
 
     void focused(VendorField field);
     // Returns true when the key was used up.
@@ -47,6 +50,7 @@ private:
 
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
+    const CurrentVendor &m_current;
     ScreenState &m_state;
     Session &m_session;
     Dialogs &m_dialogs;

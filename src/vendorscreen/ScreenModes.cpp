@@ -8,8 +8,7 @@
 #include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
-#include "lists/InvoiceLists.h"
-#include "lists/VendorNotes.h"
+#include "lists/CurrentVendor.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFieldBoxes.h"
@@ -25,11 +24,11 @@
 #include <optional>
 
 ScreenModes::ScreenModes(const Widgets &widgets, const VendorFieldBoxes &fields, Sources sources,
-                         Areas areas, ScreenState &state, Session &session, Dialogs &dialogs,
-                         StatusLine &status, QObject *parent) :
+                         VendorDisplay &display, const CurrentVendor &current, ScreenState &state,
+                         Session &session, Dialogs &dialogs, StatusLine &status, QObject *parent) :
     QObject(parent),
-    m_w(widgets), m_fields(fields), m_sources(sources), m_areas(areas), m_state(state),
-    m_session(session), m_dialogs(dialogs), m_status(status)
+    m_w(widgets), m_fields(fields), m_sources(sources), m_display(display), m_current(current),
+    m_state(state), m_session(session), m_dialogs(dialogs), m_status(status)
 {
 }
 
@@ -166,7 +165,7 @@ void ScreenModes::cancel()
         m_fields.blank();
         m_state.addFlag = 0;
         m_state.modifyFlag = 0;
-        m_areas.notes.forget();
+        emit screenCleared();
     });
     emit lookupRequested();
 }
@@ -182,17 +181,10 @@ void ScreenModes::move(bool forward)
     } catch (const DbError &) {
         // Already past an end: the display below reports that there is no record.
     }
-    if (!m_areas.display.showCurrent())
-        return;
-    m_areas.lists.refreshOpenList();
-    vendorShown();
-}
-
-void ScreenModes::reloadNotesIfShown()
-{
-    m_areas.notes.forget();
-    if (!m_w.notes->isHidden())
-        m_areas.notes.show(m_state.editing());
+    // The vendor shown is browsed and its note follows it (the window wires both to the
+    // vendor on the screen); the open list follows the move.
+    if (m_display.showCurrent())
+        emit moved();
 }
 
 void ScreenModes::vendorShown()
@@ -205,27 +197,23 @@ void ScreenModes::vendorShown()
     }
     applyButtons(Mode::Browse);
     m_w.notes->setEnabled(false);
-    reloadNotesIfShown();
 }
 
 void ScreenModes::showAgain()
 {
-    if (m_state.addFlag == 1 || !m_sources.vendor.isBound() ||
-        m_fields.text(VendorField::Number).isEmpty())
+    if (m_state.addFlag == 1 || !m_sources.vendor.isBound() || m_current.numberText().isEmpty())
         return;
-    if (!m_areas.display.showAgain())
+    if (!m_display.showAgain())
         return;
-    m_areas.lists.refreshOpenList();
-    reloadNotesIfShown();
     if (m_state.modifyFlag == 1)
         m_state.fieldsAtEditStart = m_fields.texts();
 }
 
-bool ScreenModes::hasUnsavedEdit() const
+bool ScreenModes::hasUnsavedEdit(bool notesTyped) const
 {
     if (!m_state.editing())
         return false;
-    return m_areas.notes.changed() || m_fields.texts() != m_state.fieldsAtEditStart;
+    return notesTyped || m_fields.texts() != m_state.fieldsAtEditStart;
 }
 
 void ScreenModes::next()

@@ -4,8 +4,8 @@
 
 #include <functional>
 
+class CurrentVendor;
 class Dialogs;
-class InvoiceLists;
 class QPlainTextEdit;
 class QPushButton;
 class QTableView;
@@ -13,7 +13,6 @@ class QWidget;
 class RecordSource;
 class VendorDisplay;
 class VendorFieldBoxes;
-class VendorNotes;
 class StatusLine;
 struct ScreenState;
 struct Session;
@@ -41,16 +40,10 @@ public:
         RecordSource &invoices;
         RecordSource &checks;
     };
-    // The areas a mode change reaches.
-    struct Areas {
-        VendorDisplay &display;
-        InvoiceLists &lists;
-        VendorNotes &notes;
-    };
-
+    // display: shows the vendor a move reaches; current: the vendor on the screen.
     ScreenModes(const Widgets &widgets, const VendorFieldBoxes &fields, Sources sources,
-                Areas areas, ScreenState &state, Session &session, Dialogs &dialogs,
-                StatusLine &status, QObject *parent = nullptr);
+                VendorDisplay &display, const CurrentVendor &current, ScreenState &state,
+                Session &session, Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
 
     // The buttons' enabled state for a mode, all in one place; a button the mode leaves
     // "as before" keeps its state.
@@ -64,20 +57,25 @@ public:
     void remove();
 
     // Another vendor is on the screen (a move or a lookup hit): an edit of the vendor left ends
-    // there, and the notes box, when it is shown, shows the note of the vendor now shown.
+    // there, and the screen browses the vendor shown.
     void vendorShown();
     // A pass has rewritten the vendor file: the stored vendor on the screen is read and shown
-    // again, with its note when the notes box is shown. An edit in progress starts afresh.
+    // again (the lists and the note follow the vendor read again). An edit in progress starts
+    // afresh.
     void showAgain();
     // In Add or Modify mode, a field differs from what it held when the mode began, or a key
-    // was typed in the notes box.
-    bool hasUnsavedEdit() const;
+    // was typed in the notes box (notesTyped).
+    bool hasUnsavedEdit(bool notesTyped) const;
 
 signals:
     // Cancel has put the screen back in lookup mode: the lookup panel is to open.
     void lookupRequested();
     // The mode is about to change: the user-defined information window must close.
     void userFieldsClosing();
+    // Next or Previous has shown another vendor: the open list is listed again for it.
+    void moved();
+    // Cancel has let go of the vendor: nothing of its note is kept.
+    void screenCleared();
 
 private:
     // Runs a button's work with the button disabled, so that a second click meanwhile is
@@ -85,12 +83,12 @@ private:
     void whileDisabled(QPushButton *button, const std::function<void()> &work);
     bool mayEdit();
     void move(bool forward);
-    void reloadNotesIfShown();
 
     Widgets m_w;
     const VendorFieldBoxes &m_fields;
     Sources m_sources;
-    Areas m_areas;
+    VendorDisplay &m_display;
+    const CurrentVendor &m_current;
     ScreenState &m_state;
     Session &m_session;
     Dialogs &m_dialogs;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QSqlRecord>
 #include <QString>
 #include <QStringList>
 
@@ -20,9 +19,6 @@ struct ScreenState {
 
     // Errors met by saves since the window opened; never reset, so all saves share the budget.
     int saveRetryCount = 0;
-
-    // The vendor row as it was read when the vendor was shown, for the multi-user check.
-    QSqlRecord recalled;
 
     // The fields' texts when Add or Modify began: what differs is an edit not yet saved.
     QStringList fieldsAtEditStart;

@@ -1,11 +1,10 @@
 #include "vendorscreen/UnsavedEdit.h"
 
 #include "common/Dialogs.h"
-#include "vendorscreen/ScreenModes.h"
 
 UnsavedEdit::Outcome UnsavedEdit::ask()
 {
-    if (!m_modes.hasUnsavedEdit())
+    if (!m_unsaved())
         return Outcome::GoOn;
     // Enter saves: the answer that loses nothing.
     switch (m_dialogs.yesNoCancel(question(), title(), Dialogs::Yes)) {

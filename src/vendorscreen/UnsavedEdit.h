@@ -6,7 +6,6 @@
 #include <utility>
 
 class Dialogs;
-class ScreenModes;
 
 // Before the screen lets go of a vendor being added or modified (a move, Cancel, the lookup, a
 // menu entry that clears the screen, closing the window), a changed vendor is not dropped
@@ -19,9 +18,10 @@ public:
         Stay   // the user stays with the edit (Cancel, or a save that did not get through)
     };
 
-    // save: the Save button's work; true when the save went through.
-    UnsavedEdit(const ScreenModes &modes, Dialogs &dialogs, std::function<bool()> save) :
-        m_modes(modes), m_dialogs(dialogs), m_save(std::move(save))
+    // unsaved: whether the screen holds an edit not yet saved; save: the Save button's work,
+    // true when the save went through.
+    UnsavedEdit(std::function<bool()> unsaved, Dialogs &dialogs, std::function<bool()> save) :
+        m_unsaved(std::move(unsaved)), m_dialogs(dialogs), m_save(std::move(save))
     {
     }
 
@@ -31,7 +31,7 @@ public:
     Outcome ask();
 
 private:
-    const ScreenModes &m_modes;
+    std::function<bool()> m_unsaved;
     Dialogs &m_dialogs;
     std::function<bool()> m_save;
 };

@@ -6,9 +6,9 @@
 #include "data/DbError.h"
 #include "data/RecordEdit.h"
 #include "data/RecordSource.h"
+#include "lists/CurrentVendor.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "vendorscreen/Form1099Type.h"
-#include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QCoreApplication>
@@ -40,7 +40,6 @@ bool VendorDisplay::show(bool fresh)
 {
     try {
         fill(fresh);
-        return true;
     } catch (const DbError &error) {
         if (error.code() == DbError::NoCurrentRecord) {
             m_dialogs.message(QStringLiteral("No record to display"), Dialogs::Icon::Information);
@@ -50,6 +49,11 @@ bool VendorDisplay::show(bool fresh)
         }
         return false;
     }
+    if (fresh)
+        m_current.shownAgain();
+    else
+        m_current.shown();
+    return true;
 }
 
 // The totals computed for the vendor shown before are written into this one first; the stored
@@ -80,7 +84,7 @@ void VendorDisplay::fill(bool fresh)
     const QSqlRecord row = fresh ? m_vendors.reread() : m_vendors.current();
     if (row.isEmpty())
         throw DbError(DbError::NoCurrentRecord, QStringLiteral("No current record."));
-    m_state.recalled = row;
+    m_current.setRow(row);
     m_fields.setText(VendorField::Number, row.value(0).toString());
     m_totals.compute();
 

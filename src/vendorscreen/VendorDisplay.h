@@ -3,25 +3,28 @@
 #include <QObject>
 #include <QString>
 
+class CurrentVendor;
 class Dialogs;
 class OpenInvoiceTotals;
 class RecordSource;
 class VendorFieldBoxes;
-struct ScreenState;
 
-// Loads the vendor the record source `datavendor` stands on into the 24 fields.
+// Loads the vendor the record source `datavendor` stands on into the 24 fields, and makes it the
+// vendor the screen is on.
 class VendorDisplay : public QObject {
     Q_OBJECT
 
 public:
     VendorDisplay(const VendorFieldBoxes &fields, RecordSource &vendors, OpenInvoiceTotals &totals,
-                  ScreenState &state, Dialogs &dialogs, QObject *parent = nullptr) :
+                  CurrentVendor &current, Dialogs &dialogs, QObject *parent = nullptr) :
         QObject(parent),
-        m_fields(fields), m_vendors(vendors), m_totals(totals), m_state(state), m_dialogs(dialogs)
+        m_fields(fields), m_vendors(vendors), m_totals(totals), m_current(current),
+        m_dialogs(dialogs)
     {
     }
 
-    // Shows the current vendor. With no current record it says "No record to display" and
+    // Shows the current vendor; the vendor on the screen reports the change once it is shown.
+    // With no current record it says "No record to display" and
     // asks for the lookup again (noRecord); any other failure gets the shared error report.
     // Returns true when the vendor is on screen.
     bool showCurrent();
@@ -46,6 +49,6 @@ private:
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
     OpenInvoiceTotals &m_totals;
-    ScreenState &m_state;
+    CurrentVendor &m_current;
     Dialogs &m_dialogs;
 };

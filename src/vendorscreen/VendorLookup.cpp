@@ -7,8 +7,6 @@
 #include "common/StatusLine.h"
 #include "data/DbError.h"
 #include "data/RecordSource.h"
-#include "lists/InvoiceLists.h"
-#include "vendorscreen/ScreenModes.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFieldBoxes.h"
@@ -81,10 +79,11 @@ QString VendorLookup::safeStatement(int method, const QString &typed)
 }
 
 VendorLookup::VendorLookup(const Widgets &widgets, const VendorFieldBoxes &fields,
-                           RecordSource &vendors, Areas areas, ScreenState &state, Dialogs &dialogs,
-                           ProgramRunner &programs, StatusLine &status, QObject *parent) :
+                           RecordSource &vendors, VendorDisplay &display, ScreenState &state,
+                           Dialogs &dialogs, ProgramRunner &programs, StatusLine &status,
+                           QObject *parent) :
     QObject(parent),
-    m_w(widgets), m_fields(fields), m_vendors(vendors), m_areas(areas), m_state(state),
+    m_w(widgets), m_fields(fields), m_vendors(vendors), m_display(display), m_state(state),
     m_dialogs(dialogs), m_programs(programs), m_status(status)
 {
     m_w.lookupinput->installEventFilter(this);
@@ -104,7 +103,7 @@ void VendorLookup::open()
 {
     m_w.cmdlookup->setEnabled(false);
     m_fields.blank();
-    m_areas.lists.fitColumns();
+    emit opening();
     VendorLayout::placeLookup(m_w.fralookup, m_w.over);
     m_w.fralookup->show();
     m_w.fralookup->raise();
@@ -132,10 +131,11 @@ void VendorLookup::go()
         return;
     }
     m_w.fralookup->hide();
-    if (!m_areas.display.showCurrent())
+    // The vendor shown is browsed and its note follows it (the window wires both to the vendor
+    // on the screen).
+    if (!m_display.showCurrent())
         return;
-    m_areas.lists.refreshChecksIfShown();
-    m_areas.modes.vendorShown(); // the browse mode's buttons
+    emit found();
     m_status.show(QStringLiteral("Select an action button along the top of the screen."));
 }
 

@@ -6,7 +6,6 @@
 #include <array>
 
 class Dialogs;
-class InvoiceLists;
 class ProgramRunner;
 class QAction;
 class QWidget;
@@ -15,7 +14,6 @@ class QLineEdit;
 class QPushButton;
 class QRadioButton;
 class RecordSource;
-class ScreenModes;
 class StatusLine;
 class VendorDisplay;
 class VendorFieldBoxes;
@@ -35,16 +33,11 @@ public:
         QAction *byname = nullptr; // checked: the panel opens on "Vendor Name"
         QWidget *over = nullptr;   // where the panel opens: over the lists, not the fields
     };
-    // The areas a lookup reaches.
-    struct Areas {
-        VendorDisplay &display;
-        InvoiceLists &lists;
-        ScreenModes &modes;
-    };
 
+    // display: shows the vendor a lookup finds (the screen then browses it).
     VendorLookup(const Widgets &widgets, const VendorFieldBoxes &fields, RecordSource &vendors,
-                 Areas areas, ScreenState &state, Dialogs &dialogs, ProgramRunner &programs,
-                 StatusLine &status, QObject *parent = nullptr);
+                 VendorDisplay &display, ScreenState &state, Dialogs &dialogs,
+                 ProgramRunner &programs, StatusLine &status, QObject *parent = nullptr);
 
     // The statement a method builds; the value is the entry text after the apostrophe treatment.
     static QString statement(int method, const QString &value);
@@ -64,6 +57,12 @@ public:
     void entryLeft();
     void entryKey(int key);
 
+signals:
+    // The panel is about to open over the lists: their columns are fitted to the grids first.
+    void opening();
+    // A lookup has shown the vendor it found: the check list, when shown, is listed for it.
+    void found();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -75,7 +74,7 @@ private:
     Widgets m_w;
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
-    Areas m_areas;
+    VendorDisplay &m_display;
     ScreenState &m_state;
     Dialogs &m_dialogs;
     ProgramRunner &m_programs;

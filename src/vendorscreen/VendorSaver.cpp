@@ -10,6 +10,7 @@
 #include "data/Money.h"
 #include "data/RecordEdit.h"
 #include "data/RecordSource.h"
+#include "lists/CurrentVendor.h"
 #include "lists/OpenInvoiceTotals.h"
 #include "lists/VendorNotes.h"
 #include "vendorscreen/Form1099Type.h"
@@ -61,12 +62,12 @@ QString VendorSaver::pnetFrom(const QString &phone, const QString &setting)
 }
 
 VendorSaver::VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields,
-                         RecordSource &vendors, Areas areas, ScreenState &state,
-                         const Session &session, Databases &dbs, Dialogs &dialogs,
-                         StatusLine &status, QObject *parent) :
+                         RecordSource &vendors, const CurrentVendor &current, Areas areas,
+                         ScreenState &state, const Session &session, Databases &dbs,
+                         Dialogs &dialogs, StatusLine &status, QObject *parent) :
     QObject(parent),
-    m_cmdsave(cmdsave), m_fields(fields), m_vendors(vendors), m_areas(areas), m_state(state),
-    m_session(session), m_dbs(dbs), m_dialogs(dialogs), m_status(status)
+    m_cmdsave(cmdsave), m_fields(fields), m_vendors(vendors), m_current(current), m_areas(areas),
+    m_state(state), m_session(session), m_dbs(dbs), m_dialogs(dialogs), m_status(status)
 {
 }
 
@@ -144,7 +145,7 @@ VendorSaver::Outcome VendorSaver::writeVendor(bool withNotes, bool &notesKept)
                               adding ? RecordEdit::Start::AddNew : RecordEdit::Start::Edit);
             if (!adding) {
                 step = CheckOthers;
-                if (changedByAnother(m_state.recalled, m_vendors.reread()))
+                if (changedByAnother(m_current.row(), m_vendors.reread()))
                     throw DbError(DbError::RecordChanged,
                                   QStringLiteral("The record was changed by another user."));
             }
@@ -194,7 +195,7 @@ void VendorSaver::waitBeforeRetry()
 
 bool VendorSaver::writeNotes()
 {
-    const long long number = Numbers::leadingWhole(m_fields.text(VendorField::Number));
+    const long long number = m_current.number();
     RecordSource notes(m_dbs, QStringLiteral("vendnotes"));
     notes.setDatabaseName(QStringLiteral("ap.mdb"));
     notes.setRecordSource(QStringLiteral("select * from vendnotes where vendnumber = ") +

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 
+class CurrentVendor;
 class Databases;
 class Dialogs;
 class OpenInvoiceTotals;
@@ -41,9 +42,11 @@ public:
         VendorNotes &notes;
     };
 
+    // current: the vendor on the screen, whose row the multi-user check compares against.
     VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields, RecordSource &vendors,
-                Areas areas, ScreenState &state, const Session &session, Databases &dbs,
-                Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
+                const CurrentVendor &current, Areas areas, ScreenState &state,
+                const Session &session, Databases &dbs, Dialogs &dialogs, StatusLine &status,
+                QObject *parent = nullptr);
 
     // True when the save ended as Cancel ends (finished was emitted); false when it stopped
     // with the vendor still on the screen.
@@ -74,6 +77,7 @@ private:
     QPushButton *m_cmdsave;
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
+    const CurrentVendor &m_current;
     Areas m_areas;
     ScreenState &m_state;
     const Session &m_session;

@@ -11,6 +11,7 @@
 #include "data/RecordSource.h"
 #include "frmmisc/UserFieldsWindow.h"
 #include "keysend/KeySender.h"
+#include "lists/CurrentVendor.h"
 #include "lists/InvoiceLists.h"
 #include "lists/ListWidgets.h"
 #include "lists/OpenInvoiceTotals.h"
@@ -100,8 +101,13 @@ VendorWindow::VendorWindow(Session &session, Services &services, ProgramRunner &
 
 void VendorWindow::buildAreas(Session &session, Services &services)
 {
-    const ListWidgets listWidgets{.vendorNumber = m_fields->box(VendorField::Number),
-                                  .cmdunpaid = m_c.cmdunpaid,
+    // The vendor on the screen holds the number the vendor-number field shows, however it came
+    // there: shown, typed or blanked.
+    m_current = std::make_unique<CurrentVendor>();
+    connect(m_fields->box(VendorField::Number), &QLineEdit::textChanged, m_current.get(),
+            &CurrentVendor::setNumberText);
+    const CurrentVendor &current = *m_current;
+    const ListWidgets listWidgets{.cmdunpaid = m_c.cmdunpaid,
                                   .cmdpaid = m_c.cmdpaid,
                                   .cmdchecks = m_c.cmdchecks,
                                   .cmdnotes = m_c.cmdnotes,
@@ -113,33 +119,33 @@ void VendorWindow::buildAreas(Session &session, Services &services)
                                   .notes = m_c.notes,
                                   .frasplit = m_c.frasplit};
     Dialogs &dialogs = services.dialogs;
-    m_totals = std::make_unique<OpenInvoiceTotals>(m_fields->box(VendorField::Number),
-                                                   services.databases, services.clock, m_status);
+    m_totals =
+        std::make_unique<OpenInvoiceTotals>(current, services.databases, services.clock, m_status);
     m_lists = std::make_unique<InvoiceLists>(
-        listWidgets, InvoiceLists::Sources{*m_datainvoice, *m_datachecks}, *m_totals,
+        listWidgets, current, InvoiceLists::Sources{*m_datainvoice, *m_datachecks}, *m_totals,
         services.databases, services.clock, dialogs, m_status);
     m_split = std::make_unique<SplitDetail>(
-        listWidgets, SplitDetail::Panel{m_c.frasplit, m_c.List1, m_c.List3, m_c.List2}, *m_lists,
-        *m_glaccounts, dialogs);
-    m_notes = std::make_unique<VendorNotes>(listWidgets, services.databases);
+        listWidgets, current, SplitDetail::Panel{m_c.frasplit, m_c.List1, m_c.List3, m_c.List2},
+        *m_lists, *m_glaccounts, dialogs);
+    m_notes = std::make_unique<VendorNotes>(listWidgets, current, services.databases);
     m_display =
-        std::make_unique<VendorDisplay>(*m_fields, *m_datavendor, *m_totals, m_state, dialogs);
+        std::make_unique<VendorDisplay>(*m_fields, *m_datavendor, *m_totals, *m_current, dialogs);
     m_modes = std::make_unique<ScreenModes>(
         ScreenModes::Widgets{m_c.cmdadd, m_c.cmdmodify, m_c.cmdsave, m_c.cmddelete, m_c.cmdcancel,
                              m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext, m_c.fralookup,
                              m_c.frasplit, m_c.grid1, m_c.notes},
-        *m_fields, ScreenModes::Sources{*m_datavendor, *m_datainvoice, *m_datachecks},
-        ScreenModes::Areas{*m_display, *m_lists, *m_notes}, m_state, session, dialogs, m_status);
+        *m_fields, ScreenModes::Sources{*m_datavendor, *m_datainvoice, *m_datachecks}, *m_display,
+        current, m_state, session, dialogs, m_status);
     m_lookup = std::make_unique<VendorLookup>(
         VendorLookup::Widgets{m_c.cmdlookup, m_c.fralookup, m_c.Option1, m_c.lookupinput,
                               action(QStringLiteral("byname")), m_c.listpane},
-        *m_fields, *m_datavendor, VendorLookup::Areas{*m_display, *m_lists, *m_modes}, m_state,
-        dialogs, m_programs, m_status);
-    m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor,
+        *m_fields, *m_datavendor, *m_display, m_state, dialogs, m_programs, m_status);
+    m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor, current,
                                             VendorSaver::Areas{*m_totals, *m_notes}, m_state,
                                             session, services.databases, dialogs, m_status);
-    m_unsaved =
-        std::make_unique<UnsavedEdit>(*m_modes, dialogs, [this] { return m_saver->save(); });
+    m_unsaved = std::make_unique<UnsavedEdit>(
+        [this] { return m_modes->hasUnsavedEdit(m_notes->changed()); }, dialogs,
+        [this] { return m_saver->save(); });
     m_modes->applyButtons(ScreenModes::Mode::Lookup); // the designed state: nothing recalled
     m_keys = std::make_unique<KeySender>();
     m_accounts = std::make_unique<ChartOfAccounts>(services.databases);
@@ -157,11 +163,11 @@ void VendorWindow::buildAreas(Session &session, Services &services)
     m_reports = std::make_unique<ReportMenu>(
         ReportMenu::Services{dialogs, services.clock, services.clipboard, services.processes,
                              m_programs, services.databases, session, m_status},
-        m_fields->box(VendorField::Number), [this] { setTopmost(false); },
+        current, [this] { setTopmost(false); },
         [](const QString &job) { return std::make_unique<PrinterFormPrinter>(job); });
     m_fieldEntry = std::make_unique<FieldEntry>(
-        *m_fields, *m_datavendor, m_state, session, dialogs, *m_accounts, m_programs, m_status,
-        [this](const QString &keys) { m_keys->sendKeys(keys); });
+        *m_fields, *m_datavendor, current, m_state, session, dialogs, *m_accounts, m_programs,
+        m_status, [this](const QString &keys) { m_keys->sendKeys(keys); });
 }
 
 VendorWindow::~VendorWindow() = default;
@@ -474,6 +480,30 @@ void VendorWindow::wire()
     connect(m_modes.get(), &ScreenModes::userFieldsClosing, this, &VendorWindow::closeUserFields);
     connect(m_display.get(), &VendorDisplay::noRecord, m_modes.get(), &ScreenModes::cancel);
     connect(m_saver.get(), &VendorSaver::finished, m_modes.get(), &ScreenModes::cancel);
+    connect(m_modes.get(), &ScreenModes::screenCleared, m_notes.get(), &VendorNotes::forget);
+    connect(m_lookup.get(), &VendorLookup::opening, this, [this] { m_lists->fitColumns(); });
+
+    // The areas follow the vendor on the screen. Each runs behind the guard, as a handler
+    // does: nothing thrown goes back through the display that reported the vendor.
+    auto follow = [this](auto signal, std::function<void()> handler) {
+        connect(m_current.get(), signal, this,
+                [this, handler = std::move(handler)] { m_guard.run(handler); });
+    };
+    // Another vendor is shown: it is browsed, and its note follows when the box is shown.
+    follow(&CurrentVendor::changed, [this] {
+        m_modes->vendorShown();
+        m_notes->reloadIfShown(m_state.editing());
+    });
+    // The same vendor read again: the open list and the note show what the database holds.
+    follow(&CurrentVendor::reread, [this] {
+        m_lists->refreshOpenList();
+        m_notes->reloadIfShown(m_state.editing());
+    });
+    // A move lists the open list again for the vendor reached; a lookup hit, the check list.
+    connect(m_modes.get(), &ScreenModes::moved, this,
+            [this] { m_guard.run([this] { m_lists->refreshOpenList(); }); });
+    connect(m_lookup.get(), &VendorLookup::found, this,
+            [this] { m_guard.run([this] { m_lists->refreshChecksIfShown(); }); });
 
     QAction *bynumber = action(QStringLiteral("bynumber"));
     QAction *byname = action(QStringLiteral("byname"));
@@ -530,8 +560,7 @@ void VendorWindow::releaseRecordSources()
 void VendorWindow::openUserFields()
 {
     // Only a vendor number of 1 or more has user-defined fields.
-    const QString number = m_c.Text1[0]->text();
-    if (Numbers::leading(number) < 1)
+    if (!m_current->isSet())
         return;
     if (m_userFields) {
         m_userFields->raise();
@@ -540,8 +569,8 @@ void VendorWindow::openUserFields()
     }
     // A user at the editing level calls the window as "DOR", any other as "VEN".
     const bool editor = m_session.userLevel >= m_session.accessLevel[1];
-    m_session.messageText =
-        QLatin1String(editor ? "DOR" : "VEN") + QString::number(Numbers::leadingWhole(number));
+    const QString call =
+        QLatin1String(editor ? "DOR" : "VEN") + QString::number(m_current->number());
     m_c.cmdudf->setEnabled(false);
     auto *window = new UserFieldsWindow(
         UserFieldsWindow::Services{m_services.dialogs, m_services.databases, m_session,
@@ -554,7 +583,7 @@ void VendorWindow::openUserFields()
         m_userFields = nullptr; // deleted later; a closed window is not raised again
         m_c.cmdudf->setEnabled(true);
     });
-    window->open();
+    window->open(call);
 }
 
 UserFieldsWindow *VendorWindow::userFields() const
@@ -728,12 +757,13 @@ void VendorWindow::closeEvent(QCloseEvent *event)
 void VendorWindow::openYearEndCheck()
 {
     if (!m_yearEndCheck) {
-        m_yearEndCheck = new YearEndCheckWindow(
-            YearEndCheckWindow::Services{m_services.databases, m_services.dialogs,
-                                         m_services.clock},
-            this);
-        connect(m_yearEndCheck, &YearEndCheckWindow::vendorChosen, this,
-                [this](long long number) { m_guard.run([this, number] { showCheckedVendor(number); }); });
+        m_yearEndCheck = new YearEndCheckWindow(YearEndCheckWindow::Services{m_services.databases,
+                                                                             m_services.dialogs,
+                                                                             m_services.clock},
+                                                this);
+        connect(m_yearEndCheck, &YearEndCheckWindow::vendorChosen, this, [this](long long number) {
+            m_guard.run([this, number] { showCheckedVendor(number); });
+        });
         ScreenFit::keepOnScreen(m_yearEndCheck);
     }
     // Above the main window when that one stays on top, so that it is never hidden behind it.

@@ -28,6 +28,7 @@ class QRadioButton;
 class QTableView;
 
 class AccountLookup;
+class CurrentVendor;
 class FieldEntry;
 class InvoiceLists;
 class KeySender;
@@ -94,6 +95,7 @@ public:
 
     // The areas, for the program's assembly and for tests that drive one directly.
     ScreenState &state() { return m_state; }
+    CurrentVendor &current() { return *m_current; }
     InvoiceLists &lists() { return *m_lists; }
     SplitDetail &split() { return *m_split; }
     OpenInvoiceTotals &totals() { return *m_totals; }
@@ -182,6 +184,7 @@ private:
     ProgramRunner &m_programs;
     ScreenState m_state;
     std::unique_ptr<VendorFieldBoxes> m_fields;
+    std::unique_ptr<CurrentVendor> m_current;
     std::unique_ptr<RecordSource> m_datavendor, m_datainvoice, m_datachecks, m_glaccounts;
     std::unique_ptr<AccountLookup> m_accounts;
     std::unique_ptr<KeySender> m_keys;

@@ -273,4 +273,20 @@ TEST_F(ChanumProgram, TheUserNameIsReadFromTheDesktopClipboard)
     EXPECT_EQ(read("select count(*) from vendors where vendnumber = 950"), "1");
 }
 
+TEST_F(ChanumProgram, AnAnswersFileThatCannotBeReadIsNamedAndEndsTheProgramWithCodeOne)
+{
+    const QString missing = folder.file(QStringLiteral("no-such-answers.txt"));
+    QProcess process;
+    process.setWorkingDirectory(folder.path());
+    process.start(QStringLiteral(CHANUM_PROGRAM),
+                  {QStringLiteral("--answers"), missing, QStringLiteral("CVN99DEMO")});
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+    const QString errors = QString::fromUtf8(process.readAllStandardError());
+    EXPECT_TRUE(errors.contains("chanum: The answers file " + missing + " cannot be read: "))
+        << errors.toStdString();
+    EXPECT_TRUE(QString::fromUtf8(process.readAllStandardOutput()).isEmpty());
+}
+
 } // namespace

@@ -72,7 +72,6 @@ protected:
     // Opens the window directly with a calling code (members and employees).
     UserFieldsWindow *openWith(const QString &code)
     {
-        module.session.messageText = code;
         auto *window =
             new UserFieldsWindow(UserFieldsWindow::Services{
                                      module.services.dialogs, module.services.databases,
@@ -80,7 +79,7 @@ protected:
                                      module.services.processes, status, module.assembly.programs(),
                                      [this](const QString &keys) { keys_.sendKeys(keys); }, [] {}},
                                  module.window);
-        return window->open() ? window : nullptr;
+        return window->open(code) ? window : nullptr;
     }
 
     static QStringList labels(const UserFieldsWindow &w)

@@ -1,5 +1,7 @@
 #include "AnswerDialogs.h"
 
+#include "common/ProgramError.h"
+
 #include <QFile>
 #include <QMessageBox>
 
@@ -10,14 +12,12 @@ int NoByDefaultDialogs::askYesNo(const QString &text, const QString &title, int)
     return QtDialogs::askYesNo(text, title, No);
 }
 
-std::optional<AnswerDialogs> AnswerDialogs::fromFile(const QString &fileName, QString &error)
+AnswerDialogs AnswerDialogs::fromFile(const QString &fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        error = QStringLiteral("The answers file %1 cannot be read: %2")
-                    .arg(fileName, file.errorString());
-        return std::nullopt;
-    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw ProgramError(QStringLiteral("The answers file %1 cannot be read: %2")
+                               .arg(fileName, file.errorString()));
     AnswerDialogs dialogs;
     QStringList lines = QString::fromUtf8(file.read(64 * 1024)).split(QLatin1Char('\n'));
     const QString clip = QStringLiteral("clipboard");

@@ -25,8 +25,8 @@ protected:
 // (an input box: cancelled).
 class AnswerDialogs : public Dialogs {
 public:
-    // Nothing when the file cannot be read (why in `error`).
-    static std::optional<AnswerDialogs> fromFile(const QString &fileName, QString &error);
+    // Throws ProgramError when the file cannot be read.
+    static AnswerDialogs fromFile(const QString &fileName);
 
     // The clipboard's text the file stands in for, if it gives one.
     std::optional<QString> clipboard() const { return m_clipboard; }

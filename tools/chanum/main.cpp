@@ -7,6 +7,7 @@
 #include "common/Clipboard.h"
 #include "common/Clock.h"
 #include "common/Processes.h"
+#include "common/ProgramError.h"
 #include "common/ProgramRunner.h"
 #include "common/Session.h"
 #include "data/Databases.h"
@@ -62,13 +63,12 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("chanum"));
 
     std::optional<AnswerDialogs> answers;
-    if (!answersFile.isEmpty()) {
-        QString error;
-        answers = AnswerDialogs::fromFile(answersFile, error);
-        if (!answers) {
-            std::fprintf(stderr, "chanum: %s\n", qPrintable(error));
-            return 1;
-        }
+    try {
+        if (!answersFile.isEmpty())
+            answers = AnswerDialogs::fromFile(answersFile);
+    } catch (const ProgramError &error) {
+        std::fprintf(stderr, "chanum: %s\n", qPrintable(error.text()));
+        return error.exitCode();
     }
     NoByDefaultDialogs screenDialogs;
     Dialogs &dialogs = answers ? static_cast<Dialogs &>(*answers) : screenDialogs;

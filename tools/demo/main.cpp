@@ -3,6 +3,7 @@
 
 #include "CompanyCopy.h"
 #include "RunnerPlacement.h"
+#include "common/ProgramError.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -127,12 +128,10 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(placePrinterSetup(target, programs)), stdout);
         std::fputs(qPrintable(placeLayoutAdjuster(target, programs)), stdout);
         std::fputs(qPrintable(placeHelp(target, programs)), stdout);
-    } catch (const Demo::Error &error) {
+    } catch (const NumberedError &error) {
+        // The demo's and the copy's own reasons, and a failure of the data layer.
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
-        return 1;
-    } catch (const CompanyCopy::Error &error) {
-        std::fprintf(stderr, "apmaster-demo: %s\n", error.what());
-        return 1;
+        return ProgramError::exitCodeOf(error);
     }
     return 0;
 }

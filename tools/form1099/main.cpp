@@ -10,6 +10,7 @@
 
 #include "common/NumberedError.h"
 #include "common/OutputFile.h"
+#include "common/ProgramError.h"
 #include "data/Databases.h"
 #include "yearend/IrisExport.h"
 #include "yearend/PayerRecord.h"
@@ -47,25 +48,21 @@ int usage(const QCommandLineParser &parser, const QString &why)
 
 // Writes text to the file (whole or not at all) or, without a file, to standard output. A file
 // named on the command line never replaces a database of the company, a folder or a device.
-bool writeText(const QString &path, const QString &text)
+void writeText(const QString &path, const QString &text)
 {
     if (path.isEmpty()) {
         std::fputs(text.toUtf8().constData(), stdout);
-        return true;
+        return;
     }
     OutputFile file(path, OutputFile::Kind::Text);
     QString error;
-    if (!file.open(error) || file.device().write(text.toUtf8()) < 0 || !file.commit(error)) {
-        std::fprintf(stderr, "apmaster-1099: %s\n",
-                     qPrintable(error.isEmpty() ? path + QStringLiteral(" cannot be written.")
-                                                : error));
-        return false;
-    }
-    return true;
+    if (!file.open(error) || file.device().write(text.toUtf8()) < 0 || !file.commit(error))
+        throw ProgramError(error.isEmpty() ? path + QStringLiteral(" cannot be written.") : error,
+                           Failed);
 }
 
-// Whether every file may be written; the reasons on standard error when not.
-bool mayWriteAll(const QStringList &paths)
+// Stops with `stopped` when a file may not be written, after each reason on standard error.
+void mayWriteAll(const QStringList &paths, const QString &stopped)
 {
     bool may = true;
     for (const QString &path : paths)
@@ -73,7 +70,15 @@ bool mayWriteAll(const QStringList &paths)
             std::fprintf(stderr, "apmaster-1099: %s\n", qPrintable(why));
             may = false;
         }
-    return may;
+    if (!may)
+        throw ProgramError(stopped, Failed);
+}
+
+// Stops with `stopped` followed by the reasons, one a line, when there are any.
+void refuseFor(const QStringList &refusals, const QString &stopped)
+{
+    if (!refusals.isEmpty())
+        throw ProgramError(stopped + QLatin1Char('\n') + refusals.join(QLatin1Char('\n')), Failed);
 }
 
 int check(const Request &request, const YearEndSettings &settings, Databases &databases)
@@ -81,8 +86,7 @@ int check(const Request &request, const YearEndSettings &settings, Databases &da
     const YearEndCheck::Result result =
         YearEndCheck(databases).run(request.form, request.year, settings.indexed);
     const QString text = YearEndReport::text(result, PayerRecord::read(databases));
-    if (!writeText(request.out, text))
-        return Failed;
+    writeText(request.out, text);
     return result.problems.empty() ? Done : ProblemsFound;
 }
 
@@ -92,13 +96,8 @@ int iris(const Request &request, const YearEndSettings &settings, Databases &dat
     const YearEndCheck::Result result =
         YearEndCheck(databases).run(request.form, request.year, settings.indexed);
     const PayerRecord payer = PayerRecord::read(databases);
-    const QStringList refusals = IrisExport::refusals(result, payer);
-    if (!refusals.isEmpty()) {
-        std::fprintf(stderr, "apmaster-1099: no IRIS file was written.\n");
-        for (const QString &why : refusals)
-            std::fprintf(stderr, "%s\n", why.toUtf8().constData());
-        return Failed;
-    }
+    const QString notWritten = QStringLiteral("no IRIS file was written.");
+    refuseFor(IrisExport::refusals(result, payer), notWritten);
     const QStringList texts = IrisExport::files(result, payer);
     if (texts.isEmpty()) {
         std::printf("No vendor gets the %s for %d; no IRIS file was written.\n",
@@ -108,13 +107,9 @@ int iris(const Request &request, const YearEndSettings &settings, Databases &dat
     const QString path =
         request.out.isEmpty() ? IrisExport::defaultPath(request.form, request.year) : request.out;
     const QStringList names = IrisExport::fileNames(path, static_cast<int>(texts.size()));
-    if (!mayWriteAll(names)) {
-        std::fprintf(stderr, "apmaster-1099: no IRIS file was written.\n");
-        return Failed;
-    }
+    mayWriteAll(names, notWritten);
     for (int n = 0; n < texts.size(); ++n)
-        if (!writeText(names[n], texts[n]))
-            return Failed;
+        writeText(names[n], texts[n]);
     std::printf("%zu %s returns for %d written to %s.\n", result.recipients.size(),
                 qPrintable(TaxForms::title(request.form)), request.year,
                 qPrintable(names.join(QStringLiteral(", "))));
@@ -127,22 +122,14 @@ int copyB(const Request &request, const YearEndSettings &settings, Databases &da
     const YearEndCheck::Result result =
         YearEndCheck(databases).run(request.form, request.year, settings.indexed);
     const PayerRecord payer = PayerRecord::read(databases);
-    const QStringList refusals = IrisExport::taxIdRefusals(result, payer);
-    if (!refusals.isEmpty()) {
-        std::fprintf(stderr, "apmaster-1099: no Copy B was written.\n");
-        for (const QString &why : refusals)
-            std::fprintf(stderr, "%s\n", why.toUtf8().constData());
-        return Failed;
-    }
+    refuseFor(IrisExport::taxIdRefusals(result, payer), QStringLiteral("no Copy B was written."));
     const QString path = request.out.isEmpty() ? QStringLiteral("copyb-%1-%2.pdf")
                                                      .arg(TaxForms::title(request.form).toLower())
                                                      .arg(request.year)
                                                : request.out;
     QString why;
-    if (!RecipientCopies::write(result, payer, path, why)) {
-        std::fprintf(stderr, "apmaster-1099: %s\n", why.toUtf8().constData());
-        return Failed;
-    }
+    if (!RecipientCopies::write(result, payer, path, why))
+        throw ProgramError(why, Failed);
     std::printf("%zu %s Copy B pages for %d written to %s.\n", result.recipients.size(),
                 qPrintable(TaxForms::title(request.form)), request.year, qPrintable(path));
     return Done;
@@ -223,12 +210,10 @@ int main(int argc, char *argv[])
         return usage(parser, QStringLiteral("--year is a tax year such as 2026"));
     request.out = parser.value(outOption);
 
-    const YearEndSettings settings = YearEndSettings::ofDataFolder();
-    if (!settings.error.isEmpty()) {
-        std::fprintf(stderr, "apmaster-1099: %s\n", qPrintable(settings.error));
-        return Failed;
-    }
     try {
+        const YearEndSettings settings = YearEndSettings::ofDataFolder();
+        if (!settings.error.isEmpty())
+            throw ProgramError(settings.error, Failed);
         Databases databases;
         int code = Done;
         if (request.command == QLatin1String("iris"))
@@ -239,6 +224,10 @@ int main(int argc, char *argv[])
             code = check(request, settings, databases);
         databases.closeAll();
         return code;
+    } catch (const ProgramError &error) {
+        // Why nothing (more) was written, and the code that says so.
+        std::fprintf(stderr, "apmaster-1099: %s\n", error.text().toUtf8().constData());
+        return error.exitCode();
     } catch (const NumberedError &error) {
         std::fprintf(stderr, "apmaster-1099: the data cannot be read: %s\n",
                      qPrintable(error.text()));

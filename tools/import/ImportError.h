@@ -1,18 +1,10 @@
 #pragma once
 
-#include <QString>
-
-#include <stdexcept>
+#include "common/ProgramError.h"
 
 // A reason the import stopped, worded for the person who ran it.
-class ImportError : public std::runtime_error {
+class ImportError : public ProgramError {
 public:
-    explicit ImportError(const QString &message) :
-        std::runtime_error(message.toStdString()), m_message(message)
-    {
-    }
-    const QString &message() const { return m_message; }
-
-private:
-    QString m_message;
+    explicit ImportError(const QString &message) : ProgramError(message) {}
+    QString message() const { return text(); }
 };

@@ -6,6 +6,7 @@
 #include "CompanyImport.h"
 #include "ImportError.h"
 #include "RunnerPlacement.h"
+#include "common/ProgramError.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -117,10 +118,11 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "The summary was not added to the import log: %s\n",
                          summary.logProblem.toLocal8Bit().constData());
         return 0;
-    } catch (const ImportError &e) {
+    } catch (const NumberedError &e) {
+        // The import's own reasons, and a failure of the data layer: one line, then the code.
         if (terminal)
             std::fputs("\n", stderr);
-        std::fprintf(stderr, "%s\n", e.message().toLocal8Bit().constData());
-        return 1;
+        std::fprintf(stderr, "%s\n", e.text().toLocal8Bit().constData());
+        return ProgramError::exitCodeOf(e);
     }
 }

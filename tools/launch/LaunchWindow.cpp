@@ -2,6 +2,7 @@
 
 #include "SignIn.h"
 
+#include "common/ProgramError.h"
 #include "common/ScreenFit.h"
 
 #include <QDialogButtonBox>
@@ -81,22 +82,22 @@ void LaunchWindow::openFolder(const QString &folder)
         return;
     m_folder = path;
     m_folderEdit->setText(QDir::toNativeSeparators(path));
-    const StaffListing listing = StaffList::read(path);
-    showStaff(listing, path);
-    if (listing.error.isEmpty())
-        m_services.settings->setValue(folderKey(), path);
-}
-
-void LaunchWindow::showStaff(const StaffListing &listing, const QString &folder)
-{
-    m_staff = listing.members;
     m_staffList->clear();
     m_signIn->setEnabled(false);
-    if (!listing.error.isEmpty()) {
+    try {
+        m_staff = StaffList::read(path);
+    } catch (const ProgramError &error) {
+        // Why the list could not be read; the folder is not remembered.
         m_staff.clear();
-        tell(listing.error);
+        tell(error.text());
         return;
     }
+    showStaff(path);
+    m_services.settings->setValue(folderKey(), path);
+}
+
+void LaunchWindow::showStaff(const QString &folder)
+{
     const StaffMember *login = SignIn::forLogin(m_staff, m_services.loginName);
     const bool choosing = SignIn::choosingAllowed(folder);
     for (const StaffMember &member : m_staff) {

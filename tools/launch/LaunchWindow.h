@@ -41,7 +41,7 @@ signals:
 private:
     void browse();
     void openFolder(const QString &folder);
-    void showStaff(const StaffListing &listing, const QString &folder);
+    void showStaff(const QString &folder);
     void signIn();
     void moduleEnded(int exitCode, QProcess::ExitStatus status);
     void moduleFailed(QProcess::ProcessError error);

@@ -10,14 +10,9 @@ struct StaffMember {
     int level = 0;
 };
 
-// The staff list of a company, or why it could not be read.
-struct StaffListing {
-    std::vector<StaffMember> members; // by name
-    QString error;                    // empty when the list was read
-};
-
 namespace StaffList {
-// Reads the staff table of user.mdb in the data folder. The file is opened read-only, so the
-// launcher never changes a company's databases, whoever runs it.
-StaffListing read(const QString &dataFolder);
+// Reads the staff table of user.mdb in the data folder, by name. The file is opened read-only,
+// so the launcher never changes a company's databases, whoever runs it. Throws ProgramError,
+// worded for the user, when the list cannot be read.
+std::vector<StaffMember> read(const QString &dataFolder);
 } // namespace StaffList

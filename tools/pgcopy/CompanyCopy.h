@@ -1,9 +1,10 @@
 #pragma once
 
+#include "common/ProgramError.h"
+
 #include <QString>
 
 #include <functional>
-#include <stdexcept>
 #include <vector>
 
 // A one-way copy of a company from the SQLite files of one data folder into the PostgreSQL
@@ -27,9 +28,10 @@ struct TableResult {
     bool matches() const;
 };
 
-class Error : public std::runtime_error {
+// Why the copy stopped, worded for the person who ran it.
+class Error : public ProgramError {
 public:
-    explicit Error(const QString &text) : std::runtime_error(text.toStdString()) {}
+    explicit Error(const QString &text) : ProgramError(text) {}
 };
 
 // Copies every database file of the source folder. The target folder must name a PostgreSQL

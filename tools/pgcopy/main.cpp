@@ -1,4 +1,5 @@
 #include "CompanyCopy.h"
+#include "common/ProgramError.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -53,8 +54,9 @@ int main(int argc, char *argv[])
         }
         std::printf("Every table's rows and money totals match.\n");
         return 0;
-    } catch (const CompanyCopy::Error &error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+    } catch (const NumberedError &error) {
+        // The copy's own reasons, and a failure of the data layer.
+        std::fprintf(stderr, "%s\n", qPrintable(error.text()));
+        return ProgramError::exitCodeOf(error);
     }
 }

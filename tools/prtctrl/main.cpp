@@ -3,6 +3,8 @@
 // takes any other code as a premature end.
 #include "PrinterSetupWindow.h"
 
+#include "common/ProgramError.h"
+
 #include <QApplication>
 #include <QPrinterInfo>
 
@@ -22,7 +24,11 @@ const char *usage =
     "                 (for scripts and tests that start the program as the module does).\n"
     "Exit codes: 0 saved or cancelled; 2 the choice given with --set was refused.\n";
 
-int setFromWords(const QStringList &words)
+// The exit code when the choice given with --set was refused.
+constexpr int refused = 2;
+
+// Saves the choice the words give; throws ProgramError (refused) when it cannot be taken.
+void setFromWords(const QStringList &words)
 {
     PrinterChoice choice = PrinterChoice::load();
     QString why;
@@ -30,17 +36,14 @@ int setFromWords(const QStringList &words)
         why = choice.problem(QPrinterInfo::availablePrinterNames());
     if (why.isEmpty() && !choice.save())
         why = QStringLiteral("The printer set-up could not be saved.");
-    if (!why.isEmpty()) {
-        std::fprintf(stderr, "prtctrl: %s Nothing was changed.\n", qPrintable(why));
-        return 2;
-    }
+    if (!why.isEmpty())
+        throw ProgramError(why + QStringLiteral(" Nothing was changed."), refused);
     std::printf("prtctrl: saved %s, paper %s, source %s\n",
                 qPrintable(choice.pdfTarget.isEmpty()
                                ? (choice.printer.isEmpty() ? QStringLiteral("the default printer")
                                                            : choice.printer)
                                : QStringLiteral("PDF ") + choice.pdfTarget),
                 qPrintable(choice.paper), qPrintable(choice.source));
-    return 0;
 }
 
 } // namespace
@@ -76,7 +79,13 @@ int main(int argc, char *argv[])
             qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         QGuiApplication app(argc, argv);
-        return setFromWords(words);
+        try {
+            setFromWords(words);
+        } catch (const ProgramError &error) {
+            std::fprintf(stderr, "prtctrl: %s\n", qPrintable(error.text()));
+            return error.exitCode();
+        }
+        return 0;
     }
     if (!words.isEmpty()) {
         std::fputs(usage, stderr);

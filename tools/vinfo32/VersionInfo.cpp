@@ -1,5 +1,6 @@
 #include "VersionInfo.h"
 
+#include "common/ProgramError.h"
 #include "data/EngineSettings.h"
 
 #include <QClipboard>
@@ -38,18 +39,18 @@ QString moduleSettingsFile()
 
 } // namespace
 
-std::optional<VersionInfo::Passed> VersionInfo::parse(const QStringList &arguments, QString *error)
+VersionInfo::Passed VersionInfo::parse(const QStringList &arguments)
 {
     // The module's line splits into "anne@apmaster", "21.12.28a", "SysUser:", "3"; a caller
     // that quotes it whole gives one word, so the words are joined before they are read.
     static const QRegularExpression form(
         QStringLiteral(R"(^([^@\s]+)@(\S+)\s+(\S+)\s+SysUser:\s*(-?\d{1,9})$)"));
     const QRegularExpressionMatch match = form.match(arguments.join(QLatin1Char(' ')).trimmed());
-    if (!match.hasMatch()) {
-        *error = QStringLiteral("The version window expects \"%1\", not \"%2\".")
-                     .arg(QString::fromLatin1(usageForm), arguments.join(QLatin1Char(' ')));
-        return std::nullopt;
-    }
+    if (!match.hasMatch())
+        throw ProgramError(
+            QStringLiteral("The version window expects \"%1\", not \"%2\".")
+                .arg(QString::fromLatin1(usageForm), arguments.join(QLatin1Char(' '))),
+            wrongWords);
     return Passed{match.captured(1), match.captured(2), match.captured(3),
                   match.captured(4).toInt()};
 }

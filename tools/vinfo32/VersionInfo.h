@@ -20,9 +20,11 @@ public:
         int sysUser = 0;
     };
 
-    // The module's words, as the process receives them; std::nullopt and `error` set when
+    // The exit code of the program when the words are not of the module's form.
+    static constexpr int wrongWords = 2;
+    // The module's words, as the process receives them. Throws ProgramError (wrongWords) when
     // they are not of the module's form.
-    static std::optional<Passed> parse(const QStringList &arguments, QString *error);
+    static Passed parse(const QStringList &arguments);
 
     // Runs dpkg-query for the package's version; "" when it is not installed.
     using PackageQuery = std::function<QString()>;

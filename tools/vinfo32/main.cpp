@@ -3,6 +3,8 @@
 #include "VersionInfo.h"
 #include "VersionWindow.h"
 
+#include "common/ProgramError.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
@@ -39,26 +41,26 @@ int main(int argc, char *argv[])
         else
             words << arg;
     }
-    QString error;
-    const std::optional<VersionInfo::Passed> passed = VersionInfo::parse(words, &error);
-    if (print) {
-        if (!passed) {
-            std::fprintf(stderr, "vinfo32: %s\n", qPrintable(error));
-            return 2;
+    VersionInfo::Passed passed;
+    try {
+        passed = VersionInfo::parse(words);
+    } catch (const ProgramError &error) {
+        std::fprintf(stderr, "vinfo32: %s\n", qPrintable(error.text()));
+        if (!print) {
+            QApplication app(argc, argv);
+            QMessageBox::critical(nullptr, QStringLiteral("Velmora Office"), error.text());
         }
+        return error.exitCode();
+    }
+    if (print) {
         // No window is made: the text needs no display.
         QCoreApplication app(argc, argv);
-        const VersionInfo info(*passed, QDir::currentPath());
+        const VersionInfo info(passed, QDir::currentPath());
         std::fputs(info.text().toLocal8Bit().constData(), stdout);
         return 0;
     }
     QApplication app(argc, argv);
-    if (!passed) {
-        std::fprintf(stderr, "vinfo32: %s\n", qPrintable(error));
-        QMessageBox::critical(nullptr, QStringLiteral("Velmora Office"), error);
-        return 2;
-    }
-    const VersionInfo info(*passed, QDir::currentPath());
+    const VersionInfo info(passed, QDir::currentPath());
     VersionWindow window(info);
     window.show();
     return app.exec();
