@@ -1,19 +1,19 @@
 #pragma once
 
-#include "common/NumberedError.h"
+#include "common/ProgramError.h"
 
 #include <QString>
 
-// The runner's one error style: whatever stops a report throws a NumberedError whose number is
-// the exit code the runner ends with and whose text is the message it prints (and shows, when
-// it has a window). The data layer's DbError is one too.
+// The runner's one error style, the suite programs' own: whatever stops a report throws a
+// ProgramError whose number is the exit code the runner ends with and whose text is the message
+// it prints (and shows, when it has a window). The data layer's DbError is caught beside it.
 namespace ReportFailure {
 
-constexpr int exitCode = 1;
+constexpr int exitCode = ProgramError::failed;
 
 [[noreturn]] inline void raise(const QString &message)
 {
-    throw NumberedError(exitCode, message);
+    throw ProgramError(message, exitCode);
 }
 
 } // namespace ReportFailure
