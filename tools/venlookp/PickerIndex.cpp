@@ -1,0 +1,188 @@
+#include "PickerIndex.h"
+
+#include "PickerText.h"
+
+#include "data/DbError.h"
+
+#include <QSqlError>
+
+namespace {
+
+QString numbered(const char *prefix, int count, const char *suffix = "")
+{
+    QStringList names;
+    for (int i = 0; i < count; ++i)
+        names << QStringLiteral("%1%2%3").arg(QLatin1String(prefix)).arg(i).arg(
+            QLatin1String(suffix));
+    return names.join(QStringLiteral(", "));
+}
+
+void run(QSqlQuery &query)
+{
+    if (!query.exec())
+        throw DbError(DbError::Generic, query.lastError().text());
+}
+
+// The text shown for a number: whole numbers without a decimal point, others in general form.
+QString numberText(const QVariant &value)
+{
+    bool ok = false;
+    const double number = value.toDouble(&ok);
+    if (!ok)
+        return value.toString();
+    return QString::number(number, 'g', 15);
+}
+
+} // namespace
+
+PickerIndex::PickerIndex(const QString &path, QList<PickerColumn> columns) :
+    m_columns(std::move(columns)), m_connection(Connection::localFile(path))
+{
+    const int n = int(m_columns.size());
+    // A scratch file: nothing in it needs to survive a crash.
+    m_connection.execute(QStringLiteral("pragma journal_mode = off"));
+    m_connection.execute(QStringLiteral("pragma synchronous = off"));
+    m_connection.execute(QStringLiteral("create table rows (id integer primary key, %1, %2)")
+                             .arg(numbered("v", n), numbered("k", n)));
+    m_connection.execute(QStringLiteral("create table words (word text, id integer)"));
+    m_filling = std::make_unique<BulkTransaction>(m_connection);
+    m_addRow = QSqlQuery(m_connection.db());
+    m_addRow.prepare(QStringLiteral("insert into rows values (?%1)")
+                         .arg(QStringLiteral(", ?").repeated(2 * n)));
+    m_addWord = QSqlQuery(m_connection.db());
+    m_addWord.prepare(QStringLiteral("insert into words values (?, ?)"));
+}
+
+PickerIndex::~PickerIndex() = default;
+
+void PickerIndex::add(const QVariantList &values)
+{
+    const int id = ++m_count;
+    m_addRow.addBindValue(id);
+    QVariantList keys;
+    QStringList words;
+    for (int i = 0; i < m_columns.size(); ++i) {
+        const PickerColumn &column = m_columns.at(i);
+        const QVariant value = values.value(i);
+        const QString text =
+            column.kind == PickerColumn::Kind::Text ? value.toString() : numberText(value);
+        if (column.kind == PickerColumn::Kind::Text) {
+            m_addRow.addBindValue(value.isNull() ? QVariant(QString()) : value.toString());
+            keys << PickerText::fold(text);
+        } else {
+            m_addRow.addBindValue(value.isNull() ? QVariant(0.0) : value.toDouble());
+            keys << value.toDouble();
+        }
+        switch (column.search) {
+        case PickerColumn::Search::No:
+            break;
+        case PickerColumn::Search::Start:
+            words << PickerText::fold(text);
+            break;
+        case PickerColumn::Search::WordsAndDigits: {
+            QString digits;
+            for (const QChar c : text)
+                if (c.isDigit())
+                    digits += c;
+            if (!digits.isEmpty())
+                words << digits;
+            words << PickerText::words(text);
+            break;
+        }
+        case PickerColumn::Search::Words:
+            words << PickerText::words(text);
+            break;
+        }
+    }
+    for (const QVariant &key : keys)
+        m_addRow.addBindValue(key);
+    run(m_addRow);
+    words.removeDuplicates();
+    for (const QString &word : std::as_const(words)) {
+        if (word.isEmpty())
+            continue;
+        m_addWord.addBindValue(word);
+        m_addWord.addBindValue(id);
+        run(m_addWord);
+    }
+}
+
+void PickerIndex::finish()
+{
+    m_addRow.finish();
+    m_addWord.finish();
+    m_filling->commit();
+    m_filling.reset();
+    m_connection.execute(QStringLiteral("create index words_word on words (word, id)"));
+    m_connection.execute(QStringLiteral("create index words_id on words (id, word)"));
+    for (int i = 0; i < m_columns.size(); ++i)
+        m_connection.execute(QStringLiteral("create index rows_k%1 on rows (k%1, id)").arg(i));
+    m_connection.execute(QStringLiteral("analyze"));
+}
+
+// One word of the search: the row has a word starting with it. The first word of a search with
+// few matches is looked up as a set ("id in"), every other one as a test of the row ("exists").
+QString PickerIndex::termCondition(bool correlated)
+{
+    const QString range = QStringLiteral("word >= ? and word < ?");
+    if (!correlated)
+        return QStringLiteral("r.id in (select id from words where %1)").arg(range);
+    return QStringLiteral("exists (select 1 from words w where w.id = r.id and w.%1)").arg(range);
+}
+
+void PickerIndex::search(const QString &text, int column, bool descending)
+{
+    m_terms = PickerText::words(text);
+    // The longest word narrows most: it leads.
+    std::stable_sort(m_terms.begin(), m_terms.end(),
+                     [](const QString &a, const QString &b) { return a.size() > b.size(); });
+    m_walking = false;
+    if (!m_terms.isEmpty()) {
+        QSqlQuery count(m_connection.db());
+        count.prepare(QStringLiteral("select count(*) from (select 1 from words where word >= ? "
+                                     "and word < ? limit %1)")
+                          .arg(fewMatches + 1));
+        count.addBindValue(m_terms.constFirst());
+        count.addBindValue(PickerText::prefixEnd(m_terms.constFirst()));
+        run(count);
+        m_walking = count.next() && count.value(0).toInt() > fewMatches;
+    }
+    QStringList conditions;
+    for (int i = 0; i < m_terms.size(); ++i)
+        conditions << termCondition(m_walking || i > 0);
+    const QString order = descending ? QStringLiteral(" desc") : QString();
+    m_statement = QStringLiteral("select %1 from rows r%2 order by r.k%3%4, r.id%4 limit ? offset ?")
+                      .arg(numbered("r.v", int(m_columns.size())),
+                           conditions.isEmpty()
+                               ? QString()
+                               : QStringLiteral(" where ") +
+                                     conditions.join(QStringLiteral(" and ")))
+                      .arg(qBound(0, column, int(m_columns.size()) - 1))
+                      .arg(order);
+}
+
+QList<QVariantList> PickerIndex::rows(int offset, int limit)
+{
+    QList<QVariantList> found;
+    if (m_statement.isEmpty())
+        return found;
+    QSqlQuery query(m_connection.db());
+    query.setForwardOnly(true);
+    query.prepare(m_statement);
+    for (int i = 0; i < m_terms.size(); ++i) {
+        query.addBindValue(m_terms.at(i));
+        query.addBindValue(PickerText::prefixEnd(m_terms.at(i)));
+    }
+    query.addBindValue(limit);
+    query.addBindValue(offset);
+    run(query);
+    const int n = int(m_columns.size());
+    while (query.next()) {
+        QVariantList row;
+        row.reserve(n);
+        for (int i = 0; i < n; ++i)
+            row << query.value(i);
+        found << row;
+    }
+    return found;
+}
