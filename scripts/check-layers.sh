@@ -14,7 +14,7 @@ layers=(common data keysend lists yearend reports utilities frmmisc vendorscreen
 # Each program and the highest layer it may include from.
 declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data [form1099]=yearend
   [import]=data [launch]=data [prtctrl]=reports
-  [pgcopy]=data [vinfo32]=data)
+  [pgcopy]=data [vinfo32]=data [venlookp]=keysend [gllookup]=keysend)
 rank() {
   local i
   for i in "${!layers[@]}"; do

@@ -34,6 +34,8 @@ expected=(
   usr/bin/chanum
   usr/bin/vinfo32
   usr/bin/prtctrl
+  usr/bin/venlookp
+  usr/bin/gllookup
   usr/share/apmaster/reports/rap001.rpt
   usr/share/apmaster/reports/rap014.rpt
   usr/share/apmaster/reports/1099pv.rpt
@@ -64,7 +66,7 @@ dpkg-deb -x "$deb" "$root"
 desktop-file-validate "$root/usr/share/applications/com.velmora.apmaster.desktop"
 appstreamcli validate --no-net --pedantic \
   "$root/usr/share/metainfo/com.velmora.apmaster.metainfo.xml" >/dev/null
-for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint chanum vinfo32 prtctrl; do
+for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint chanum vinfo32 prtctrl venlookp gllookup; do
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --version |
     grep -qx "$program 21.12" || fail "$program --version"
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --help |

@@ -113,3 +113,12 @@ QString placePrinterSetup(const QString &folder, const QString &programFolder, E
     return placeSuiteProgram(folder, programFolder, QStringLiteral("prtctrl"),
                              QStringLiteral("printer"), QStringLiteral("printer set-up"), existing);
 }
+
+QString placePickers(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeSuiteProgram(folder, programFolder, QStringLiteral("venlookp"),
+                             QStringLiteral("pickers"), QStringLiteral("vendor picker"),
+                             existing) +
+           placeSuiteProgram(folder, programFolder, QStringLiteral("gllookup"), QString(),
+                             QStringLiteral("G/L account picker"), existing);
+}

@@ -27,3 +27,9 @@ QString placeVersionWindow(const QString &folder, const QString &programFolder,
 // installed or built program, found as the runner is). Returns a line for the summary.
 QString placePrinterSetup(const QString &folder, const QString &programFolder,
                           Existing existing = Existing::Replace);
+
+// Puts the vendor and G/L account pickers into the data folder under the suite's names,
+// venlookp.exe and gllookup.exe (links to the installed or built programs, found as the runner
+// is). Returns a line for each for the summary.
+QString placePickers(const QString &folder, const QString &programFolder,
+                     Existing existing = Existing::Replace);

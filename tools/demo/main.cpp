@@ -100,6 +100,7 @@ int main(int argc, char *argv[])
             std::fputs(qPrintable(placeNumberUtility(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placeVersionWindow(summary.folder, programs)), stdout);
             std::fputs(qPrintable(placePrinterSetup(summary.folder, programs)), stdout);
+            std::fputs(qPrintable(placePickers(summary.folder, programs)), stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -123,6 +124,7 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(placeNumberUtility(target, programs)), stdout);
         std::fputs(qPrintable(placeVersionWindow(target, programs)), stdout);
         std::fputs(qPrintable(placePrinterSetup(target, programs)), stdout);
+        std::fputs(qPrintable(placePickers(target, programs)), stdout);
     } catch (const Demo::Error &error) {
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));
         return 1;

@@ -98,6 +98,11 @@ int main(int argc, char **argv)
                        .toLocal8Bit()
                        .constData(),
                    stdout);
+        std::fputs(placePickers(QFileInfo(args[1]).absoluteFilePath(),
+                                QCoreApplication::applicationDirPath(), Existing::Keep)
+                       .toLocal8Bit()
+                       .constData(),
+                   stdout);
         if (summary.logProblem.isEmpty())
             std::printf("The summary is also in %s.\n", QDir(QFileInfo(args[1]).absoluteFilePath())
                                                             .filePath(CompanyImport::logName())
