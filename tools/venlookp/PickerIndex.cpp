@@ -45,20 +45,72 @@ PickerIndex::PickerIndex(const QString &path, QList<PickerColumn> columns) :
     m_connection.execute(QStringLiteral("create table rows (id integer primary key, %1, %2)")
                              .arg(numbered("v", n), numbered("k", n)));
     m_connection.execute(QStringLiteral("create table words (word text, id integer)"));
+    // Read through the system's file cache without a copy per page, so that a search touching
+    // rows all over the file costs no read calls once the file has been read.
+    m_connection.execute(QStringLiteral("pragma mmap_size = 268435456"));
     m_filling = std::make_unique<BulkTransaction>(m_connection);
-    m_addRow = QSqlQuery(m_connection.db());
-    m_addRow.prepare(QStringLiteral("insert into rows values (?%1)")
-                         .arg(QStringLiteral(", ?").repeated(2 * n)));
-    m_addWord = QSqlQuery(m_connection.db());
-    m_addWord.prepare(QStringLiteral("insert into words values (?, ?)"));
 }
 
 PickerIndex::~PickerIndex() = default;
 
+namespace {
+
+// "insert into TABLE values (?, ?), (?, ?), ..." for that many rows of that many values.
+QString insertStatement(const QString &table, int width, int rows)
+{
+    const QString row = QStringLiteral("(?%1)").arg(QStringLiteral(", ?").repeated(width - 1));
+    QStringList all;
+    for (int i = 0; i < rows; ++i)
+        all << row;
+    return QStringLiteral("insert into %1 values %2").arg(table, all.join(QLatin1Char(',')));
+}
+
+// Writes the values a batch at a time with the prepared statement; with `all` also the rest.
+void insertBatches(const Connection &connection, QSqlQuery &batch, const QString &table,
+                   int width, int batchRows, QVariantList &values, bool all)
+{
+    const qsizetype batchValues = qsizetype(width) * batchRows;
+    qsizetype done = 0;
+    for (; values.size() - done >= batchValues; done += batchValues) {
+        for (qsizetype i = done; i < done + batchValues; ++i)
+            batch.addBindValue(values.at(i));
+        run(batch);
+    }
+    if (all && values.size() > done) {
+        QSqlQuery rest(connection.db());
+        rest.prepare(insertStatement(table, width, int((values.size() - done) / width)));
+        for (qsizetype i = done; i < values.size(); ++i)
+            rest.addBindValue(values.at(i));
+        run(rest);
+        done = values.size();
+    }
+    values.remove(0, done);
+}
+
+} // namespace
+
+// Several rows in one statement: a statement per row costs more in the driver than in the
+// engine, and the driver's binding grows with the square of a statement's values, so a batch
+// stays small.
+void PickerIndex::flush(bool all)
+{
+    const int rowWidth = 1 + 2 * int(m_columns.size());
+    if (!m_addRows.isActive() && m_addRows.lastQuery().isEmpty()) {
+        m_addRows = QSqlQuery(m_connection.db());
+        m_addRows.prepare(insertStatement(QStringLiteral("rows"), rowWidth, batchRows));
+        m_addWords = QSqlQuery(m_connection.db());
+        m_addWords.prepare(insertStatement(QStringLiteral("words"), 2, batchWords));
+    }
+    insertBatches(m_connection, m_addRows, QStringLiteral("rows"), rowWidth, batchRows,
+                  m_rowValues, all);
+    insertBatches(m_connection, m_addWords, QStringLiteral("words"), 2, batchWords, m_wordValues,
+                  all);
+}
+
 void PickerIndex::add(const QVariantList &values)
 {
     const int id = ++m_count;
-    m_addRow.addBindValue(id);
+    m_rowValues << id;
     QVariantList keys;
     QStringList words;
     for (int i = 0; i < m_columns.size(); ++i) {
@@ -67,10 +119,10 @@ void PickerIndex::add(const QVariantList &values)
         const QString text =
             column.kind == PickerColumn::Kind::Text ? value.toString() : numberText(value);
         if (column.kind == PickerColumn::Kind::Text) {
-            m_addRow.addBindValue(value.isNull() ? QVariant(QString()) : value.toString());
+            m_rowValues << (value.isNull() ? QVariant(QString()) : QVariant(text));
             keys << PickerText::fold(text);
         } else {
-            m_addRow.addBindValue(value.isNull() ? QVariant(0.0) : value.toDouble());
+            m_rowValues << value.toDouble();
             keys << value.toDouble();
         }
         switch (column.search) {
@@ -94,30 +146,35 @@ void PickerIndex::add(const QVariantList &values)
             break;
         }
     }
-    for (const QVariant &key : keys)
-        m_addRow.addBindValue(key);
-    run(m_addRow);
+    m_rowValues << keys;
     words.removeDuplicates();
-    for (const QString &word : std::as_const(words)) {
-        if (word.isEmpty())
-            continue;
-        m_addWord.addBindValue(word);
-        m_addWord.addBindValue(id);
-        run(m_addWord);
-    }
+    for (const QString &word : std::as_const(words))
+        if (!word.isEmpty())
+            m_wordValues << word << id;
+    flush(false);
 }
 
 void PickerIndex::finish()
 {
-    m_addRow.finish();
-    m_addWord.finish();
+    flush(true);
+    m_addRows = QSqlQuery();
+    m_addWords = QSqlQuery();
     m_filling->commit();
     m_filling.reset();
+    // Indexes made once the rows are in cost a sort each, far less than keeping them as rows
+    // come. The order of a column gets its index when the list is first sorted by it.
     m_connection.execute(QStringLiteral("create index words_word on words (word, id)"));
     m_connection.execute(QStringLiteral("create index words_id on words (id, word)"));
-    for (int i = 0; i < m_columns.size(); ++i)
-        m_connection.execute(QStringLiteral("create index rows_k%1 on rows (k%1, id)").arg(i));
+    m_connection.execute(QStringLiteral("pragma analysis_limit = 1000"));
     m_connection.execute(QStringLiteral("analyze"));
+}
+
+void PickerIndex::ensureOrder(int column)
+{
+    if (m_ordered.contains(column))
+        return;
+    m_connection.execute(QStringLiteral("create index rows_k%1 on rows (k%1, id)").arg(column));
+    m_ordered.insert(column);
 }
 
 // One word of the search: the row has a word starting with it. The first word of a search with
@@ -132,6 +189,8 @@ QString PickerIndex::termCondition(bool correlated)
 
 void PickerIndex::search(const QString &text, int column, bool descending)
 {
+    column = qBound(0, column, int(m_columns.size()) - 1);
+    ensureOrder(column);
     m_terms = PickerText::words(text);
     // The longest word narrows most: it leads.
     std::stable_sort(m_terms.begin(), m_terms.end(),
@@ -157,7 +216,7 @@ void PickerIndex::search(const QString &text, int column, bool descending)
                                ? QString()
                                : QStringLiteral(" where ") +
                                      conditions.join(QStringLiteral(" and ")))
-                      .arg(qBound(0, column, int(m_columns.size()) - 1))
+                      .arg(column)
                       .arg(order);
 }
 

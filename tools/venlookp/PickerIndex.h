@@ -3,6 +3,7 @@
 #include "data/Connection.h"
 
 #include <QList>
+#include <QSet>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
@@ -57,11 +58,19 @@ public:
 
 private:
     static QString termCondition(bool correlated);
+    // Writes the rows and words waiting in whole batches; with `all` also the rest.
+    void flush(bool all);
+    void ensureOrder(int column);
+
+    static constexpr int batchRows = 8;
+    static constexpr int batchWords = 64;
 
     QList<PickerColumn> m_columns;
     Connection m_connection;
     std::unique_ptr<BulkTransaction> m_filling;
-    QSqlQuery m_addRow, m_addWord;
+    QVariantList m_rowValues, m_wordValues; // waiting to be written, a batch at a time
+    QSqlQuery m_addRows, m_addWords;        // a whole batch of each
+    QSet<int> m_ordered;                     // the columns whose order has its index
     int m_count = 0;
     QStringList m_terms;
     QString m_statement;
