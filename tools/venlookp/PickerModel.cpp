@@ -59,6 +59,12 @@ QString PickerModel::numberAt(int row) const
     return QString::number(m_rows.at(row).value(0).toDouble(), 'g', 15);
 }
 
+bool PickerModel::isText(int column) const
+{
+    return column >= 0 && column < columnCount() &&
+           m_index.columns().at(column).kind == PickerColumn::Kind::Text;
+}
+
 int PickerModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : int(m_rows.size());

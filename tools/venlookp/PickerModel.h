@@ -19,13 +19,16 @@ public:
     QString searchText() const { return m_text; }
     int sortColumn() const { return m_column; }
     Qt::SortOrder sortOrder() const { return m_order; }
+    // Whether the column holds text (left-aligned) rather than numbers.
+    bool isText(int column) const;
     // The number (first column) of the row, as handed back.
     QString numberAt(int row) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
     void sort(int column, Qt::SortOrder order) override;
     bool canFetchMore(const QModelIndex &parent) const override;
     void fetchMore(const QModelIndex &parent) override;

@@ -7,8 +7,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 PickerWindow::PickerWindow(PickerModel &model, const Texts &texts, QWidget *parent) :
     QDialog(parent), m_model(model), m_texts(texts), m_search(new QLineEdit(this)),
@@ -26,6 +29,7 @@ PickerWindow::PickerWindow(PickerModel &model, const Texts &texts, QWidget *pare
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setTabKeyNavigation(false);
     m_list->verticalHeader()->hide();
+    m_list->setWordWrap(false);
     m_list->horizontalHeader()->setStretchLastSection(true);
     m_list->horizontalHeader()->setSortIndicatorShown(true);
     m_list->horizontalHeader()->setSectionsClickable(true);
@@ -33,17 +37,26 @@ PickerWindow::PickerWindow(PickerModel &model, const Texts &texts, QWidget *pare
     m_list->setSortingEnabled(true);
     m_list->setAccessibleName(texts.title);
     m_note->setObjectName(QStringLiteral("note"));
+    // Widths for typical values rather than for the first page's, so that the columns stay put
+    // as the list narrows; the window is as wide as they are.
     const QFontMetrics metrics(font());
-    m_list->setColumnWidth(0, metrics.horizontalAdvance(QStringLiteral("9999999999")));
-    m_list->setColumnWidth(1, metrics.horizontalAdvance(QStringLiteral("M")) * 18);
-    for (int column = 2; column < m_model.columnCount() - 1; ++column)
-        m_list->setColumnWidth(column, metrics.horizontalAdvance(QStringLiteral("M")) * 12);
+    const int em = metrics.horizontalAdvance(QLatin1Char('M'));
+    for (int column = 0; column < m_model.columnCount(); ++column) {
+        const int heading =
+            metrics.horizontalAdvance(m_model.headerData(column, Qt::Horizontal).toString()) +
+            2 * em;
+        const int typical = !m_model.isText(column) ? 0 : column == 1 ? em * 16 : em * 10;
+        m_list->setColumnWidth(column, std::max(heading, typical));
+    }
+    const int listWidth = m_list->horizontalHeader()->length() +
+                          m_list->verticalScrollBar()->sizeHint().width() + 2 * m_list->frameWidth();
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_search);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_note);
-    resize(metrics.horizontalAdvance(QStringLiteral("M")) * 70, metrics.height() * 30);
+    const QMargins margins = layout->contentsMargins();
+    resize(listWidth + margins.left() + margins.right(), metrics.height() * 30);
 
     m_search->installEventFilter(this);
     m_list->installEventFilter(this);
