@@ -21,7 +21,7 @@ struct Outcome {
 };
 
 Outcome runIn(const QString &folder, const QString &program, const QStringList &arguments,
-          const QString &keys = {})
+              const QString &keys = {})
 {
     QProcess process;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();

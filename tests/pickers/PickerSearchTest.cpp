@@ -52,8 +52,8 @@ protected:
     void fill(const QList<QVariantList> &rows)
     {
         index.reset();
-        index = std::make_unique<PickerIndex>(scratch.filePath(QStringLiteral("list%1.db").arg(++m_files)),
-                                              VendorRows::columns());
+        index = std::make_unique<PickerIndex>(
+            scratch.filePath(QStringLiteral("list%1.db").arg(++m_files)), VendorRows::columns());
         for (const QVariantList &row : rows)
             index->add(row);
         index->finish();
@@ -87,12 +87,12 @@ TEST_F(PickerSearch, TheNumberMatchesFromItsStartOnly)
 
 TEST_F(PickerSearch, AnyWordOfNameContactCityOrTelephoneMatchesFromItsStart)
 {
-    EXPECT_EQ(found("bri"), "250");     // the name's second word
-    EXPECT_EQ(found("rien"), "");       // inside a word: no
-    EXPECT_EQ(found("ng"), "100");      // the contact's second word
+    EXPECT_EQ(found("bri"), "250");      // the name's second word
+    EXPECT_EQ(found("rien"), "");        // inside a word: no
+    EXPECT_EQ(found("ng"), "100");       // the contact's second word
     EXPECT_EQ(found("toro"), "300 251"); // the city; by name, Acme first
-    EXPECT_EQ(found("0199"), "251");    // a word of the telephone
-    EXPECT_EQ(found("4165550"), "251"); // the telephone's digits
+    EXPECT_EQ(found("0199"), "251");     // a word of the telephone
+    EXPECT_EQ(found("4165550"), "251");  // the telephone's digits
     EXPECT_EQ(found("office"), "100");
 }
 
@@ -128,7 +128,7 @@ TEST_F(PickerSearch, EachColumnSortsBothWays)
 {
     EXPECT_EQ(found("", 0), "100 250 251 300 1250");
     EXPECT_EQ(found("", 0, true), "1250 300 251 250 100");
-    EXPECT_EQ(found("", 3), "250 100 1250 251 300"); // city: Québec as Quebec
+    EXPECT_EQ(found("", 3), "250 100 1250 251 300");       // city: Québec as Quebec
     EXPECT_EQ(found("", 5, true), "251 100 300 1250 250"); // open balance, ties turned too
     EXPECT_EQ(found("acme", 1, true), "300 100");
 }
@@ -137,8 +137,8 @@ TEST_F(PickerSearch, ManyMatchesWalkTheListInOrderAndPageOnDemand)
 {
     QList<QVariantList> rows;
     for (int i = 1; i <= PickerIndex::fewMatches + 10; ++i)
-        rows << QVariantList{i, QStringLiteral("Common %1").arg(i, 5, 10, QLatin1Char('0')), "",
-                             "", "", 0.0};
+        rows << QVariantList{
+            i, QStringLiteral("Common %1").arg(i, 5, 10, QLatin1Char('0')), "", "", "", 0.0};
     rows << QVariantList{99999, "Rare Find", "", "", "", 0.0};
     fill(rows);
     index->search("comm", 1, true);
@@ -157,8 +157,8 @@ TEST_F(PickerSearch, FewerMatchesThanTheLimitAreSortedNotWalked)
 {
     QList<QVariantList> rows;
     for (int i = 1; i <= PickerIndex::fewMatches; ++i)
-        rows << QVariantList{i, QStringLiteral("Common %1").arg(i, 5, 10, QLatin1Char('0')), "",
-                             "", "", 0.0};
+        rows << QVariantList{
+            i, QStringLiteral("Common %1").arg(i, 5, 10, QLatin1Char('0')), "", "", "", 0.0};
     fill(rows);
     index->search("common", 1, true);
     EXPECT_FALSE(index->walking());
@@ -248,8 +248,8 @@ TEST_F(PickerWindowTest, TheListReadsFurtherPagesOnlyAsItScrolls)
 {
     QList<QVariantList> rows;
     for (int i = 1; i <= 3 * PickerModel::pageRows; ++i)
-        rows << QVariantList{i, QStringLiteral("Vendor %1").arg(i, 4, 10, QLatin1Char('0')), "",
-                             "", "", 0.0};
+        rows << QVariantList{
+            i, QStringLiteral("Vendor %1").arg(i, 4, 10, QLatin1Char('0')), "", "", "", 0.0};
     fill(rows);
     open();
     EXPECT_EQ(model->rowCount(), PickerModel::pageRows);

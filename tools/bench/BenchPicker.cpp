@@ -33,7 +33,7 @@ namespace {
 
 // What a bookkeeper types: a city most vendors share, a name, a contact's two names, part of a
 // telephone number, a number, a name that is not there, and two words at once.
-const char *const searches[] = {"springfield", "o'brien",  "walt king", "5550194", "12345",
+const char *const searches[] = {"springfield", "o'brien",  "walt king",   "5550194",  "12345",
                                 "zzqx",        "edmonton", "cooper sand", "apex snow"};
 
 // The processor time this thread has used, in ms: unlike the wall clock, not stretched by other
@@ -111,8 +111,8 @@ int main(int argc, char *argv[])
                 QFileInfo(scratch.filePath(QStringLiteral("list.db"))).size() / 1024);
 
     PickerModel model(index);
-    PickerWindow window(model, {QStringLiteral("Find a vendor"), QString(),
-                                QStringLiteral("vendors"), QString()});
+    PickerWindow window(
+        model, {QStringLiteral("Find a vendor"), QString(), QStringLiteral("vendors"), QString()});
     window.show();
     auto *search = window.findChild<QLineEdit *>(QStringLiteral("search"));
     auto *list = window.findChild<QTableView *>(QStringLiteral("list"));
@@ -141,7 +141,8 @@ int main(int argc, char *argv[])
             if (round == 1)
                 std::printf("\n\"%s\"\n", text);
             for (int i = 0; i < typed.size(); ++i) {
-                const double ms = keystroke([&] { QTest::keyClick(search, typed.at(i).toLatin1()); });
+                const double ms =
+                    keystroke([&] { QTest::keyClick(search, typed.at(i).toLatin1()); });
                 all.push_back(ms);
                 if (ms > slowest) {
                     slowest = ms;
@@ -167,8 +168,8 @@ int main(int argc, char *argv[])
         QHeaderView *header = list->horizontalHeader();
         const QPoint city(header->sectionViewportPosition(3) + 5, header->height() / 2);
         for (int click = 0; click < 2; ++click) {
-            const double ms = keystroke(
-                [&] { QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, city); });
+            const double ms =
+                keystroke([&] { QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, city); });
             cpu.pop_back(); // a click, not a keystroke
             if (round == 1)
                 std::printf("\nheading City clicked (\"spr\" typed): %.2f ms, %d lines\n", ms,

@@ -116,9 +116,10 @@ QString placePrinterSetup(const QString &folder, const QString &programFolder, E
 
 QString placePickers(const QString &folder, const QString &programFolder, Existing existing)
 {
-    return placeSuiteProgram(folder, programFolder, QStringLiteral("venlookp"),
-                             QStringLiteral("pickers"), QStringLiteral("vendor picker"),
-                             existing) +
-           placeSuiteProgram(folder, programFolder, QStringLiteral("gllookup"), QString(),
-                             QStringLiteral("G/L account picker"), existing);
+    const QString vendors =
+        placeSuiteProgram(folder, programFolder, QStringLiteral("venlookp"),
+                          QStringLiteral("pickers"), QStringLiteral("vendor picker"), existing);
+    // The second line goes under the first, without a label of its own.
+    return vendors + placeSuiteProgram(folder, programFolder, QStringLiteral("gllookup"), QString(),
+                                       QStringLiteral("G/L account picker"), existing);
 }

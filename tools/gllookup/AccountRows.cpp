@@ -25,8 +25,8 @@ void load(PickerIndex &index, const QString &folder)
     const Connection gl = Connection::readOnly(folder, QStringLiteral("gl.mdb"));
     QSqlQuery accounts(gl.db());
     accounts.setForwardOnly(true);
-    if (!accounts.exec(QStringLiteral(
-            "select glacctnum, glacctname, glstatementdesc, glaccttype from gl0")))
+    if (!accounts.exec(
+            QStringLiteral("select glacctnum, glacctname, glstatementdesc, glaccttype from gl0")))
         throw DbError(DbError::Generic, accounts.lastError().text());
     while (accounts.next())
         index.add({accounts.value(0), accounts.value(1), accounts.value(2), accounts.value(3)});

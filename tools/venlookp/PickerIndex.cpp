@@ -12,8 +12,10 @@ QString numbered(const char *prefix, int count, const char *suffix = "")
 {
     QStringList names;
     for (int i = 0; i < count; ++i)
-        names << QStringLiteral("%1%2%3").arg(QLatin1String(prefix)).arg(i).arg(
-            QLatin1String(suffix));
+        names << QStringLiteral("%1%2%3")
+                     .arg(QLatin1String(prefix))
+                     .arg(i)
+                     .arg(QLatin1String(suffix));
     return names.join(QStringLiteral(", "));
 }
 
@@ -66,8 +68,8 @@ QString insertStatement(const QString &table, int width, int rows)
 }
 
 // Writes the values a batch at a time with the prepared statement; with `all` also the rest.
-void insertBatches(const Connection &connection, QSqlQuery &batch, const QString &table,
-                   int width, int batchRows, QVariantList &values, bool all)
+void insertBatches(const Connection &connection, QSqlQuery &batch, const QString &table, int width,
+                   int batchRows, QVariantList &values, bool all)
 {
     const qsizetype batchValues = qsizetype(width) * batchRows;
     qsizetype done = 0;
@@ -101,8 +103,8 @@ void PickerIndex::flush(bool all)
         m_addWords = QSqlQuery(m_connection.db());
         m_addWords.prepare(insertStatement(QStringLiteral("words"), 2, batchWords));
     }
-    insertBatches(m_connection, m_addRows, QStringLiteral("rows"), rowWidth, batchRows,
-                  m_rowValues, all);
+    insertBatches(m_connection, m_addRows, QStringLiteral("rows"), rowWidth, batchRows, m_rowValues,
+                  all);
     insertBatches(m_connection, m_addWords, QStringLiteral("words"), 2, batchWords, m_wordValues,
                   all);
 }
@@ -210,14 +212,14 @@ void PickerIndex::search(const QString &text, int column, bool descending)
     for (int i = 0; i < m_terms.size(); ++i)
         conditions << termCondition(m_walking || i > 0);
     const QString order = descending ? QStringLiteral(" desc") : QString();
-    m_statement = QStringLiteral("select %1 from rows r%2 order by r.k%3%4, r.id%4 limit ? offset ?")
-                      .arg(numbered("r.v", int(m_columns.size())),
-                           conditions.isEmpty()
-                               ? QString()
-                               : QStringLiteral(" where ") +
-                                     conditions.join(QStringLiteral(" and ")))
-                      .arg(column)
-                      .arg(order);
+    m_statement =
+        QStringLiteral("select %1 from rows r%2 order by r.k%3%4, r.id%4 limit ? offset ?")
+            .arg(numbered("r.v", int(m_columns.size())),
+                 conditions.isEmpty()
+                     ? QString()
+                     : QStringLiteral(" where ") + conditions.join(QStringLiteral(" and ")))
+            .arg(column)
+            .arg(order);
 }
 
 QList<QVariantList> PickerIndex::rows(int offset, int limit)

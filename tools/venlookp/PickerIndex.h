@@ -70,7 +70,7 @@ private:
     std::unique_ptr<BulkTransaction> m_filling;
     QVariantList m_rowValues, m_wordValues; // waiting to be written, a batch at a time
     QSqlQuery m_addRows, m_addWords;        // a whole batch of each
-    QSet<int> m_ordered;                     // the columns whose order has its index
+    QSet<int> m_ordered;                    // the columns whose order has its index
     int m_count = 0;
     QStringList m_terms;
     QString m_statement;

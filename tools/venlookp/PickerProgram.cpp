@@ -50,8 +50,8 @@ int runPicker(int argc, char *argv[], const PickerProgram &program)
     // The list is copied into a scratch file of the program's own, gone when it ends.
     QTemporaryDir scratch;
     if (!scratch.isValid()) {
-        refuse(program.texts.title, QStringLiteral("No scratch folder could be made: %1")
-                                        .arg(scratch.errorString()));
+        refuse(program.texts.title,
+               QStringLiteral("No scratch folder could be made: %1").arg(scratch.errorString()));
         return 2;
     }
     PickerIndex index(scratch.filePath(QStringLiteral("list.db")), program.columns);

@@ -49,7 +49,8 @@ PickerWindow::PickerWindow(PickerModel &model, const Texts &texts, QWidget *pare
         m_list->setColumnWidth(column, std::max(heading, typical));
     }
     const int listWidth = m_list->horizontalHeader()->length() +
-                          m_list->verticalScrollBar()->sizeHint().width() + 2 * m_list->frameWidth();
+                          m_list->verticalScrollBar()->sizeHint().width() +
+                          2 * m_list->frameWidth();
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_search);

@@ -52,8 +52,8 @@ void load(PickerIndex &index, const QString &folder)
                                                 "vendcity, vendphone from vendors"));
     while (vendors.next()) {
         const qint64 number = vendors.value(0).toLongLong();
-        index.add({number, vendors.value(1), vendors.value(2), vendors.value(3),
-                   vendors.value(4), open.value(number, 0.0)});
+        index.add({number, vendors.value(1), vendors.value(2), vendors.value(3), vendors.value(4),
+                   open.value(number, 0.0)});
     }
 }
 
