@@ -8,14 +8,12 @@
 
 namespace {
 
-QString numbered(const char *prefix, int count, const char *suffix = "")
+// "v0, v1, v2" for the prefix v and three columns.
+QString numbered(const char *prefix, int count)
 {
     QStringList names;
     for (int i = 0; i < count; ++i)
-        names << QStringLiteral("%1%2%3")
-                     .arg(QLatin1String(prefix))
-                     .arg(i)
-                     .arg(QLatin1String(suffix));
+        names << QLatin1String(prefix) + QString::number(i);
     return names.join(QStringLiteral(", "));
 }
 

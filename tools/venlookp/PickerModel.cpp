@@ -2,6 +2,8 @@
 
 #include "PickerIndex.h"
 
+#include "data/DbError.h"
+
 #include <QLocale>
 
 PickerModel::PickerModel(PickerIndex &index, QObject *parent) :
@@ -28,8 +30,15 @@ void PickerModel::sort(int column, Qt::SortOrder order)
 void PickerModel::reload()
 {
     beginResetModel();
-    m_index.search(m_text, m_column, m_order == Qt::DescendingOrder);
-    m_rows = m_index.rows(0, pageRows);
+    m_error.clear();
+    try {
+        m_index.search(m_text, m_column, m_order == Qt::DescendingOrder);
+        m_rows = m_index.rows(0, pageRows);
+    } catch (const DbError &error) {
+        // The scratch file failed (a full disk, say): an empty list that says why.
+        m_rows.clear();
+        m_error = error.text();
+    }
     m_more = m_rows.size() == pageRows;
     endResetModel();
 }
@@ -43,7 +52,12 @@ void PickerModel::fetchMore(const QModelIndex &parent)
 {
     if (!canFetchMore(parent))
         return;
-    const QList<QVariantList> page = m_index.rows(int(m_rows.size()), pageRows);
+    QList<QVariantList> page;
+    try {
+        page = m_index.rows(int(m_rows.size()), pageRows);
+    } catch (const DbError &error) {
+        m_error = error.text();
+    }
     m_more = page.size() == pageRows;
     if (page.isEmpty())
         return;

@@ -19,6 +19,8 @@ public:
     QString searchText() const { return m_text; }
     int sortColumn() const { return m_column; }
     Qt::SortOrder sortOrder() const { return m_order; }
+    // Why the list could not be read ("" when it could).
+    QString error() const { return m_error; }
     // Whether the column holds text (left-aligned) rather than numbers.
     bool isText(int column) const;
     // The number (first column) of the row, as handed back.
@@ -44,4 +46,5 @@ private:
     Qt::SortOrder m_order = Qt::AscendingOrder;
     QList<QVariantList> m_rows;
     bool m_more = false;
+    QString m_error;
 };

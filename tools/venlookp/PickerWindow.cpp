@@ -81,7 +81,9 @@ void PickerWindow::searchChanged(const QString &text)
 
 void PickerWindow::showNote()
 {
-    if (m_model.rowCount() > 0)
+    if (!m_model.error().isEmpty())
+        m_note->setText(tr("The list cannot be read: %1").arg(m_model.error()));
+    else if (m_model.rowCount() > 0)
         m_note->setText(tr("Enter picks the highlighted line, Escape closes without picking."));
     else if (m_model.searchText().trimmed().isEmpty())
         m_note->setText(m_texts.emptyNote);
