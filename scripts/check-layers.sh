@@ -16,7 +16,7 @@ layers=(common data keysend lists yearend reports utilities frmmisc vendorscreen
 # Each program and the highest layer it may include from.
 declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data [form1099]=yearend [fprint]=reports
   [import]=data [launch]=data [prtctrl]=reports
-  [pgcopy]=data [vinfo32]=data
+  [pgcopy]=data [vinfo32]=data [venlookp]=keysend [gllookup]=keysend
   [vlmohelp]=common [vlmedit]=common [manual]=common)
 # The other programs whose headers a program may use: the demo copies its company to a server
 # with the copy tool's library and, with the import, places the suite's programs through the

@@ -39,6 +39,8 @@ expected=(
   usr/bin/vlmedit
   usr/share/apmaster/manual-ACCTPAY.pdf
   usr/share/apmaster/vendor1.txt
+  usr/bin/venlookp
+  usr/bin/gllookup
   usr/share/apmaster/reports/rap001.rpt
   usr/share/apmaster/reports/rap014.rpt
   usr/share/apmaster/reports/1099pv.rpt
@@ -70,7 +72,7 @@ desktop-file-validate "$root/usr/share/applications/com.velmora.apmaster.desktop
 appstreamcli validate --no-net --pedantic \
   "$root/usr/share/metainfo/com.velmora.apmaster.metainfo.xml" >/dev/null
 for program in apmaster-launch apmaster-demo apmaster-import apmaster-pgcopy cryprint chanum vinfo32 prtctrl \
-  vlmohelp vlmedit fprint; do
+  vlmohelp vlmedit fprint venlookp gllookup; do
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --version |
     grep -qx "$program 21.12" || fail "$program --version"
   env -u DISPLAY -u WAYLAND_DISPLAY "$root/usr/bin/$program" --help |

@@ -4,6 +4,7 @@
 #include "common/Dialogs.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
+#include "common/PickedAnswer.h"
 #include "common/ProgramRunner.h"
 #include "common/Prompts.h"
 #include "common/Session.h"
@@ -87,9 +88,9 @@ bool FieldEntry::keyDown(VendorField field, int key)
 {
     QLineEdit *box = m_fields.box(field);
     if (key == Qt::Key_F5 && field == VendorField::Number)
-        m_programs.runAndWait(QStringLiteral("venlookp.exe"));
+        takePicked(field, QStringLiteral("venlookp"));
     if (key == Qt::Key_F5 && field == VendorField::GlAccount)
-        m_programs.runAndWait(QStringLiteral("gllookup.exe"));
+        takePicked(field, QStringLiteral("gllookup"));
     const int number = functionKeyNumber(key);
     const QString text = number ? m_session.functionKeyText[number] : QString();
     if (text.isEmpty())
@@ -101,6 +102,19 @@ bool FieldEntry::keyDown(VendorField field, int key)
     else if (field == VendorField::Phone || field == VendorField::Fax)
         box->setText(text + box->text());
     return true;
+}
+
+// A picked number goes in as if the user had typed it and pressed Enter: the field is left
+// through the keystroke sender, so the checks of leaving it run as for a typed entry.
+void FieldEntry::takePicked(VendorField field, const QString &picker)
+{
+    PickedAnswer::clear();
+    m_programs.runAndWait(picker + QStringLiteral(".exe"));
+    const QString picked = PickedAnswer::take(picker);
+    if (picked.isEmpty())
+        return;
+    m_fields.box(field)->setText(picked);
+    typed(field, QLatin1Char('\r'));
 }
 
 bool FieldEntry::typed(VendorField, QChar character)

@@ -45,6 +45,8 @@ protected:
 
 private:
     void holdFocus(VendorField field);
+    // Runs the picker (venlookp, gllookup) and puts the number it hands back into the field.
+    void takePicked(VendorField field, const QString &picker);
     void rebindToWholeFile();
     void refuseNumberTaken();
 

@@ -3,6 +3,7 @@
 #include "common/Colours.h"
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
+#include "common/PickedAnswer.h"
 #include "common/ProgramRunner.h"
 #include "common/StatusLine.h"
 #include "data/DbError.h"
@@ -169,8 +170,17 @@ void VendorLookup::entryLeft()
 
 void VendorLookup::entryKey(int key)
 {
-    if (key == Qt::Key_F5)
-        m_programs.runAndWait(QStringLiteral("venlookp.exe"));
+    if (key != Qt::Key_F5)
+        return;
+    PickedAnswer::clear();
+    m_programs.runAndWait(QStringLiteral("venlookp.exe"));
+    const QString picked = PickedAnswer::take(QStringLiteral("venlookp"));
+    if (picked.isEmpty())
+        return;
+    // The picker hands back a vendor number: looked up by number, as if typed with Enter.
+    m_w.Option1[0]->setChecked(true);
+    m_w.lookupinput->setText(picked);
+    go();
 }
 
 bool VendorLookup::moveAmongMethods(QObject *watched, int key)

@@ -63,7 +63,9 @@ INSTANTIATE_TEST_SUITE_P(
         Program{"import", APMASTER_BENCH_IMPORT,
                 "Usage: apmaster-bench-import [--rows N] [--table NAME] [--folder SOURCE]"},
         Program{"makejet", APMASTER_BENCH_MAKE_JET,
-                "Usage: apmaster-bench-make-jet SOURCE.mdb TARGET.mdb TABLE ROWS"}),
+                "Usage: apmaster-bench-make-jet SOURCE.mdb TARGET.mdb TABLE ROWS"},
+        Program{"picker", APMASTER_BENCH_PICKER,
+                "Usage: apmaster-bench-picker DATA_FOLDER [--rounds N]"}),
     [](const ::testing::TestParamInfo<Program> &info) { return std::string(info.param.name); });
 
 } // namespace

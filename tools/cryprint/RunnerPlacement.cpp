@@ -140,16 +140,14 @@ QString placeHelp(const QString &folder, const QString &programFolder, Existing 
 {
     const QDir data(folder);
     const QDir programs(programFolder);
-    QString text = placeSuiteProgram(folder, programFolder, QStringLiteral("vlmohelp"),
-                                     QStringLiteral("help"), QStringLiteral("help viewer"),
-                                     existing) +
-                   placeSuiteProgram(folder, programFolder, QStringLiteral("vlmedit"),
-                                     QStringLiteral("editor"), QStringLiteral("text editor"),
-                                     existing);
+    QString text =
+        placeSuiteProgram(folder, programFolder, QStringLiteral("vlmohelp"), QStringLiteral("help"),
+                          QStringLiteral("help viewer"), existing) +
+        placeSuiteProgram(folder, programFolder, QStringLiteral("vlmedit"),
+                          QStringLiteral("editor"), QStringLiteral("text editor"), existing);
     const QString lead = QStringLiteral("               ");
     const QString manualName = QStringLiteral("manual-ACCTPAY.pdf");
-    const QString manual =
-        findHelpFile(programs, manualName, QStringLiteral(APMASTER_MANUAL_PDF));
+    const QString manual = findHelpFile(programs, manualName, QStringLiteral(APMASTER_MANUAL_PDF));
     const QString manualLink = data.filePath(manualName);
     if (manual.isEmpty()) {
         text += lead + QStringLiteral("the manual %1 was not found\n").arg(manualName);
@@ -171,14 +169,34 @@ QString placeHelp(const QString &folder, const QString &programFolder, Existing 
     } else {
         QFile::remove(helpCopy);
         // A copy the office may write to, whatever the installed file's mode.
-        const bool copied = QFile::copy(help, helpCopy) &&
-                            QFile::setPermissions(helpCopy, QFileDevice::ReadOwner |
-                                                                QFileDevice::WriteOwner |
-                                                                QFileDevice::ReadGroup |
-                                                                QFileDevice::WriteGroup |
-                                                                QFileDevice::ReadOther);
+        const bool copied =
+            QFile::copy(help, helpCopy) &&
+            QFile::setPermissions(helpCopy, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+                                                QFileDevice::ReadOther);
         text += lead + (copied ? QStringLiteral("%1 from %2\n").arg(helpName, help)
                                : QStringLiteral("%1 could not be copied\n").arg(helpName));
     }
     return text;
+}
+
+QString placePickers(const QString &folder, const QString &programFolder, Existing existing)
+{
+    const QString vendors =
+        placeSuiteProgram(folder, programFolder, QStringLiteral("venlookp"),
+                          QStringLiteral("pickers"), QStringLiteral("vendor picker"), existing);
+    // The second line goes under the first, without a label of its own.
+    return vendors + placeSuiteProgram(folder, programFolder, QStringLiteral("gllookup"), QString(),
+                                       QStringLiteral("G/L account picker"), existing);
+}
+
+QString placeSuite(const QString &folder, const QString &programFolder, Existing existing)
+{
+    return placeReportRunner(folder, programFolder, existing) +
+           placeNumberUtility(folder, programFolder, existing) +
+           placeVersionWindow(folder, programFolder, existing) +
+           placePrinterSetup(folder, programFolder, existing) +
+           placeLayoutAdjuster(folder, programFolder, existing) +
+           placeHelp(folder, programFolder, existing) +
+           placePickers(folder, programFolder, existing);
 }

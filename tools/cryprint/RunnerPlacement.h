@@ -39,3 +39,14 @@ QString placeLayoutAdjuster(const QString &folder, const QString &programFolder,
 // it). Returns the lines for the summary.
 QString placeHelp(const QString &folder, const QString &programFolder,
                   Existing existing = Existing::Replace);
+// Puts the vendor and G/L account pickers into the data folder under the suite's names,
+// venlookp.exe and gllookup.exe (links to the installed or built programs, found as the runner
+// is). Returns a line for each for the summary.
+QString placePickers(const QString &folder, const QString &programFolder,
+                     Existing existing = Existing::Replace);
+
+// Puts every program of the suite the module starts, with the report definitions, the manual and
+// the help text, into a new company's data folder: each of the above in turn. Returns the lines
+// for the program's summary.
+QString placeSuite(const QString &folder, const QString &programFolder,
+                   Existing existing = Existing::Replace);

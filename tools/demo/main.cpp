@@ -97,12 +97,7 @@ int main(int argc, char *argv[])
         if (!parser.isSet(QStringLiteral("postgres"))) {
             const Demo::Summary summary = Demo::generate(options);
             std::fputs(qPrintable(Demo::describe(summary)), stdout);
-            std::fputs(qPrintable(placeReportRunner(summary.folder, programs)), stdout);
-            std::fputs(qPrintable(placeNumberUtility(summary.folder, programs)), stdout);
-            std::fputs(qPrintable(placeVersionWindow(summary.folder, programs)), stdout);
-            std::fputs(qPrintable(placePrinterSetup(summary.folder, programs)), stdout);
-            std::fputs(qPrintable(placeLayoutAdjuster(summary.folder, programs)), stdout);
-            std::fputs(qPrintable(placeHelp(summary.folder, programs)), stdout);
+            std::fputs(qPrintable(placeSuite(summary.folder, programs)), stdout);
             return 0;
         }
         // The files are made as always in a folder of their own, then copied to the server.
@@ -122,12 +117,7 @@ int main(int argc, char *argv[])
             if (!table.matches())
                 throw Demo::Error(QStringLiteral("The copy of %1 differs.").arg(table.table));
         std::fputs(qPrintable(Demo::describe(summary)), stdout);
-        std::fputs(qPrintable(placeReportRunner(target, programs)), stdout);
-        std::fputs(qPrintable(placeNumberUtility(target, programs)), stdout);
-        std::fputs(qPrintable(placeVersionWindow(target, programs)), stdout);
-        std::fputs(qPrintable(placePrinterSetup(target, programs)), stdout);
-        std::fputs(qPrintable(placeLayoutAdjuster(target, programs)), stdout);
-        std::fputs(qPrintable(placeHelp(target, programs)), stdout);
+        std::fputs(qPrintable(placeSuite(target, programs)), stdout);
     } catch (const NumberedError &error) {
         // The demo's and the copy's own reasons, and a failure of the data layer.
         std::fprintf(stderr, "apmaster-demo: %s\n", qPrintable(error.text()));

@@ -79,33 +79,8 @@ int main(int argc, char **argv)
             std::fputs("\n", stderr);
         std::fputs(summary.text().toLocal8Bit().constData(), stdout);
         // The company's reports work at once; what the folder already has of its own is kept.
-        std::fputs(placeReportRunner(QFileInfo(args[1]).absoluteFilePath(),
-                                     QCoreApplication::applicationDirPath(), Existing::Keep)
-                       .toLocal8Bit()
-                       .constData(),
-                   stdout);
-        std::fputs(placeNumberUtility(QFileInfo(args[1]).absoluteFilePath(),
-                                      QCoreApplication::applicationDirPath(), Existing::Keep)
-                       .toLocal8Bit()
-                       .constData(),
-                   stdout);
-        std::fputs(placeVersionWindow(QFileInfo(args[1]).absoluteFilePath(),
-                                      QCoreApplication::applicationDirPath(), Existing::Keep)
-                       .toLocal8Bit()
-                       .constData(),
-                   stdout);
-        std::fputs(placePrinterSetup(QFileInfo(args[1]).absoluteFilePath(),
-                                     QCoreApplication::applicationDirPath(), Existing::Keep)
-                       .toLocal8Bit()
-                       .constData(),
-                   stdout);
-        std::fputs(placeLayoutAdjuster(QFileInfo(args[1]).absoluteFilePath(),
-                                       QCoreApplication::applicationDirPath(), Existing::Keep)
-                       .toLocal8Bit()
-                       .constData(),
-                   stdout);
-        std::fputs(placeHelp(QFileInfo(args[1]).absoluteFilePath(),
-                             QCoreApplication::applicationDirPath(), Existing::Keep)
+        std::fputs(placeSuite(QFileInfo(args[1]).absoluteFilePath(),
+                              QCoreApplication::applicationDirPath(), Existing::Keep)
                        .toLocal8Bit()
                        .constData(),
                    stdout);

@@ -1,0 +1,88 @@
+#include "PickerProgram.h"
+
+#include "PickerModel.h"
+
+#include "common/PickedAnswer.h"
+#include "data/DbError.h"
+#include "keysend/KeySender.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+namespace {
+
+// The keys of a scripted run, "" when a user types them.
+QString scriptedKeys()
+{
+    return qEnvironmentVariable("APMASTER_PICKER_KEYS");
+}
+
+// A scripted run has nobody to close a message box: the text goes to the error output only.
+void refuse(const QString &title, const QString &text)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+    if (scriptedKeys().isEmpty())
+        QMessageBox::critical(nullptr, title, text);
+}
+
+} // namespace
+
+int runPicker(int argc, char *argv[], const PickerProgram &program)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--version") == 0) {
+            std::printf("%s %s\n", program.name, APMASTER_VERSION);
+            return 0;
+        }
+        if (std::strcmp(argv[i], "--help") == 0) {
+            std::fputs(program.usage, stdout);
+            return 0;
+        }
+    }
+    QApplication app(argc, argv);
+    // The list is copied into a scratch file of the program's own, gone when it ends.
+    QTemporaryDir scratch;
+    if (!scratch.isValid()) {
+        refuse(program.texts.title,
+               QStringLiteral("No scratch folder could be made: %1").arg(scratch.errorString()));
+        return 2;
+    }
+    PickerIndex index(scratch.filePath(QStringLiteral("list.db")), program.columns);
+    try {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        program.load(index, QDir::currentPath());
+        index.finish();
+        QApplication::restoreOverrideCursor();
+    } catch (const DbError &error) {
+        QApplication::restoreOverrideCursor();
+        refuse(program.texts.title, program.cannotRead.arg(error.text()));
+        return 2;
+    }
+    PickerModel model(index);
+    PickerWindow window(model, program.texts);
+    KeySender keys;
+    const QString scripted = scriptedKeys();
+    if (!scripted.isEmpty())
+        QTimer::singleShot(0, &window, [&] {
+            window.activateWindow();
+            keys.sendKeys(scripted);
+        });
+    window.setWindowFlag(Qt::WindowStaysOnTopHint); // over the module, which is on top too
+    if (window.exec() != QDialog::Accepted || window.picked().isEmpty())
+        return 0;
+    const QString picker = QString::fromLatin1(program.name);
+    if (!PickedAnswer::leave(getppid(), picker, window.picked())) {
+        refuse(program.texts.title,
+               QStringLiteral("The picked number %1 could not be handed back (%2).")
+                   .arg(window.picked(), PickedAnswer::pathFor(getppid())));
+        return 2;
+    }
+    return 0;
+}
