@@ -58,8 +58,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "Usage: apmaster-bench-forms DATA_FOLDER [--make-nec N]"},
         Program{"passes", APMASTER_BENCH_PASSES, "Usage: apmaster-bench-passes DATA_FOLDER [YEAR]"},
         Program{"runner", APMASTER_BENCH_RUNNER,
-                "Usage: apmaster-bench-runner DATA_FOLDER [FROM TO] [--csv | --preview] [--report "
-                "FILE]"},
+                "Usage: apmaster-bench-runner DATA_FOLDER [FROM TO] [--csv | --preview [--print]] "
+                "[--report FILE]"},
         Program{"import", APMASTER_BENCH_IMPORT,
                 "Usage: apmaster-bench-import [--rows N] [--table NAME] [--folder SOURCE]"},
         Program{"makejet", APMASTER_BENCH_MAKE_JET,
