@@ -66,9 +66,9 @@ TEST_F(YearEndZeroTest, WithoutVendorsTheStatusLineKeepsZeroing)
     EXPECT_EQ(module.window->status(), "Zeroing YTD totals...");
 }
 
-// Another user's write goes through between two records: the pass holds the write lock for
-// one record at a time.
-TEST_F(YearEndZeroTest, AnotherUserWritesBetweenTwoRecordsWithoutWaiting)
+// Another user's write goes through between two batches: the pass holds the write lock for one
+// batch at a time.
+TEST_F(YearEndZeroTest, AnotherUserWritesBetweenTwoBatchesWithoutWaiting)
 {
     SQLITE_FILES_ONLY();
     RecordingProgress progress;
