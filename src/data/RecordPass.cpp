@@ -16,9 +16,8 @@ RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_
     QSqlQuery setup(db);
     for (const QString &statement : m_dbs.dialect().passStart())
         setup.exec(statement);
-    // A light commit: the batch does not wait for the disk. What it sets for the transaction
-    // ends with it or with the pass.
-    m_begin = m_dbs.dialect().beginWrite(true, -1, m_dbs.busyTimeoutMsecs());
+    // The pass's settings already keep each commit from waiting for the disk.
+    m_begin = m_dbs.dialect().beginWrite(false, -1, m_dbs.busyTimeoutMsecs());
 }
 
 RecordPass::~RecordPass()
@@ -54,7 +53,8 @@ void RecordPass::inBatches(const QString &table, const QString &key, const QStri
         written(batch);
         after = batch.last;
         // Another user's save waiting for the lock takes it now.
-        QThread::msleep(restMsecs);
+        if (const int rest = m_dbs.dialect().passRestMsecs(); rest > 0)
+            QThread::msleep(static_cast<unsigned long>(rest));
     }
 }
 

@@ -12,19 +12,18 @@ class Databases;
 // A pass over every record of a table that writes the records in batches, each batch one
 // statement over a range of keys in a transaction of its own. A batch holds the write lock for a
 // few milliseconds at most: its size follows the time the batches before it took. Between two
-// batches the pass rests outside any transaction, so that another user's save waiting for the
-// lock gets in; that user waits one batch at most. Each batch commits without waiting for the
-// disk (a power cut can lose the last batches written, never part of one, and never harms the
-// file); the end of the pass makes everything written durable. A pass stopped part-way leaves
-// whole batches written and the rest as they were.
+// batches the pass rests outside any transaction where a batch locks the whole file, so that
+// another user's save waiting for the lock gets in; that user waits one batch at most. Each batch
+// commits without waiting for the disk (a power cut can lose the last batches written, never part
+// of one, and never harms the file); the end of the pass makes everything written durable. A pass
+// stopped part-way leaves whole batches written and the rest as they were.
 class RecordPass {
 public:
     // How many times one batch waits for another user's lock (each wait as long as a statement
     // waits) before the pass gives up.
     static constexpr int lockTries = 20;
-    // The time a batch aims to hold the write lock, and the rest after it.
+    // The time a batch aims to hold the write lock (the rest after it is the engine's).
     static constexpr int batchMsecs = 8;
-    static constexpr int restMsecs = 2;
     // The sizes a batch may take, in records.
     static constexpr int firstBatch = 32;
     static constexpr int largestBatch = 4096;
