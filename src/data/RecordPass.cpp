@@ -39,8 +39,10 @@ void RecordPass::inBatches(const QString &table, const QString &key, const QStri
                            const std::function<void(const Batch &)> &starting,
                            const std::function<void(const Batch &)> &written)
 {
-    QSqlQuery keys = prepare(
-        QStringLiteral("select %1 from %2 where %1 > ? order by %1 limit ?").arg(key, table));
+    // Ordered as the engine's index of the key is, so that a batch reads its keys from the index
+    // without sorting every key after it.
+    QSqlQuery keys = prepare(QStringLiteral("select %1 from %2 where %1 > ? order by %3 limit ?")
+                                 .arg(key, table, m_dbs.dialect().orderTerm(key)));
     QSqlQuery writer = prepare(write);
     qlonglong after = std::numeric_limits<qlonglong>::min();
     int size = firstBatch;
