@@ -51,8 +51,17 @@ QString RecordSource::fullStatement() const
     return m_statement;
 }
 
+void RecordSource::forgetReadsOn()
+{
+    for (int i = 0; i < 2; ++i) {
+        m_readOn[i] = QSqlQuery();
+        m_readOnText[i].clear();
+    }
+}
+
 void RecordSource::detach()
 {
+    forgetReadsOn();
     m_window = {};
     m_previous = {};
     m_keyed = Keyed::Unknown;
@@ -66,6 +75,7 @@ void RecordSource::detach()
 
 void RecordSource::letGo()
 {
+    forgetReadsOn();
     if (m_bound) {
         m_dbs.closeReader(m_boundFile, m_name);
         m_bound = false;
@@ -262,14 +272,22 @@ std::optional<std::vector<QSqlRecord>> RecordSource::readOnByKey(bool forward, i
     if (!ties)
         return std::nullopt;
     const QSqlRecord &edge = forward ? m_window.rows.back() : m_window.rows.front();
-    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
-    q.setForwardOnly(true);
-    // The rows with the edge's values that are held already are skipped.
+    // The rows with the edge's values that are held already are skipped. The numbers are
+    // written into the text (nearly always the same two, a window onward and one tie), so that
+    // the server plans the read for them.
     const QString sql =
         KeyedStatement::from(m_dbs.dialect().map(fullStatement()), key->order(), forward) +
         QStringLiteral(" limit %1 offset %2").arg(count).arg(*ties);
-    if (!q.prepare(sql))
-        throw Databases::errorFrom(q.lastError(), m_statement);
+    QSqlQuery &q = m_readOn[forward ? 1 : 0];
+    QString &prepared = m_readOnText[forward ? 1 : 0];
+    if (prepared != sql) {
+        q = QSqlQuery(m_dbs.openReader(m_fileName, m_name));
+        q.setForwardOnly(true);
+        prepared.clear();
+        if (!q.prepare(sql))
+            throw Databases::errorFrom(q.lastError(), m_statement);
+        prepared = sql;
+    }
     key->bind(q, edge);
     if (!q.exec())
         throw Databases::errorFrom(q.lastError(), m_statement);
