@@ -446,19 +446,22 @@ void RecordSource::lockEditedRow()
     const QString sql = m_dbs.dialect().lockRow(m_table, m_keyColumn);
     if (sql.isEmpty())
         return;
-    QSqlQuery q(m_dbs.open(m_fileName));
-    q.setForwardOnly(true);
-    bool locked = q.prepare(sql);
-    if (locked) {
-        q.addBindValue(m_editKey);
-        locked = q.exec();
+    QSqlError failed;
+    try {
+        QSqlQuery &q = m_dbs.prepared(m_fileName, sql);
+        q.bindValue(0, m_editKey);
+        if (!q.exec())
+            failed = q.lastError();
+        q.finish();
+    } catch (const DbError &) {
+        endWrite(false);
+        throw;
     }
-    if (!locked) {
-        const DbError error = Databases::errorFrom(q.lastError(), sql);
+    if (failed.isValid()) {
+        const DbError error = Databases::errorFrom(failed, sql);
         endWrite(false);
         throw error;
     }
-    q.finish();
 }
 
 void RecordSource::addNew(Commit commit)
@@ -487,7 +490,6 @@ void RecordSource::update()
     if (m_mode == Mode::None)
         throw DbError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
     const QStringList columns(m_changed.cbegin(), m_changed.cend());
-    QSqlDatabase db = m_dbs.open(m_fileName);
     QString sql;
     if (m_mode == Mode::Edit) {
         QStringList sets;
@@ -508,18 +510,23 @@ void RecordSource::update()
                   .arg(m_table, columns.join(", "), marks.join(", "));
     }
     beginWrite(Commit::Durable);
-    QSqlQuery q(db);
-    bool written = q.prepare(sql);
-    if (written) {
+    QSqlError failed;
+    try {
+        QSqlQuery &q = m_dbs.prepared(m_fileName, sql);
+        int mark = 0;
         for (const QString &c : columns)
-            q.addBindValue(m_buffer.value(c));
+            q.bindValue(mark++, m_buffer.value(c));
         if (m_mode == Mode::Edit)
-            q.addBindValue(m_editKey);
-        written = q.exec();
+            q.bindValue(mark, m_editKey);
+        if (!q.exec())
+            failed = q.lastError();
+    } catch (const DbError &) {
+        endWrite(false);
+        throw;
     }
-    if (!written) {
+    if (failed.isValid()) {
         // A failed write lets go of the lock at once; the edit stays open for another try.
-        const DbError error = Databases::errorFrom(q.lastError(), sql);
+        const DbError error = Databases::errorFrom(failed, sql);
         endWrite(false);
         throw error;
     }
@@ -577,12 +584,12 @@ void RecordSource::deleteCurrent()
 QSqlRecord RecordSource::reread() const
 {
     const QVariant key = value(m_keyColumn);
-    QSqlQuery q(m_dbs.open(m_fileName));
-    q.setForwardOnly(true);
     const QString sql = QStringLiteral("select * from %1 where %2 = ?").arg(m_table, m_keyColumn);
-    q.prepare(sql);
-    q.addBindValue(key);
+    QSqlQuery &q = m_dbs.prepared(m_fileName, sql);
+    q.bindValue(0, key);
     if (!q.exec())
         throw Databases::errorFrom(q.lastError(), sql);
-    return q.next() ? q.record() : QSqlRecord();
+    const QSqlRecord row = q.next() ? q.record() : QSqlRecord();
+    q.finish(); // the kept read holds nothing open until its next use
+    return row;
 }

@@ -56,10 +56,12 @@ void waitFinely(QSqlDatabase &db, int msecs)
         return;
     sqlite3 *connection = *static_cast<sqlite3 *const *>(handle.data());
     auto *wait = new LockWait{msecs, {}};
-    // The function owns the wait; the engine lets go of both with the connection.
-    sqlite3_create_function_v2(connection, "lock_wait", 1, SQLITE_UTF8, wait, setLockWait, nullptr,
-                               nullptr, [](void *w) { delete static_cast<LockWait *>(w); });
-    sqlite3_busy_handler(connection, waitForLock, wait);
+    // The function owns the wait; the engine lets go of both with the connection (or at once,
+    // when the function cannot be made: the engine's own way of waiting then stays).
+    if (sqlite3_create_function_v2(connection, "lock_wait", 1, SQLITE_UTF8, wait, setLockWait,
+                                   nullptr, nullptr,
+                                   [](void *w) { delete static_cast<LockWait *>(w); }) == SQLITE_OK)
+        sqlite3_busy_handler(connection, waitForLock, wait);
 }
 
 // SQLite's answer for a file that is not one of its databases.
