@@ -150,6 +150,7 @@ void Databases::release(const QString &fileName, const QString &connection)
 
 void Databases::drop(const QString &connection)
 {
+    m_prepared.remove(connection); // its statements go before it
     {
         QSqlDatabase db = QSqlDatabase::database(connection, false);
         db.close();
@@ -203,6 +204,23 @@ QSqlQuery Databases::select(const QString &fileName, const QString &statement)
         if (attempt > 1 || !renewIfGone(fileName))
             throw errorFrom(error, statement);
     }
+}
+
+QSqlQuery &Databases::prepared(const QString &fileName, const QString &statement)
+{
+    QSqlDatabase db = open(fileName);
+    std::shared_ptr<QSqlQuery> &kept = m_prepared[db.connectionName()][statement];
+    if (!kept) {
+        auto q = std::make_shared<QSqlQuery>(db);
+        q->setForwardOnly(true);
+        if (!q->prepare(statement)) {
+            const QSqlError error = q->lastError();
+            m_prepared[db.connectionName()].remove(statement);
+            throw errorFrom(error, statement);
+        }
+        kept = std::move(q);
+    }
+    return *kept;
 }
 
 QVariant Databases::scalar(const QString &fileName, const QString &statement)

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 
@@ -11,7 +12,6 @@
 #include <memory>
 
 class QSqlError;
-class QSqlQuery;
 
 // The databases of the data folder (the current folder), each opened by its bare file name: an
 // SQLite file of that name, or the schema of that name on a PostgreSQL server when the folder's
@@ -63,6 +63,12 @@ public:
 
     const Dialect &dialect() const { return *m_dialect; }
 
+    // A statement with bound values on the file's main connection, prepared on its first use
+    // and kept with the connection (a server prepares a statement in a round trip of its own).
+    // Values are bound by position; a read is finished by the caller once its rows are taken.
+    // The query stays valid until the connection goes.
+    QSqlQuery &prepared(const QString &fileName, const QString &statement);
+
     // A forward-only read of a statement on the file's main connection.
     QSqlQuery select(const QString &fileName, const QString &statement);
     // The first column of the first row (null when there is none).
@@ -101,7 +107,7 @@ private:
     void release(const QString &fileName, const QString &connection);
     // A connection kept aside for the file that still answers, "" when there is none.
     QString takeSpare(const QString &file);
-    static void drop(const QString &connection);
+    void drop(const QString &connection);
     QString connectionName(const QString &fileName, const QString &tag = {}) const;
     void endWrite(const QString &fileName, Write &write);
     // Runs the statements that open a write transaction; the failed one and its error if any.
@@ -109,10 +115,12 @@ private:
                   QString &failed);
 
     std::unique_ptr<Dialect> m_dialect;
-    QHash<QString, QStringList> m_connections; // file -> connections in use
-    QHash<QString, QString> m_servedBy;        // use (file and tag) -> its connection
-    QHash<QString, QStringList> m_spares;      // file -> connections kept aside
-    QHash<QString, Write> m_writes;            // file -> its open write transaction
+    QHash<QString, QStringList> m_connections;            // file -> connections in use
+    QHash<QString, QString> m_servedBy;                   // use (file and tag) -> its connection
+    QHash<QString, QStringList> m_spares;                 // file -> connections kept aside
+    QHash<QString, Write> m_writes;                       // file -> its open write transaction
+    // connection -> statement -> its query
+    QHash<QString, QHash<QString, std::shared_ptr<QSqlQuery>>> m_prepared;
     int m_openCount = 0;
     int m_busyTimeoutMsecs = Dialect::busyTimeoutMsecs;
     QString m_prefix;

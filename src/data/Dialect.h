@@ -71,9 +71,13 @@ public:
     virtual QString lockRow(const QString &table, const QString &keyColumn) const = 0;
     // The column that names a row of any table by its place in the table.
     virtual QString rowIdColumn() const = 0;
-    // Settings for a pass over many records (each its own transaction) and after it.
+    // Settings for a pass over many records (a batch of them a transaction, each commit not
+    // waiting for the disk) and after it.
     virtual QStringList passStart() const = 0;
     virtual QStringList passEnd() const = 0;
+    // How long a pass rests between two batches, so that another user waiting for the lock a
+    // batch held gets it.
+    virtual int passRestMsecs() const = 0;
 
     // The column type a kind of column is created with.
     virtual QString columnType(Schema::Kind kind) const = 0;

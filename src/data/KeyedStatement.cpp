@@ -16,7 +16,8 @@ std::optional<Order> orderOf(const QString &statement)
                                             QRegularExpression::CaseInsensitiveOption |
                                                 QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression term(
-        QStringLiteral(R"(^\s*([A-Za-z_]\w*(?:\.[A-Za-z_]\w*)?)(?:\s+(asc|desc))?\s*$)"),
+        QStringLiteral(R"(^\s*([A-Za-z_]\w*(?:\.[A-Za-z_]\w*)?)(?:\s+(asc|desc))?)"
+                       R"((?:\s+nulls\s+(first|last))?\s*$)"),
         QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch clause = orderBy.match(sql.mid(at.order));
     if (!clause.hasMatch())
@@ -31,6 +32,15 @@ std::optional<Order> orderOf(const QString &statement)
             m.captured(2).compare(QLatin1String("desc"), Qt::CaseInsensitive) == 0;
         if (!first && descending != order.descending)
             return std::nullopt;
+        // Nulls where the files put them (first going up, last going down) are said for an
+        // engine that puts them elsewhere; any other place is no plain order.
+        if (!m.captured(3).isEmpty()) {
+            const bool nullsFirst =
+                m.captured(3).compare(QLatin1String("first"), Qt::CaseInsensitive) == 0;
+            if (nullsFirst == descending)
+                return std::nullopt;
+            order.nullsSaid = true;
+        }
         order.descending = descending;
         order.columns << m.captured(1);
         first = false;
@@ -61,7 +71,9 @@ QString from(const QString &statement, const Order &order, bool onward)
                head.mid(at.where + 5).trimmed() + QLatin1Char(')');
     else
         head += QStringLiteral(" where ") + key;
-    const QString direction = larger ? QString() : QStringLiteral(" desc");
+    QString direction = larger ? QString() : QStringLiteral(" desc");
+    if (order.nullsSaid)
+        direction += larger ? QStringLiteral(" nulls first") : QStringLiteral(" nulls last");
     QStringList terms;
     for (const QString &column : order.columns)
         terms << column + direction;

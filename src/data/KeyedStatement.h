@@ -12,6 +12,9 @@ namespace KeyedStatement {
 struct Order {
     QStringList columns; // as the order clause names them ("table.column" or "column")
     bool descending = false;
+    // Whether the statement says where nulls go (where the files put them): the reads on by key
+    // say it too, so that the engine reads them by the same index.
+    bool nullsSaid = false;
 };
 // The statement's order, when it is plain columns all in one direction and the statement has
 // no clause (a limit, a group) that would make reading on by key mean something else.

@@ -10,17 +10,71 @@
 
 namespace {
 
-// The tables read and the index each is read by, in the engine's plan; empty when the plan
-// sorts (or cannot be had).
-QStringList indexesOf(QSqlDatabase db, const QString &statement, int marks)
+// A value written into a statement as the server reads it.
+QString literal(const QVariant &value)
 {
-    static const QRegularExpression step(
-        QStringLiteral(R"(^(?:SCAN|SEARCH) (\w+)(?: USING (?:COVERING )?INDEX (\w+))?)"));
+    if (value.isNull())
+        return QStringLiteral("null");
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return value.toString();
+    default:
+        return QLatin1Char('\'') +
+               value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) +
+               QLatin1Char('\'');
+    }
+}
+
+// The statement with its "?" marks (outside quoted text) replaced by the values, in order.
+QString withValues(const QString &statement, const QVariantList &values)
+{
+    QString sql;
+    qsizetype next = 0;
+    bool quoted = false;
+    for (const QChar c : statement) {
+        if (c == QLatin1Char('\''))
+            quoted = !quoted;
+        if (c == QLatin1Char('?') && !quoted && next < values.size())
+            sql += literal(values[next++]);
+        else
+            sql += c;
+    }
+    return sql;
+}
+
+// The tables read and the index each is read by, in the engine's plan; empty when the plan
+// sorts (or cannot be had). The server plans the statement for the values of the row it
+// would be read on from; the files plan it for any values.
+QStringList indexesOf(QSqlDatabase db, const QString &statement, const QVariantList &values)
+{
     QSqlQuery q(db);
     q.setForwardOnly(true);
+    if (db.driverName() == QLatin1String("QPSQL")) {
+        static const QRegularExpression read(
+            QStringLiteral(R"(Index(?: Only)? Scan(?: Backward)? using (\w+) on (\w+))"));
+        static const QRegularExpression sorts(QStringLiteral(R"(\bSort\b)"));
+        if (!q.exec(QStringLiteral("explain ") + withValues(statement, values)))
+            return {};
+        QStringList reads;
+        while (q.next()) {
+            const QString line = q.value(0).toString();
+            if (sorts.match(line).hasMatch())
+                return {};
+            const QRegularExpressionMatch m = read.match(line);
+            if (m.hasMatch())
+                reads << m.captured(2) + QLatin1Char(':') + m.captured(1);
+        }
+        return reads;
+    }
+    static const QRegularExpression step(
+        QStringLiteral(R"(^(?:SCAN|SEARCH) (\w+)(?: USING (?:COVERING )?INDEX (\w+))?)"));
     if (!q.prepare(QStringLiteral("explain query plan ") + statement))
         return {};
-    for (int i = 0; i < marks; ++i)
+    for (qsizetype i = 0; i < values.size(); ++i)
         q.addBindValue(QVariant());
     if (!q.exec())
         return {};
@@ -85,12 +139,14 @@ std::optional<OrderKey> OrderKey::of(QSqlDatabase db, const QString &statement,
         key.m_fields.push_back(found);
         key.m_text.push_back(*kind == Schema::Kind::Text);
     }
-    const int marks = static_cast<int>(order->columns.size());
+    QVariantList values;
+    for (const int field : key.m_fields)
+        values << row.value(field);
     const auto limited = [](const QString &sql) { return sql + QStringLiteral(" limit 64"); };
-    const QStringList plain = indexesOf(db, PagedStatement::rows(statement, 64, 64), 0);
+    const QStringList plain = indexesOf(db, PagedStatement::rows(statement, 64, 64), {});
     if (plain.isEmpty() ||
-        indexesOf(db, limited(KeyedStatement::from(statement, *order, true)), marks) != plain ||
-        indexesOf(db, limited(KeyedStatement::from(statement, *order, false)), marks) != plain)
+        indexesOf(db, limited(KeyedStatement::from(statement, *order, true)), values) != plain ||
+        indexesOf(db, limited(KeyedStatement::from(statement, *order, false)), values) != plain)
         return std::nullopt;
     return key;
 }
@@ -125,8 +181,10 @@ bool OrderKey::complete(const QSqlRecord &row) const
     return true;
 }
 
-void OrderKey::bind(QSqlQuery &query, const QSqlRecord &row) const
+int OrderKey::bind(QSqlQuery &query, const QSqlRecord &row) const
 {
+    int mark = 0;
     for (const int field : m_fields)
-        query.addBindValue(row.value(field));
+        query.bindValue(mark++, row.value(field));
+    return mark;
 }

@@ -30,7 +30,8 @@ public:
     Same same(const QSqlRecord &a, const QSqlRecord &b) const;
     // A row to read on from must have every order value.
     bool complete(const QSqlRecord &row) const;
-    void bind(QSqlQuery &query, const QSqlRecord &row) const;
+    // Binds the row's order values to the first marks of a read on by key; how many there are.
+    int bind(QSqlQuery &query, const QSqlRecord &row) const;
 
 private:
     KeyedStatement::Order m_order;

@@ -35,8 +35,15 @@ public:
     QStringList afterWrite(bool, int, int) const override { return {}; }
     QString lockRow(const QString &table, const QString &keyColumn) const override;
     QString rowIdColumn() const override { return QStringLiteral("ctid"); }
-    QStringList passStart() const override { return {}; }
-    QStringList passEnd() const override { return {}; }
+    // The pass's commits do not wait for the disk (each still atomic); the end of the pass puts
+    // the server's own setting back.
+    QStringList passStart() const override
+    {
+        return {QStringLiteral("set synchronous_commit = off")};
+    }
+    QStringList passEnd() const override { return {QStringLiteral("reset synchronous_commit")}; }
+    // Another user waits for the rows a batch locks, in turn, not for the database.
+    int passRestMsecs() const override { return 0; }
 
     QString columnType(Schema::Kind kind) const override;
     // Nulls first, as the files order them: the index then serves both directions of map()'s

@@ -51,8 +51,17 @@ QString RecordSource::fullStatement() const
     return m_statement;
 }
 
+void RecordSource::forgetReadsOn()
+{
+    for (int i = 0; i < 2; ++i) {
+        m_readOn[i] = QSqlQuery();
+        m_readOnText[i].clear();
+    }
+}
+
 void RecordSource::detach()
 {
+    forgetReadsOn();
     m_window = {};
     m_previous = {};
     m_keyed = Keyed::Unknown;
@@ -66,6 +75,7 @@ void RecordSource::detach()
 
 void RecordSource::letGo()
 {
+    forgetReadsOn();
     if (m_bound) {
         m_dbs.closeReader(m_boundFile, m_name);
         m_bound = false;
@@ -262,14 +272,22 @@ std::optional<std::vector<QSqlRecord>> RecordSource::readOnByKey(bool forward, i
     if (!ties)
         return std::nullopt;
     const QSqlRecord &edge = forward ? m_window.rows.back() : m_window.rows.front();
-    QSqlQuery q(m_dbs.openReader(m_fileName, m_name));
-    q.setForwardOnly(true);
-    // The rows with the edge's values that are held already are skipped.
+    // The rows with the edge's values that are held already are skipped. The numbers are
+    // written into the text (nearly always the same two, a window onward and one tie), so that
+    // the server plans the read for them.
     const QString sql =
         KeyedStatement::from(m_dbs.dialect().map(fullStatement()), key->order(), forward) +
         QStringLiteral(" limit %1 offset %2").arg(count).arg(*ties);
-    if (!q.prepare(sql))
-        throw Databases::errorFrom(q.lastError(), m_statement);
+    QSqlQuery &q = m_readOn[forward ? 1 : 0];
+    QString &prepared = m_readOnText[forward ? 1 : 0];
+    if (prepared != sql) {
+        q = QSqlQuery(m_dbs.openReader(m_fileName, m_name));
+        q.setForwardOnly(true);
+        prepared.clear();
+        if (!q.prepare(sql))
+            throw Databases::errorFrom(q.lastError(), m_statement);
+        prepared = sql;
+    }
     key->bind(q, edge);
     if (!q.exec())
         throw Databases::errorFrom(q.lastError(), m_statement);
@@ -428,19 +446,22 @@ void RecordSource::lockEditedRow()
     const QString sql = m_dbs.dialect().lockRow(m_table, m_keyColumn);
     if (sql.isEmpty())
         return;
-    QSqlQuery q(m_dbs.open(m_fileName));
-    q.setForwardOnly(true);
-    bool locked = q.prepare(sql);
-    if (locked) {
-        q.addBindValue(m_editKey);
-        locked = q.exec();
+    QSqlError failed;
+    try {
+        QSqlQuery &q = m_dbs.prepared(m_fileName, sql);
+        q.bindValue(0, m_editKey);
+        if (!q.exec())
+            failed = q.lastError();
+        q.finish();
+    } catch (const DbError &) {
+        endWrite(false);
+        throw;
     }
-    if (!locked) {
-        const DbError error = Databases::errorFrom(q.lastError(), sql);
+    if (failed.isValid()) {
+        const DbError error = Databases::errorFrom(failed, sql);
         endWrite(false);
         throw error;
     }
-    q.finish();
 }
 
 void RecordSource::addNew(Commit commit)
@@ -469,7 +490,6 @@ void RecordSource::update()
     if (m_mode == Mode::None)
         throw DbError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
     const QStringList columns(m_changed.cbegin(), m_changed.cend());
-    QSqlDatabase db = m_dbs.open(m_fileName);
     QString sql;
     if (m_mode == Mode::Edit) {
         QStringList sets;
@@ -490,18 +510,23 @@ void RecordSource::update()
                   .arg(m_table, columns.join(", "), marks.join(", "));
     }
     beginWrite(Commit::Durable);
-    QSqlQuery q(db);
-    bool written = q.prepare(sql);
-    if (written) {
+    QSqlError failed;
+    try {
+        QSqlQuery &q = m_dbs.prepared(m_fileName, sql);
+        int mark = 0;
         for (const QString &c : columns)
-            q.addBindValue(m_buffer.value(c));
+            q.bindValue(mark++, m_buffer.value(c));
         if (m_mode == Mode::Edit)
-            q.addBindValue(m_editKey);
-        written = q.exec();
+            q.bindValue(mark, m_editKey);
+        if (!q.exec())
+            failed = q.lastError();
+    } catch (const DbError &) {
+        endWrite(false);
+        throw;
     }
-    if (!written) {
+    if (failed.isValid()) {
         // A failed write lets go of the lock at once; the edit stays open for another try.
-        const DbError error = Databases::errorFrom(q.lastError(), sql);
+        const DbError error = Databases::errorFrom(failed, sql);
         endWrite(false);
         throw error;
     }
@@ -559,12 +584,12 @@ void RecordSource::deleteCurrent()
 QSqlRecord RecordSource::reread() const
 {
     const QVariant key = value(m_keyColumn);
-    QSqlQuery q(m_dbs.open(m_fileName));
-    q.setForwardOnly(true);
     const QString sql = QStringLiteral("select * from %1 where %2 = ?").arg(m_table, m_keyColumn);
-    q.prepare(sql);
-    q.addBindValue(key);
+    QSqlQuery &q = m_dbs.prepared(m_fileName, sql);
+    q.bindValue(0, key);
     if (!q.exec())
         throw Databases::errorFrom(q.lastError(), sql);
-    return q.next() ? q.record() : QSqlRecord();
+    const QSqlRecord row = q.next() ? q.record() : QSqlRecord();
+    q.finish(); // the kept read holds nothing open until its next use
+    return row;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSet>
+#include <QSqlQuery>
 #include <QSqlRecord>
 #include <QString>
 #include <QVariant>
@@ -121,6 +122,8 @@ private:
     void endWrite(bool commit);
     void lockEditedRow();
     QString fullStatement() const;
+    // Lets go of the reads on by key kept prepared.
+    void forgetReadsOn();
     // Forgets the rows; letGo() also closes the reader's connection.
     void detach();
     void letGo();
@@ -141,7 +144,11 @@ private:
     enum class Keyed { Unknown, Yes, No };
     Keyed m_keyed = Keyed::Unknown;
     std::unique_ptr<OrderKey>
-        m_orderKey;        // windows read one after another in one direction: + on, - back
+        m_orderKey; // windows read one after another in one direction: + on, - back
+    // The reads on by key, onward [1] and back [0], prepared once for the statement and kept
+    // (a server prepares a statement in a round trip of its own), with the text each holds.
+    QSqlQuery m_readOn[2];
+    QString m_readOnText[2];
     long long m_pos = 0;   // -1 before the first row; m_size (when known) after the last
     long long m_size = -1; // the number of rows once known (counted, or the end was read)
     bool m_onFound = false;

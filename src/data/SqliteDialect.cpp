@@ -7,11 +7,62 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUrl>
 
+#include <sqlite3.h>
+
+#include <chrono>
+#include <thread>
+
 namespace {
+
+// How a connection waits for another connection's lock. The engine's own wait sleeps longer and
+// longer between its looks at the lock (up to a tenth of a second), so a user waiting while a
+// pass writes batch after batch, resting a moment between them, would mostly look while a batch
+// holds the lock. Looking every millisecond, the user gets in at the pass's next rest.
+struct LockWait {
+    int msecs = 0;
+    std::chrono::steady_clock::time_point since;
+};
+
+int waitForLock(void *wait, int tries)
+{
+    auto *w = static_cast<LockWait *>(wait);
+    const auto now = std::chrono::steady_clock::now();
+    if (tries == 0)
+        w->since = now;
+    if (now - w->since >= std::chrono::milliseconds(w->msecs))
+        return 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return 1;
+}
+
+// lock_wait(msecs): the connection's wait for a lock from now on, as the engine's busy_timeout
+// pragma sets it (which would put the engine's own way of waiting back).
+void setLockWait(sqlite3_context *context, int, sqlite3_value **values)
+{
+    auto *w = static_cast<LockWait *>(sqlite3_user_data(context));
+    w->msecs = sqlite3_value_int(values[0]);
+    sqlite3_result_int(context, w->msecs);
+}
+
+void waitFinely(QSqlDatabase &db, int msecs)
+{
+    const QVariant handle = db.driver()->handle();
+    if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return;
+    sqlite3 *connection = *static_cast<sqlite3 *const *>(handle.data());
+    auto *wait = new LockWait{msecs, {}};
+    // The function owns the wait; the engine lets go of both with the connection (or at once,
+    // when the function cannot be made: the engine's own way of waiting then stays).
+    if (sqlite3_create_function_v2(connection, "lock_wait", 1, SQLITE_UTF8, wait, setLockWait,
+                                   nullptr, nullptr,
+                                   [](void *w) { delete static_cast<LockWait *>(w); }) == SQLITE_OK)
+        sqlite3_busy_handler(connection, waitForLock, wait);
+}
 
 // SQLite's answer for a file that is not one of its databases.
 const QLatin1String notADatabaseCode("26");
@@ -108,8 +159,7 @@ QSqlDatabase SqliteDialect::connect(const QString &fileName, const QString &conn
     checkEntry(path);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
     db.setDatabaseName(uriOf(path, "rw"));
-    db.setConnectOptions(
-        QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(busyMsecs));
+    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(busyMsecs));
     if (!db.open()) {
         const QSqlError err = db.lastError();
         dropConnection(db, connection);
@@ -117,6 +167,7 @@ QSqlDatabase SqliteDialect::connect(const QString &fileName, const QString &conn
             DbError::FileNotFound,
             QStringLiteral("Could not open file '%1'. %2").arg(path, err.text()).trimmed());
     }
+    waitFinely(db, busyMsecs);
     // The first statement reads the file's header: a foreign file is refused here.
     QSqlError refused;
     {
@@ -189,7 +240,7 @@ QStringList SqliteDialect::beginWrite(bool light, int waitMsecs, int) const
     if (light)
         statements << QStringLiteral("pragma synchronous=NORMAL");
     if (waitMsecs >= 0)
-        statements << QStringLiteral("pragma busy_timeout=%1").arg(waitMsecs);
+        statements << QStringLiteral("select lock_wait(%1)").arg(waitMsecs);
     // The file's write lock at once, so that a file held by another user fails at the start.
     statements << QStringLiteral("begin immediate");
     return statements;
@@ -199,7 +250,7 @@ QStringList SqliteDialect::afterWrite(bool light, int waitMsecs, int busyMsecs) 
 {
     QStringList statements;
     if (waitMsecs >= 0)
-        statements << QStringLiteral("pragma busy_timeout=%1").arg(busyMsecs);
+        statements << QStringLiteral("select lock_wait(%1)").arg(busyMsecs);
     if (light)
         statements << QStringLiteral("pragma synchronous=FULL");
     return statements;

@@ -21,6 +21,7 @@ public:
     QString rowIdColumn() const override { return QStringLiteral("rowid"); }
     QStringList passStart() const override;
     QStringList passEnd() const override;
+    int passRestMsecs() const override { return 2; }
 
     QString columnType(Schema::Kind kind) const override;
     QStringList indexNames(QSqlDatabase &db) const override;

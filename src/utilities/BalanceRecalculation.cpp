@@ -43,31 +43,42 @@ void BalanceRecalculation::recalculate(long from, long to)
         PassScope pass(m_s.progress, 2 * vendors);
         RecordPass records(m_s.databases, ap);
         int done = 0;
+        const auto advance = [&](const RecordPass::Batch &batch) {
+            m_s.progress.advance(done += batch.count);
+        };
         // First pass: whatever the totals held is discarded.
-        QSqlQuery zero = records.prepare(QStringLiteral(
-            "update vendors set vendbalcurrent = 0, vendytd = 0 where vendnumber = ?"));
-        records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
-                           [&](qlonglong vendor) {
-                               records.writeRecord(zero, {vendor});
-                               m_s.progress.advance(++done);
-                           });
-        // Second pass: each vendor's totals from its invoices in the range, summed, rounded to
-        // four decimals and written in the vendor's own transaction.
-        QSqlQuery write = records.prepare(totalsStatement(from, to));
-        int recalculated = 0;
-        records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
-                           [&](qlonglong vendor) {
-                               // The window is painted a few times a second; the vendor shown then
-                               // is current.
-                               if (recalculated++ % 64 == 0 || recalculated == vendors)
-                                   m_s.status.set(QStringLiteral("Recalculating vendor # ") +
-                                                  QString::number(vendor));
-                               records.writeRecord(write, {vendor, vendor, vendor});
-                               m_s.progress.advance(++done);
-                           });
+        records.inBatches(
+            QStringLiteral("vendors"), QStringLiteral("vendnumber"),
+            QStringLiteral("update vendors set vendbalcurrent = 0, vendytd = 0 "
+                           "where vendnumber between ? and ?"),
+            [](const RecordPass::Batch &) {}, advance);
+        // Second pass: each vendor's totals from its invoices in the range, summed and rounded
+        // to four decimals, a batch of vendors in one transaction. The first vendor of the batch
+        // being written is the one the status line shows.
+        records.inBatches(
+            QStringLiteral("vendors"), QStringLiteral("vendnumber"), batchStatement(from, to),
+            [&](const RecordPass::Batch &batch) {
+                m_s.status.set(QStringLiteral("Recalculating vendor # ") +
+                               QString::number(batch.first));
+            },
+            advance);
     }
     m_s.status.show(QStringLiteral("Vendor balances recalculated between ") +
                     QString::number(from) + QStringLiteral(" and ") + QString::number(to));
+}
+
+QString BalanceRecalculation::batchStatement(long from, long to)
+{
+    const QString range = QStringLiteral(" between ") + QString::number(from) +
+                          QStringLiteral(" and ") + QString::number(to);
+    return QStringLiteral("update vendors set vendbalcurrent = round(coalesce((select "
+                          "sum(i.invamount) from invoices i where i.vendnumber = "
+                          "vendors.vendnumber and i.invdate") +
+           range +
+           QStringLiteral("), 0), 4), vendytd = round(coalesce((select sum(i.invcheckamount) "
+                          "from invoices i where i.vendnumber = vendors.vendnumber and "
+                          "i.invcheckdate") +
+           range + QStringLiteral("), 0), 4) where vendnumber between ? and ?");
 }
 
 QString BalanceRecalculation::totalsStatement(long from, long to)

@@ -11,8 +11,9 @@ struct Session;
 
 // Rebuilds every vendor's current balance and YTD total from its invoices over a date range the
 // user gives: a first pass zeroes both for every vendor, a second computes them again. Each
-// vendor is its own transaction. The two sums differ on purpose: the balance adds the invoice
-// amounts dated in the range (paid ones too), the YTD total the check amounts paid in the range.
+// batch of vendors (a few milliseconds of writing) is its own transaction. The two sums differ on
+// purpose: the balance adds the invoice amounts dated in the range (paid ones too), the YTD total
+// the check amounts paid in the range.
 class BalanceRecalculation {
 public:
     struct Services {
@@ -36,6 +37,8 @@ public:
     // The statement that writes one vendor's two totals over the range; it takes the vendor
     // number three times. The vendor-number utility's merge uses it too.
     static QString totalsStatement(long from, long to);
+    // The same for every vendor whose number is between the two it takes (a batch of a pass).
+    static QString batchStatement(long from, long to);
 
 private:
     Services m_s;

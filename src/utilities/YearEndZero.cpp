@@ -24,14 +24,12 @@ bool YearEndZero::run()
         return false; // the status line keeps its text
     PassScope pass(m_s.progress, total);
     RecordPass records(m_s.databases, ap);
-    QSqlQuery zero =
-        records.prepare(QStringLiteral("update vendors set vendytd = 0 where vendnumber = ?"));
     int done = 0;
-    records.forEachKey(QStringLiteral("vendors"), QStringLiteral("vendnumber"),
-                       [&](qlonglong vendor) {
-                           records.writeRecord(zero, {vendor});
-                           m_s.progress.advance(++done);
-                       });
+    records.inBatches(
+        QStringLiteral("vendors"), QStringLiteral("vendnumber"),
+        QStringLiteral("update vendors set vendytd = 0 where vendnumber between ? and ?"),
+        [](const RecordPass::Batch &) {},
+        [&](const RecordPass::Batch &batch) { m_s.progress.advance(done += batch.count); });
     m_s.status.show(QStringLiteral("Vendor YTD totals zeroed."));
     return true;
 }

@@ -6,8 +6,8 @@ class PassProgress;
 class StatusLine;
 struct Session;
 
-// The year-end zero of every vendor's YTD purchases, after a confirmation; one vendor per
-// transaction, so that other users wait for one record at most.
+// The year-end zero of every vendor's YTD purchases, after a confirmation; a few milliseconds
+// of vendors per transaction, so that other users wait for one such batch at most.
 class YearEndZero {
 public:
     struct Services {

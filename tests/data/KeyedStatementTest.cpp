@@ -48,4 +48,32 @@ TEST(KeyedStatementTest, SeveralColumnsCompareAsARowAndADescendingOrderTurnsRoun
               "invdate");
 }
 
+// The server's statements say where nulls go (where the files put them); the reads on by key
+// say it the same way each direction, so that the server reads them by the order's index.
+TEST(KeyedStatementTest, NullsWhereTheFilesPutThemAreSaidAgainInEitherDirection)
+{
+    const QString up = "select * from vendors order by vendname nulls first";
+    const auto order = KeyedStatement::orderOf(up);
+    ASSERT_TRUE(order);
+    EXPECT_EQ(order->columns, QStringList{"vendname"});
+    EXPECT_EQ(KeyedStatement::from(up, *order, true),
+              "select * from vendors where vendname >= ? order by vendname nulls first");
+    EXPECT_EQ(KeyedStatement::from(up, *order, false),
+              "select * from vendors where vendname <= ? order by vendname desc nulls last");
+    const QString down = "select * from checks order by chkdate desc nulls last";
+    const auto descending = KeyedStatement::orderOf(down);
+    ASSERT_TRUE(descending);
+    EXPECT_EQ(KeyedStatement::from(down, *descending, true),
+              "select * from checks where chkdate <= ? order by chkdate desc nulls last");
+    EXPECT_EQ(KeyedStatement::from(down, *descending, false),
+              "select * from checks where chkdate >= ? order by chkdate nulls first");
+}
+
+TEST(KeyedStatementTest, NullsElsewhereThanOnTheFilesMakeNoPlainOrder)
+{
+    EXPECT_FALSE(KeyedStatement::orderOf("select * from vendors order by vendname nulls last"));
+    EXPECT_FALSE(KeyedStatement::orderOf("select * from checks order by chkdate desc nulls first"));
+    EXPECT_TRUE(KeyedStatement::orderOf("select * from vendors order by vendname"));
+}
+
 } // namespace

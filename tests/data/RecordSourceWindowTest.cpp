@@ -1,5 +1,6 @@
 #include "data/Databases.h"
 #include "data/DbError.h"
+#include "data/OrderKey.h"
 #include "data/RecordSource.h"
 #include "support/DataFolder.h"
 
@@ -364,6 +365,32 @@ TEST_F(RecordSourceWindowTest, FindFirstWithAnEmptyDateFindsRowsWithoutADate)
     ASSERT_TRUE(invoices.findFirst("invnumber = 'C' and invdate = ''"));
     EXPECT_EQ(invoices.value("invnumber").toString(), "C");
     EXPECT_FALSE(invoices.findFirst("invnumber = 'A' and invdate = ''"));
+}
+
+// A walk reads on from the rows it holds by their order values (where an index serves the
+// order), on the server as on the files, rather than skipping every row before them.
+TEST_F(RecordSourceWindowTest, AnOrderAnIndexServesIsReadOnByKeyOnEitherEngine)
+{
+    addMany(3000);
+    if (DataFolder::onPostgres()) // the server plans by the table's statistics, kept up by itself
+        folder.exec("ap.mdb", "analyze vendors");
+    QSqlDatabase db = dbs.open("ap.mdb");
+    QSqlRecord first;
+    {
+        QSqlQuery q(db);
+        ASSERT_TRUE(q.exec("select * from vendors order by vendnumber limit 1"));
+        ASSERT_TRUE(q.next());
+        first = q.record();
+    }
+    const std::optional<OrderKey> key =
+        OrderKey::of(db, dbs.dialect().map("select * from vendors order by vendnumber"), first);
+    ASSERT_TRUE(key);
+    EXPECT_EQ(key->order().columns, QStringList{"vendnumber"});
+    EXPECT_TRUE(
+        OrderKey::of(db, dbs.dialect().map("select * from vendors order by vendname"), first));
+    // No index serves this order: the engine sorts, and only reading by position is right.
+    EXPECT_FALSE(
+        OrderKey::of(db, dbs.dialect().map("select * from vendors order by vendcity"), first));
 }
 
 } // namespace

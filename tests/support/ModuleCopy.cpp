@@ -72,6 +72,13 @@ QStringList ModuleCopy::answer()
     return lines;
 }
 
+bool ModuleCopy::hasAnswer()
+{
+    m_process.waitForReadyRead(0);
+    const QByteArray waiting = m_process.peek(m_process.bytesAvailable());
+    return waiting.startsWith("done\n") || waiting.contains("\ndone\n");
+}
+
 void ModuleCopy::post(const QString &command)
 {
     m_process.write((command + QLatin1Char('\n')).toUtf8());

@@ -27,6 +27,8 @@ public:
     void post(const QString &command);
     // The answer of a command posted earlier: the lines it printed before "done".
     QStringList answer();
+    // Whether the answer of the command posted earlier is there to read (without reading it).
+    bool hasAnswer();
     // Ends the copy at once, as a power cut or a killed process would.
     void kill();
     // The dialogs among lines ("dialog|title|text" becomes "title|text").

@@ -18,6 +18,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -67,6 +68,13 @@ public:
             QTest::keyClicks(c.notes, rest);
         } else if (command == QLatin1String("save")) {
             c.cmdsave->click();
+            say(c.fralookup->isVisible() ? QStringLiteral("mode lookup")
+                                         : QStringLiteral("mode edit"));
+        } else if (command == QLatin1String("timed-save")) {
+            QElapsedTimer took;
+            took.start();
+            c.cmdsave->click();
+            say(QStringLiteral("took %1").arg(took.elapsed()));
             say(c.fralookup->isVisible() ? QStringLiteral("mode lookup")
                                          : QStringLiteral("mode edit"));
         } else if (command == QLatin1String("cancel")) {

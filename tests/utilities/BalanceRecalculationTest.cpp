@@ -172,7 +172,7 @@ TEST_F(BalanceRecalculationTest, EachVendorIsShownInTheStatusLineAsItIsRecalcula
     QLineEdit line;
     StatusLine status(&line);
     QStringList seen;
-    progress.at = 5; // the first vendor of the second pass (after four zeroed)
+    progress.at = 5; // after the first batch of the second pass (the first pass zeroed four)
     progress.work = [&] { seen << line.text(); };
     BalanceRecalculation(
         {module.dialogs, module.clock, module.databases, module.session, status, progress})
@@ -182,7 +182,7 @@ TEST_F(BalanceRecalculationTest, EachVendorIsShownInTheStatusLineAsItIsRecalcula
     EXPECT_EQ(progress.last, 8);
 }
 
-TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoRecordsOfEitherPass)
+TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoBatchesOfEitherPass)
 {
     SQLITE_FILES_ONLY();
     for (int at : {2, 6}) {
@@ -208,7 +208,7 @@ TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoRecordsOfEitherPass)
             {module.dialogs, module.clock, module.databases, module.session, status, progress})
             .recalculate(20250101, 20251231);
         QSqlDatabase::removeDatabase("other");
-        EXPECT_EQ(otherError, "") << "at record " << at;
+        EXPECT_EQ(otherError, "") << "after record " << at;
     }
 }
 

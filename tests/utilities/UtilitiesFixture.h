@@ -16,14 +16,18 @@ public:
     int total = -1;
     int last = 0;
     int ended = 0;
+    // The work runs once, at the first advance that reaches `at` (a pass advances a batch
+    // of records at a time).
     int at = -1;
     std::function<void()> work;
     void begin(int count) override { total = count; }
     void advance(int done) override
     {
         last = done;
-        if (done == at && work)
+        if (at > 0 && done >= at && work) {
+            at = -1;
             work();
+        }
     }
     void end() override { ++ended; }
 };

@@ -2,6 +2,7 @@
 #include "common/StatusLine.h"
 #include "utilities/UtilitiesFixture.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QSqlDatabase>
@@ -66,9 +67,9 @@ TEST_F(YearEndZeroTest, WithoutVendorsTheStatusLineKeepsZeroing)
     EXPECT_EQ(module.window->status(), "Zeroing YTD totals...");
 }
 
-// Another user's write goes through between two records: the pass holds the write lock for
-// one record at a time.
-TEST_F(YearEndZeroTest, AnotherUserWritesBetweenTwoRecordsWithoutWaiting)
+// Another user's write goes through between two batches: the pass holds the write lock for one
+// batch at a time.
+TEST_F(YearEndZeroTest, AnotherUserWritesBetweenTwoBatchesWithoutWaiting)
 {
     SQLITE_FILES_ONLY();
     RecordingProgress progress;
@@ -114,6 +115,34 @@ TEST_F(YearEndZeroTest, AVendorHeldByAnotherProgramIsZeroedWhenItLetsGo)
     ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("locked.flag")); }, 5000));
     module.dialogs.yesNoAnswers = {Dialogs::Yes};
     menu("eoyzero");
+    ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
+    EXPECT_EQ(module.dialogs.count(), 0) << module.dialogs.last()->text.toStdString();
+    EXPECT_EQ(module.window->status(), "Vendor YTD totals zeroed.");
+    EXPECT_EQ(vendorColumn(100, "vendname").toString(), "Held");
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendytd <> 0").toInt(),
+              0);
+}
+
+// On the server another program holds a vendor's row: the batch with that vendor waits for it,
+// and the vendor is zeroed in its turn once the program lets go.
+TEST_F(YearEndZeroTest, AVendorRowHeldOnTheServerIsZeroedWhenItLetsGo)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "a row held on the server; the files' own test holds the file";
+    QProcess holder;
+    holder.setWorkingDirectory(folder.path());
+    holder.start("psql", {"-X", "-q", "-h", qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"),
+                          "-U", "postgres", "-d", folder.serverDatabase()});
+    ASSERT_TRUE(holder.waitForStarted());
+    holder.write("set search_path to ap_mdb, public;\nbegin;\nupdate vendors set vendname = "
+                 "'Held' where vendnumber = 100;\n\\! touch locked.flag\nselect pg_sleep(0.5);\n"
+                 "commit;\n\\q\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("locked.flag")); }, 5000));
+    QElapsedTimer waited;
+    waited.start();
+    module.dialogs.yesNoAnswers = {Dialogs::Yes};
+    menu("eoyzero");
+    EXPECT_GE(waited.elapsed(), 200); // the pass did meet the held row
     ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
     EXPECT_EQ(module.dialogs.count(), 0) << module.dialogs.last()->text.toStdString();
     EXPECT_EQ(module.window->status(), "Vendor YTD totals zeroed.");
