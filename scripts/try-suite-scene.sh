@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Runs inside the virtual display of try-package.sh (WALK=suite): the suite's programs as the
-# module starts them from the demo company, each step checked. Sign-in as DEMO; two demo vendors
+# module starts them from the demo company, each step checked. Sign-in as DEMO; a vendor found
+# by its city in the vendor picker (venlookp.exe, F5) and an account picked for it (gllookup.exe);
+# two demo vendors
 # merged through Utilities, Merge two vendors (the company's chanum.exe), checked in the files
 # with sqlite3; the printer set-up (prtctrl.exe) chosen to write PDFs; the version window
 # (vinfo32.exe) read; the NEC layout's payer lines moved in the layout adjuster (fprint.exe) and
@@ -29,6 +31,57 @@ sleep 0.4
 xdotool key --window "$launcher" alt+s
 module=$(wait_window "DEMO @ Vendors")
 sleep 1
+
+# The vendor picker: F5 in the lookup entry, part of a vendor's city typed, Enter: the vendor
+# of that city is shown.
+main="DEMO @ Vendors"
+city=$(ap "select vendcity from vendors where vendnumber = 4569")
+press "$module" F5
+picker=$(wait_window "^Find a vendor") || picker=""
+check "F5 in the lookup opens the vendor picker" yes "$([ -n "$picker" ] && echo yes || echo no)"
+if [ -n "$picker" ]; then
+  sleep 0.8
+  check "the vendor picker lies on the screen" yes "$(on_screen "$picker")"
+  type_in "$picker" "$city"
+  sleep 0.8
+  import -window root "$out/${prefix}vendor-picker.png"
+  press "$picker" Return
+  sleep 1.2
+fi
+check_field "the vendor picked by its city ($city) is shown" "$main" City "$city"
+picked=$(shown "$main" "Vendor #")
+
+# The account picker: Modify, F5 in the G/L account field, part of an account's name typed,
+# Enter: the account goes into the field and the module's check takes it.
+account=$(sqlite3 "file:$data/gl.mdb?mode=ro" "select glacctnum, glacctname from gl0 order by glacctnum limit 1 offset 3" | tr '|' ' ')
+number=${account%% *} name=${account#* }
+stored=$(ap "select coalesce(vendglacct, '') from vendors where vendnumber = ${picked:-0}")
+press "$module" alt+m
+sleep 0.6
+click_on "$main" "G/L Acct" || check "the G/L account field is found" found missing
+press "$module" F5
+picker=$(wait_window "^Find a G/L account") || picker=""
+check "F5 in the G/L account field opens the account picker" yes "$([ -n "$picker" ] && echo yes || echo no)"
+if [ -n "$picker" ]; then
+  sleep 0.8
+  type_in "$picker" "${name%% *}"
+  sleep 0.8
+  import -window root "$out/${prefix}account-picker.png"
+  press "$picker" Return
+  sleep 1.2
+fi
+gl=$(shown "$main" "G/L Acct")
+check "the account found by \"${name%% *}\" is in the G/L field" "$(awk -v n="$number" 'BEGIN { print n + 0 }')" \
+  "$(awk -v n="${gl:-0}" 'BEGIN { print n + 0 }')"
+import -window root "$out/${prefix}account-taken.png"
+# Cancel, and No to saving: nothing of the walk's picks is kept.
+press "$module" alt+c
+if asked=$(wait_window "Save Changes?"); then
+  press "$asked" alt+n
+  sleep 0.6
+fi
+check "vendor $picked keeps its stored account" "$stored" \
+  "$(ap "select coalesce(vendglacct, '') from vendors where vendnumber = ${picked:-0}")"
 
 # Merge: the two highest vendor numbers of the demo company, the higher into the lower.
 read -r into from < <(ap "select min(vendnumber), max(vendnumber) from (select vendnumber from
