@@ -20,8 +20,10 @@ declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data 
   [vlmohelp]=common [vlmedit]=common [manual]=common)
 # The other programs whose headers a program may use: the demo copies its company to a server
 # with the copy tool's library and, with the import, places the suite's programs through the
-# runner's placement; the benchmarks time the runner's own classes.
-declare -A uses=([demo]="pgcopy cryprint" [import]="cryprint" [bench]="cryprint")
+# runner's placement; the account picker is the vendor picker's window on another table; the
+# benchmarks time the runner's and the picker's own classes.
+declare -A uses=([demo]="pgcopy cryprint" [import]="cryprint" [gllookup]="venlookp"
+  [bench]="cryprint venlookp")
 rank() {
   local i
   for i in "${!layers[@]}"; do
