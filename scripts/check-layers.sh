@@ -8,7 +8,8 @@
 # is neither a layer nor a program, such as <sys/...>, is the system's). Only src/data may call
 # QSqlDatabase::addDatabase: every other connection is made through it. A program reaches
 # another program's header (a bare "Header.h" found through that program's library) only where
-# the uses list below says so: the few libraries programs share are named there, in the open.
+# the uses list below says so. What several programs share lives in a library folder of tools/
+# (no program of its own, listed below), which any program may include from.
 # Usage: check-layers.sh [ROOT]   (ROOT: the checkout to check; default: this one)
 set -euo pipefail
 cd "${1:-$(dirname "$0")/..}"
@@ -18,12 +19,13 @@ declare -A programs=([bench]=app [chanum]=utilities [cryprint]=data [demo]=data 
   [import]=data [launch]=data [prtctrl]=reports
   [pgcopy]=data [vinfo32]=data [venlookp]=keysend [gllookup]=keysend
   [vlmohelp]=common [vlmedit]=common [manual]=common)
-# The other programs whose headers a program may use: the demo copies its company to a server
-# with the copy tool's library and, with the import, places the suite's programs through the
-# runner's placement; the account picker is the vendor picker's window on another table; the
-# benchmarks time the runner's and the picker's own classes.
-declare -A uses=([demo]="pgcopy cryprint" [import]="cryprint" [gllookup]="venlookp"
-  [bench]="cryprint venlookp")
+# The libraries under tools/ that several programs share (no program of their own), each with
+# the highest layer it may include from: the placement of the suite's programs into a new
+# company (the demo generator and the import) and the pickers' window (venlookp, gllookup).
+declare -A libraries=([placement]=common [picker]=keysend)
+# The other programs whose headers a program may use: the benchmarks time the runner's and the
+# vendor picker's own classes.
+declare -A uses=([bench]="cryprint venlookp")
 rank() {
   local i
   for i in "${!layers[@]}"; do
@@ -66,8 +68,8 @@ for dir in src/*/; do
   fi
   check "$dir" "$own" "$folder"
 done
-# Reports every bare "Header.h" of a program that is not its own but another program's, unless
-# the uses list names that program.
+# Reports every bare "Header.h" of a program that is not its own but another program's (a
+# library's is anyone's), unless the uses list names that program.
 sideways() {
   local program=$1 file line header owner
   while IFS=: read -r file line header; do
@@ -75,6 +77,7 @@ sideways() {
     for owner in tools/*/; do
       owner=$(basename "$owner")
       [ "$owner" = "$program" ] && continue
+      [ -n "${libraries[$owner]+x}" ] && continue
       [ -n "$(find "tools/$owner" -name "$header" -print -quit)" ] || continue
       [[ " ${uses[$program]:-} " == *" $owner "* ]] && continue
       echo "$file:$line: $program includes $header of the program $owner, which it does not use"
@@ -87,8 +90,13 @@ sideways() {
 for dir in tools/*/; do
   [ -d "$dir" ] || continue
   program=$(basename "$dir")
+  if [ -n "${libraries[$program]+x}" ]; then
+    check "$dir" "$(rank "${libraries[$program]}")" "$program"
+    sideways "$program"
+    continue
+  fi
   if [ -z "${programs[$program]+x}" ]; then
-    echo "tools/$program: a program the layer check does not know (add it to programs)"
+    echo "tools/$program: a program the layer check does not know (add it to programs or libraries)"
     bad=1
     continue
   fi

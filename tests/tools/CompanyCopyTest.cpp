@@ -1,4 +1,4 @@
-#include "CompanyCopy.h"
+#include "data/CompanyCopy.h"
 
 #include "data/SqliteDialect.h"
 #include "support/DataFolder.h"

@@ -1,7 +1,7 @@
 #include "DemoCompany.h"
 #include "DemoError.h"
 
-#include "CompanyCopy.h"
+#include "data/CompanyCopy.h"
 #include "RunnerPlacement.h"
 #include "common/ProgramError.h"
 

@@ -1,4 +1,4 @@
-#include "CompanyCopy.h"
+#include "data/CompanyCopy.h"
 #include "common/ProgramError.h"
 
 #include <QCommandLineParser>

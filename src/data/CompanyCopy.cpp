@@ -1,4 +1,4 @@
-#include "CompanyCopy.h"
+#include "data/CompanyCopy.h"
 
 #include "data/Connection.h"
 #include "data/Databases.h"
