@@ -144,8 +144,8 @@ long long copyRows(QSqlDatabase &source, Databases &target, const QString &file,
     while (read.next()) {
         for (int i = 0; i < shape.count(); ++i) {
             const QVariant value = read.value(i);
-            write.bindValue(i, money[i] && !value.isNull() ? QVariant(Money::round4(value.toDouble()))
-                                                           : value);
+            write.bindValue(
+                i, money[i] && !value.isNull() ? QVariant(Money::round4(value.toDouble())) : value);
         }
         if (!write.exec())
             throw Error(QStringLiteral("%1, row %2: %3")

@@ -72,11 +72,12 @@ TEST_F(CompanyCopyTest, EveryRowAndMoneyTotalArrivesAndIsCompared)
     EXPECT_EQ(target.scalar("ap.mdb", "select vendytd::text from vendors where vendnumber = 2")
                   .toString(),
               "0.0001");
-    EXPECT_EQ(target.scalar("ap.mdb", "select vendname from vendors where vendnumber = 3")
-                  .toString(),
-              "Hall; drop table vendors");
-    EXPECT_EQ(target.scalar("ap.mdb", "select vendnumber from vendors where vendname = "
-                                      "'O''BRIEN & SONS'")
+    EXPECT_EQ(
+        target.scalar("ap.mdb", "select vendname from vendors where vendnumber = 3").toString(),
+        "Hall; drop table vendors");
+    EXPECT_EQ(target
+                  .scalar("ap.mdb", "select vendnumber from vendors where vendname = "
+                                    "'O''BRIEN & SONS'")
                   .toInt(),
               1);
     EXPECT_EQ(target.scalar("ap.mdb", "select invdate from invoices where invnumber = 'A-1'")
@@ -136,8 +137,9 @@ TEST_F(CompanyCopyTest, ADatabaseThatAlreadyHoldsTheCompanyIsRefusedAndLeftAsItI
         CompanyCopy::copy(company.path(), target.path());
         FAIL() << "no error";
     } catch (const CompanyCopy::Error &error) {
-        EXPECT_TRUE(QString::fromStdString(error.what()).contains("a company is copied only into "
-                                                                  "an empty database"))
+        EXPECT_TRUE(QString::fromStdString(error.what())
+                        .contains("a company is copied only into "
+                                  "an empty database"))
             << error.what();
     }
     EXPECT_EQ(target.scalar("ap.mdb", "select count(*) from vendors").toInt(), 1);

@@ -1,9 +1,9 @@
 #include "DemoCompany.h"
 #include "DemoError.h"
 
-#include "data/CompanyCopy.h"
 #include "RunnerPlacement.h"
 #include "common/ProgramError.h"
+#include "data/CompanyCopy.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,5 +1,5 @@
-#include "data/CompanyCopy.h"
 #include "common/ProgramError.h"
+#include "data/CompanyCopy.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
