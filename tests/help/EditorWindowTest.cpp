@@ -93,6 +93,43 @@ TEST(EditorWindow, AFileNotThereYetOpensEmptyAndSaveCreatesIt)
     EXPECT_EQ(readBytes(path), "First line");
 }
 
+TEST(EditorWindow, AFolderWithoutItsOwnHelpTextShowsTheInstalledOneAndWritesNothingUnsaved)
+{
+    QTemporaryDir folder;
+    QTemporaryDir share;
+    const QString path = folder.filePath("vendor1.txt");
+    const QString installed = share.filePath("vendor1.txt");
+    writeBytes(installed, "F5 finds a vendor.\r\nEsc closes.\r\n");
+    {
+        Editor editor(path);
+        ASSERT_TRUE(editor.window.load(installed));
+        EXPECT_EQ(editor.window.text()->toPlainText(), "F5 finds a vendor.\nEsc closes.\n");
+        EXPECT_EQ(editor.window.status()->text(),
+                  "The installed text is shown: Save makes this folder's own vendor1.txt.");
+        EXPECT_TRUE(editor.window.close());
+        EXPECT_TRUE(editor.asked.isEmpty());
+    }
+    EXPECT_FALSE(QFile::exists(path));
+    // Save makes the folder's own copy; the installed one stays as it was.
+    Editor editor(path);
+    ASSERT_TRUE(editor.window.load(installed));
+    QTest::keyClicks(editor.window.text(), "Our own line. ");
+    ASSERT_TRUE(editor.window.save());
+    EXPECT_EQ(readBytes(path), "Our own line. F5 finds a vendor.\nEsc closes.\n");
+    EXPECT_EQ(readBytes(installed), "F5 finds a vendor.\r\nEsc closes.\r\n");
+}
+
+TEST(EditorWindow, AFolderWithItsOwnHelpTextShowsItsOwn)
+{
+    QTemporaryDir folder;
+    QTemporaryDir share;
+    writeBytes(folder.filePath("vendor1.txt"), "Ours.");
+    writeBytes(share.filePath("vendor1.txt"), "Installed.");
+    Editor editor(folder.filePath("vendor1.txt"));
+    ASSERT_TRUE(editor.window.load(share.filePath("vendor1.txt")));
+    EXPECT_EQ(editor.window.text()->toPlainText(), "Ours.");
+}
+
 TEST(EditorWindow, AnOlderTextInTheWindowsCodePageReads)
 {
     QTemporaryDir dir;

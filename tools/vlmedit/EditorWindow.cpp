@@ -43,22 +43,39 @@ EditorWindow::EditorWindow(const QString &path, Questions questions, QWidget *pa
     updateTitle();
 }
 
-bool EditorWindow::load()
+bool EditorWindow::load(const QString &installedCopy)
 {
     QFile file(m_path);
     if (!file.exists()) {
+        // A company folder without its own help text shows the installed one; nothing is
+        // written unless the user saves, which makes the folder's own copy.
+        if (!installedCopy.isEmpty() && QFileInfo(installedCopy).isFile() &&
+            readInto(installedCopy)) {
+            m_status->setText(tr("The installed text is shown: Save makes this folder's own %1.")
+                                  .arg(QFileInfo(m_path).fileName()));
+            return true;
+        }
         m_status->setText(tr("New file: Save creates it."));
         return true;
     }
+    if (!readInto(m_path))
+        return false;
+    m_status->setText(QFileInfo(file).isWritable() ? QString() : tr("Read only."));
+    return true;
+}
+
+bool EditorWindow::readInto(const QString &path)
+{
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        m_questions.problem(tr("%1 cannot be read: %2").arg(m_path, file.errorString()));
+        m_questions.problem(tr("%1 cannot be read: %2").arg(path, file.errorString()));
         return false;
     }
     const QByteArray bytes = file.readAll();
     QStringDecoder utf8(QStringDecoder::Utf8);
     QString content = utf8(bytes);
     if (bytes.contains('\0')) {
-        m_questions.problem(tr("%1 is not a text file; it is left as it is.").arg(m_path));
+        m_questions.problem(tr("%1 is not a text file; it is left as it is.").arg(path));
         return false;
     }
     if (utf8.hasError()) // an older help text written in the Windows code page
@@ -66,7 +83,6 @@ bool EditorWindow::load()
     content.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     m_text->setPlainText(content);
     m_text->document()->setModified(false);
-    m_status->setText(QFileInfo(file).isWritable() ? QString() : tr("Read only."));
     return true;
 }
 

@@ -26,7 +26,9 @@ public:
 
     // Reads the file; a file that is not there yet opens empty. False (with a message) when it
     // cannot be read or is not text.
-    bool load();
+    // Reads the file into the window; a missing file starts empty, or with the text of
+    // installedCopy when that file exists (the installed help text, say).
+    bool load(const QString &installedCopy = QString());
     // Writes the text through the work file; false (with a message, the text kept) when it
     // cannot.
     bool save();
@@ -41,6 +43,7 @@ protected:
 
 private:
     void updateTitle();
+    bool readInto(const QString &path); // the text of the file, or false after saying why
 
     QString m_path;
     Questions m_questions;

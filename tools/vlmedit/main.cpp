@@ -3,6 +3,8 @@
 #include "EditorWindow.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 
 #include <cstdio>
@@ -57,7 +59,12 @@ int main(int argc, char *argv[])
              [&title](const QString &text) {
                  QMessageBox::warning(QApplication::activeWindow(), title, text);
              }});
-    if (!window.load())
+    // The installed copy of a text of the suite (share/apmaster beside the programs' bin folder),
+    // shown when the company's folder has none of its own.
+    const QString installed =
+        QDir(QCoreApplication::applicationDirPath())
+            .filePath(QStringLiteral("../share/apmaster/") + QFileInfo(words.first()).fileName());
+    if (!window.load(installed))
         return 1;
     window.show();
     return app.exec();
