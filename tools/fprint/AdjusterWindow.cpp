@@ -82,11 +82,16 @@ void AdjusterWindow::build()
     m_testPage = button(QStringLiteral("testPage"), QStringLiteral("Print &test page"), central);
     m_save = button(QStringLiteral("save"), QStringLiteral("&Save"), central);
     auto *close = button(QStringLiteral("closeButton"), QStringLiteral("&Close"), central);
-    for (QWidget *w :
-         std::initializer_list<QWidget *>{fromSystem, scan, m_showScan, m_testPage, m_save, close})
+    for (QWidget *w : std::initializer_list<QWidget *>{fromSystem, scan, m_showScan})
         commands->addWidget(w);
     commands->addStretch();
     outer->addLayout(commands);
+    // What is done with the layout sits below it, so that the window stays narrow enough for a
+    // small screen at a large scaling.
+    auto *actions = new QHBoxLayout;
+    actions->addStretch();
+    for (QWidget *w : std::initializer_list<QWidget *>{m_testPage, m_save, close})
+        actions->addWidget(w);
 
     auto *splitter = new QSplitter(central);
     auto *left = new QWidget(splitter);
@@ -123,6 +128,7 @@ void AdjusterWindow::build()
     splitter->addWidget(scroll);
     splitter->setStretchFactor(1, 1);
     outer->addWidget(splitter, 1);
+    outer->addLayout(actions);
     setCentralWidget(central);
     statusBar();
     resize(1180, 860);
