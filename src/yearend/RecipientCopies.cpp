@@ -17,56 +17,9 @@ namespace RecipientCopies {
 
 namespace {
 
-// Form 1099-NEC (Rev. January 2025), 7.3 by 3.75 inches, laid out as the published form: the
-// payer's and recipient's boxes on the left, the numbered boxes in the middle, the title, the
-// copy's name and its notice on the right.
-const Layout nonemployee{
-    TaxForm::Nonemployee,
-    "1099-NEC",
-    "Nonemployee Compensation",
-    "(Rev. January 2025)",
-    "1545-0116",
-    "www.irs.gov/Form1099NEC",
-    7.3,
-    3.75,
-    {
-        {{0.0, 0.0, 3.6, 1.0},
-         "PAYER\u2019S name, street address, city or town, state or province, country, ZIP or "
-         "foreign postal code, and telephone no.",
-         Item::Payer},
-        {{0.0, 1.0, 1.8, 0.4}, "PAYER\u2019S TIN", Item::PayerTin},
-        {{1.8, 1.0, 1.8, 0.4}, "RECIPIENT\u2019S TIN", Item::RecipientTin},
-        {{0.0, 1.4, 3.6, 0.5}, "RECIPIENT\u2019S name", Item::RecipientName},
-        {{0.0, 1.9, 3.6, 0.4}, "Street address (including apt. no.)", Item::Street},
-        {{0.0, 2.3, 3.6, 0.45},
-         "City or town, state or province, country, and ZIP or foreign postal code",
-         Item::CityLine},
-        {{0.0, 2.75, 3.6, 0.4}, "Account number (see instructions)", Item::Account},
-        {{3.6, 0.0, 1.6, 1.0}, "OMB No. 1545-0116", Item::Year},
-        {{3.6, 1.0, 1.6, 0.4}, "1 Nonemployee compensation", Item::Amount},
-        {{3.6, 1.4, 1.6, 0.5},
-         "2 Payer made direct sales totaling $5,000 or more of consumer products to recipient "
-         "for resale",
-         Item::None},
-        {{3.6, 1.9, 1.6, 0.4}, "3 Excess golden parachute payments", Item::None},
-        {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
-        {{3.6, 2.75, 1.2, 0.4}, "5 State tax withheld", Item::None},
-        {{4.8, 2.75, 1.25, 0.4}, "6 State/Payer\u2019s state no.", Item::None},
-        {{6.05, 2.75, 1.25, 0.4}, "7 State income", Item::None},
-    },
-};
-
-// A numbered box of the forms below: its caption and what it holds.
-struct Numbered {
-    const char *caption;
-    Item item = Item::None;
-};
-
-// The payer's and recipient's boxes on the left of every 1099 as on the 1099-NEC above, the
-// year's box, then the numbered boxes in the order of the published forms: four down the middle
-// column below the year, two beside the account number, the others in rows of four under the
-// left block.
-std::vector<Box> formBoxes(const char *ombCaption, std::initializer_list<Numbered> numbered)
+// The payer's and recipient's boxes on the left of every 1099 and the year's box beside them
+// (its caption the form's OMB number), then the form's own boxes.
+std::vector<Box> leftBlockAnd(const char *ombCaption, std::initializer_list<Box> own)
 {
     std::vector<Box> all{
         {{0.0, 0.0, 3.6, 1.0},
@@ -83,6 +36,50 @@ std::vector<Box> formBoxes(const char *ombCaption, std::initializer_list<Numbere
         {{0.0, 2.75, 3.6, 0.4}, "Account number (see instructions)", Item::Account},
         {{3.6, 0.0, 1.6, 1.0}, ombCaption, Item::Year},
     };
+    all.insert(all.end(), own);
+    return all;
+}
+
+// Form 1099-NEC (Rev. January 2025), 7.3 by 3.75 inches, laid out as the published form: the
+// payer's and recipient's boxes on the left, the numbered boxes in the middle, the title, the
+// copy's name and its notice on the right.
+const Layout nonemployee{
+    TaxForm::Nonemployee,
+    "1099-NEC",
+    "Nonemployee Compensation",
+    "(Rev. January 2025)",
+    "1545-0116",
+    "www.irs.gov/Form1099NEC",
+    7.3,
+    3.75,
+    leftBlockAnd(
+        "OMB No. 1545-0116",
+        {
+            {{3.6, 1.0, 1.6, 0.4}, "1 Nonemployee compensation", Item::Amount},
+            {{3.6, 1.4, 1.6, 0.5},
+             "2 Payer made direct sales totaling $5,000 or more of consumer products to recipient "
+             "for resale",
+             Item::None},
+            {{3.6, 1.9, 1.6, 0.4}, "3 Excess golden parachute payments", Item::None},
+            {{3.6, 2.3, 1.6, 0.45}, "4 Federal income tax withheld", Item::None},
+            {{3.6, 2.75, 1.2, 0.4}, "5 State tax withheld", Item::None},
+            {{4.8, 2.75, 1.25, 0.4}, "6 State/Payer\u2019s state no.", Item::None},
+            {{6.05, 2.75, 1.25, 0.4}, "7 State income", Item::None},
+        }),
+};
+
+// A numbered box of the forms below: its caption and what it holds.
+struct Numbered {
+    const char *caption;
+    Item item = Item::None;
+};
+
+// The left block and the year's box as on the 1099-NEC above, then the numbered boxes in the order
+// of the published forms: four down the middle column below the year, two beside the account
+// number, the others in rows of four under the left block.
+std::vector<Box> formBoxes(const char *ombCaption, std::initializer_list<Numbered> numbered)
+{
+    std::vector<Box> all = leftBlockAnd(ombCaption, {});
     const QRectF besideLeftBlock[] = {
         {3.6, 1.0, 1.6, 0.4},  {3.6, 1.4, 1.6, 0.5},  {3.6, 1.9, 1.6, 0.4},
         {3.6, 2.3, 1.6, 0.45}, {3.6, 2.75, 1.6, 0.4}, {5.2, 2.75, 2.1, 0.4},
