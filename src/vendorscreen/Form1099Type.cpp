@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -59,7 +60,9 @@ Form1099Type::Form1099Type(QLineEdit *field) :
 {
     m_label->setObjectName(QStringLiteral("lbl1099name"));
     m_label->setAccessibleName(tr("1099 form"));
-    m_label->setMinimumWidth(m_label->fontMetrics().horizontalAdvance(tr("not a 1099 type")));
+    // A fixed size: a new name is painted in place without laying out the vendor frame again.
+    m_label->setFixedSize(m_label->fontMetrics().horizontalAdvance(tr("not a 1099 type")),
+                          std::max(m_label->sizeHint().height(), m_label->fontMetrics().height()));
     if (auto *grid = qobject_cast<QGridLayout *>(field->parentWidget()->layout())) {
         int row = 0, column = 0, rows = 0, columns = 0;
         grid->getItemPosition(grid->indexOf(field), &row, &column, &rows, &columns);

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableView>
 
 #include <cmath>
@@ -154,7 +155,12 @@ void ScreenModes::cancel()
         emit userFieldsClosing();
         m_w.fralookup->hide();
         m_w.frasplit->hide();
-        m_fields.frame()->setEnabled(false);
+        // The fields are locked and emptied in one paint: painting them locked with the old
+        // vendor in between, for the moment of the yield below, shows nothing anyone could see.
+        QWidget *frame = m_fields.frame();
+        frame->setUpdatesEnabled(false);
+        const auto paintOnce = qScopeGuard([frame] { frame->setUpdatesEnabled(true); });
+        frame->setEnabled(false);
         m_fields.setKeptFiguresEnabled(false);
         m_w.grid1->hide();
         applyButtons(Mode::Lookup);
@@ -163,6 +169,7 @@ void ScreenModes::cancel()
         release(m_sources.checks);
         QCoreApplication::processEvents();
         m_fields.blank();
+        frame->setUpdatesEnabled(true);
         m_state.addFlag = 0;
         m_state.modifyFlag = 0;
         emit screenCleared();

@@ -26,10 +26,10 @@ void VendorFieldBoxes::setText(VendorField field, const QString &text) const
 
 void VendorFieldBoxes::blank() const
 {
+    // The emptied fields are painted together when the screen next yields, which every caller
+    // does within a frame; fields that were empty already are not painted again.
     for (QLineEdit *edit : m_boxes)
         edit->setText(QString());
-    // One repaint of the frame shows every emptied field at once, at a twenty-fourth of the cost.
-    m_frame->repaint();
 }
 
 void VendorFieldBoxes::setKeptFiguresEnabled(bool enabled) const

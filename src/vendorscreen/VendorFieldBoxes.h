@@ -31,7 +31,8 @@ public:
     QStringList texts() const;
     // Puts a text in, showing its start however long it is.
     void setText(VendorField field, const QString &text) const;
-    // Empties every box with one repaint of the frame.
+    // Empties every box; the boxes that change are painted together with the next round of
+    // events.
     void blank() const;
     // Locks or unlocks the figures the system keeps.
     void setKeptFiguresEnabled(bool enabled) const;

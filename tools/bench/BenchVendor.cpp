@@ -3,7 +3,9 @@
 // Start-up to the lookup panel, each lookup method from Go to the first vendor shown, Next and
 // Previous near the start, deep into the result and at its end, a walk over the whole vendor
 // file and back with the memory it leaves, and Save of an ordinary and of the busiest vendor.
+#include "BareDisplay.h"
 #include "BenchUsage.h"
+#include "PaintCounter.h"
 #include "ScriptedDialogs.h"
 #include "StepTimer.h"
 
@@ -19,7 +21,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -41,6 +45,20 @@ double msSince(const QElapsedTimer &timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
+// The machine's load average over the last minute, as the kernel counts it.
+QString loadAverage()
+{
+    QFile file(QStringLiteral("/proc/loadavg"));
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("unknown");
+    return QString::fromLatin1(file.readAll()).section(QLatin1Char(' '), 0, 2);
+}
+
+std::vector<const QWidget *> widgetsOf(const std::array<QLineEdit *, 24> &boxes)
+{
+    return {boxes.begin(), boxes.end()};
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -58,6 +76,7 @@ int main(int argc, char *argv[])
     }
     const int runs = argc > 2 ? std::max(1, QByteArray(argv[2]).toInt()) : 7;
     QTemporaryDir locks;
+    StepTimer::note(QStringLiteral("load average at the start: %1").arg(loadAverage()));
     StepTimer timer(runs);
 
     ScriptedDialogs dialogs;
@@ -118,6 +137,63 @@ int main(int argc, char *argv[])
             if (c.Text1[0]->text().isEmpty())
                 StepTimer::note(QStringLiteral("(no vendor shown for entry '%1': %2)")
                                     .arg(entries[method], dialogs.messages.join(" | ")));
+        }
+
+        // The steps against a bare display of the same vendors on the same company.
+        {
+            std::array<QString, 24> captions;
+            for (size_t i = 0; i < captions.size(); ++i)
+                captions[i] = c.label1[i]->text();
+            BareDisplay bare(*c.fravendor, captions);
+            PaintCounter paints;
+            const auto moduleSide = [&](std::function<void()> prepare,
+                                        std::function<void()> work) {
+                return StepTimer::Side{std::move(prepare), std::move(work), &w,
+                                       widgetsOf(c.Text1)};
+            };
+            const auto bareSide = [&](std::function<void()> prepare, std::function<void()> work) {
+                return StepTimer::Side{std::move(prepare), std::move(work), bare.window(),
+                                       bare.fields()};
+            };
+            QString shown; // the vendor the module's step reached, read by key on the bare side
+            const auto noPreparation = [] {};
+            const auto lookupMiddle = [&] {
+                c.cmdcancel->click();
+                c.Option1[0]->setChecked(true);
+                c.lookupinput->setText(midNumber);
+            };
+            StepTimer::versusHeading();
+            timer.versus("Go, vendor # lookup",
+                         moduleSide(lookupMiddle, [&] { c.cmdgo->click(); }),
+                         bareSide([&] { bare.clear(); }, [&] { bare.show(midNumber); }),
+                         paints);
+            const auto shownByModule = [&] { shown = c.Text1[0]->text(); };
+            timer.versus("Next", moduleSide(noPreparation, [&] { w.modes().next(); }),
+                         bareSide(shownByModule, [&] { bare.show(shown); }), paints);
+            timer.versus("Previous", moduleSide(noPreparation, [&] { w.modes().previous(); }),
+                         bareSide(shownByModule, [&] { bare.show(shown); }), paints);
+            int typed = 0;
+            const auto phone = [&typed] {
+                return QStringLiteral("555-02%1").arg(++typed % 100, 2, 10, QLatin1Char('0'));
+            };
+            timer.versus(
+                "Save (modify mode)",
+                moduleSide(
+                    [&] {
+                        lookupMiddle();
+                        c.cmdgo->click();
+                        c.cmdmodify->click();
+                        c.Text1[7]->setText(phone());
+                    },
+                    [&] { w.saver().save(); }),
+                bareSide(
+                    [&] {
+                        bare.show(midNumber);
+                        bare.setText(7, phone());
+                    },
+                    [&] { bare.save(midNumber); }),
+                paints);
+            std::printf("\n");
         }
 
         const auto goByNumber = [&](const QString &number) {
@@ -206,6 +282,7 @@ int main(int argc, char *argv[])
         return 1;
     }
     StepTimer::note(QStringLiteral("messages shown: %1").arg(dialogs.messages.size()));
+    StepTimer::note(QStringLiteral("load average at the end: %1").arg(loadAverage()));
     w.close();
     return 0;
 }

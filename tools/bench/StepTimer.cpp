@@ -1,5 +1,6 @@
 #include "StepTimer.h"
 
+#include "PaintCounter.h"
 #include "ResidentMemory.h"
 
 #include <QCoreApplication>
@@ -23,6 +24,33 @@ double runOnce(const std::function<void()> &prepare, const std::function<void()>
     if (painted)
         painted->repaint();
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+struct Paints {
+    int window = 0, fields = 0, mostOnOneField = 0;
+};
+
+// One run of a side, timed until the screen is painted: the work and then the events it left,
+// among them the paint that shows it; the paint events counted meanwhile.
+double runSide(const StepTimer::Side &side, PaintCounter &counter, Paints &paints)
+{
+    side.prepare();
+    QCoreApplication::processEvents();
+    counter.start();
+    QElapsedTimer timer;
+    timer.start();
+    side.work();
+    QCoreApplication::processEvents();
+    const double ms = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    paints = {counter.inWindow(side.window), counter.on(side.fields),
+              counter.mostOnOneOf(side.fields)};
+    return ms;
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
 }
 } // namespace
 
@@ -81,4 +109,36 @@ void StepTimer::note(const QString &text)
 void StepTimer::memory(const char *when)
 {
     std::printf("%-44s %9.1f MB resident\n", when, static_cast<double>(residentKb()) / 1024.0);
+}
+
+void StepTimer::versusHeading()
+{
+    std::printf("\n%-44s %9s   %9s %7s   %s\n", "step against the bare display", "module",
+                "bare", "ratio", "paint events (window, fields, most on one field)");
+}
+
+void StepTimer::versus(const char *name, const Side &module, const Side &bare,
+                       PaintCounter &paints)
+{
+    Paints moduleSeen, bareSeen;
+    runSide(module, paints, moduleSeen);
+    runSide(bare, paints, bareSeen);
+    std::vector<double> moduleMs, bareMs;
+    Paints moduleMost, bareMost;
+    for (int i = 0; i < m_runs; ++i) {
+        moduleMs.push_back(runSide(module, paints, moduleSeen));
+        bareMs.push_back(runSide(bare, paints, bareSeen));
+        moduleMost = {std::max(moduleMost.window, moduleSeen.window),
+                      std::max(moduleMost.fields, moduleSeen.fields),
+                      std::max(moduleMost.mostOnOneField, moduleSeen.mostOnOneField)};
+        bareMost = {std::max(bareMost.window, bareSeen.window),
+                    std::max(bareMost.fields, bareSeen.fields),
+                    std::max(bareMost.mostOnOneField, bareSeen.mostOnOneField)};
+    }
+    const double m = median(moduleMs);
+    const double b = median(bareMs);
+    std::printf("%-44s %9.2f ms %9.2f ms %6.2fx   module %d, %d, %d; bare %d, %d, %d%s\n", name, m,
+                b, m / b, moduleMost.window, moduleMost.fields, moduleMost.mostOnOneField,
+                bareMost.window, bareMost.fields, bareMost.mostOnOneField,
+                m > frameMs ? "  > one frame" : "");
 }

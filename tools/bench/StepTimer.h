@@ -4,7 +4,9 @@
 #include "StatementLog.h"
 
 #include <functional>
+#include <vector>
 
+class PaintCounter;
 class QWidget;
 
 // Times the steps of a benchmark and prints one line for each as it ends: the median time, the
@@ -23,6 +25,21 @@ public:
     // and those are timed bare.
     void step(const char *name, const std::function<void()> &prepare,
               const std::function<void()> &work, QWidget *painted = nullptr);
+    // One side of a comparison: `work` after `prepare`, timed until the screen has painted it
+    // (the events it left are handled, the paints among them); `window` and `fields` are
+    // where its paint events are counted.
+    struct Side {
+        std::function<void()> prepare;
+        std::function<void()> work;
+        const QWidget *window = nullptr;
+        std::vector<const QWidget *> fields;
+    };
+    // Times the module's step against the same step bare, runs taking turns after a warm-up,
+    // and prints both medians, their ratio and the paint events of each: of the whole window,
+    // of the fields, and the most one field received.
+    void versus(const char *name, const Side &module, const Side &bare, PaintCounter &paints);
+    static void versusHeading();
+
     // A figure timed by the caller, without a bare time.
     static void single(const char *name, double ms, const QString &note = {});
     static void note(const QString &text);
