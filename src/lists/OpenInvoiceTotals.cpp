@@ -7,14 +7,32 @@
 #include "lists/CurrentVendor.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
+
+namespace {
+// A message shown for less than a frame is never seen.
+constexpr qint64 frameMsecs = 16;
+} // namespace
 
 void OpenInvoiceTotals::compute()
 {
     const QString previous = m_status.text();
-    m_status.show(QStringLiteral("Retrieving open invoices... one moment please..."));
+    // The message is painted at once where the user can read it: where the computation before
+    // kept the screen waiting longer than a frame. Otherwise it is set and put back unpainted,
+    // and the status line is painted once, as it ends, instead of twice.
+    const bool announce = m_lastMsecs > frameMsecs;
+    const auto say = [this, announce](const QString &text) {
+        if (announce)
+            m_status.show(text);
+        else
+            m_status.set(text);
+    };
+    say(QStringLiteral("Retrieving open invoices... one moment please..."));
     const long long number = m_vendor.number();
     if (number < 1)
         return;
+    QElapsedTimer took;
+    took.start();
     const QString vendor = QString::number(number);
     m_openTotal = Money::fromSum(
         m_dbs.scalar(QStringLiteral("ap.mdb"),
@@ -26,6 +44,7 @@ void OpenInvoiceTotals::compute()
         QStringLiteral("select sum(invamount) from invoices where vendnumber = ") + vendor +
             QStringLiteral(" and invdate between ") + QString::number(year * 10000 + 100) +
             QStringLiteral(" and ") + QString::number(year * 10000 + 1232)));
-    m_status.show(previous);
+    m_lastMsecs = took.elapsed();
+    say(previous);
     QCoreApplication::processEvents();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class Clock;
 class CurrentVendor;
 class Databases;
@@ -16,8 +18,9 @@ public:
     {
     }
 
-    // Computes both totals for the vendor on the screen. A number below 1
-    // leaves the totals as they were (and the status line on its retrieving message).
+    // Computes both totals for the vendor on the screen, saying so in the status line meanwhile.
+    // A number below 1 leaves the totals as they were (and the status line on its retrieving
+    // message).
     void compute();
 
     double openTotal() const { return m_openTotal; }
@@ -30,4 +33,5 @@ private:
     StatusLine &m_status;
     double m_openTotal = 0.0;
     double m_yearTotal = 0.0;
+    qint64 m_lastMsecs = 0; // how long the last computation took
 };
