@@ -117,7 +117,8 @@ TEST_F(PaintsPerStep, AQuickTotalsMessageIsNotPainted)
     ASSERT_EQ(field(0), "250");
     EXPECT_EQ(module.window->status(), before);
     EXPECT_LE(watch.statusPainted().size(), 1);
-    EXPECT_FALSE(watch.statusPainted().contains("Retrieving open invoices... one moment please..."));
+    EXPECT_FALSE(
+        watch.statusPainted().contains("Retrieving open invoices... one moment please..."));
 }
 
 // After totals that kept the screen waiting longer than a frame (600,000 open invoices of this
@@ -147,7 +148,8 @@ TEST_F(PaintsPerStep, TheTotalsMessageIsPaintedAfterTotalsThatTookLongerThanAFra
     PaintWatch watch(*module.window);
     clickAndSettle(c().cmdprevious);
     ASSERT_EQ(field(0), "100");
-    EXPECT_FALSE(watch.statusPainted().contains("Retrieving open invoices... one moment please..."));
+    EXPECT_FALSE(
+        watch.statusPainted().contains("Retrieving open invoices... one moment please..."));
 }
 
 TEST_F(PaintsPerStep, CancelFromModifyLocksAndEmptiesEachFieldInOnePaint)

@@ -2,6 +2,7 @@
 
 #include "data/Databases.h"
 #include "data/DbError.h"
+#include "vendorscreen/VendorFields.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -13,13 +14,11 @@
 namespace {
 const QString apFile = QStringLiteral("ap.mdb");
 
-// The columns of the 24 boxes in their order; the two computed totals stand in their columns.
-const char *const columns[24] = {
-    "vendnumber",  "vendname",   "vendaddr1",      "vendaddr2",  "vendcity",       "vendstate",
-    "vendzip",     "vendphone",  "vendfax",        "vendcontact", "vendtaxid",     "vend1099type",
-    "vendglacct",  "vendytd",    "vendbalcurrent", "vendbal60",  "vendbal90",      "vendterms",
-    "vendacct",    "email",      "cell_other",     "vcontact2name", "vcontact2email",
-    "vcontact2phone"};
+// The column of a box; the two computed totals stand in the columns they are stamped into.
+QString columnOf(int box)
+{
+    return QString::fromLatin1(VendorFields::info(box).column);
+}
 
 bool isMoney(int box)
 {
@@ -30,7 +29,7 @@ QString updateStatement()
 {
     QString sql = QStringLiteral("update vendors set ");
     for (int i = 1; i < 24; ++i)
-        sql += QString::fromLatin1(columns[i]) + (i < 23 ? QStringLiteral(" = ?, ") : QStringLiteral(" = ?"));
+        sql += columnOf(i) + (i < 23 ? QStringLiteral(" = ?, ") : QStringLiteral(" = ?"));
     return sql + QStringLiteral(" where vendnumber = ?");
 }
 
@@ -70,7 +69,7 @@ void BareDisplay::show(const QString &number)
     run(read);
     if (read.next()) {
         for (int i = 0; i < 24; ++i) {
-            const QVariant value = read.value(QString::fromLatin1(columns[i]));
+            const QVariant value = read.value(columnOf(i));
             m_boxes[static_cast<size_t>(i)]->setText(
                 isMoney(i) ? QString::number(value.toDouble(), 'f', 2) : value.toString());
         }
@@ -98,8 +97,8 @@ void BareDisplay::save(const QString &number)
         for (int i = 1; i < 24; ++i) {
             const QString text = m_boxes[static_cast<size_t>(i)]->text();
             write.bindValue(i - 1, isMoney(i) || i == 16 ? QVariant(text.toDouble())
-                                   : i == 11 || i == 12 ? QVariant(text.toLongLong())
-                                                        : QVariant(text));
+                                   : i == 11 || i == 12  ? QVariant(text.toLongLong())
+                                                         : QVariant(text));
         }
         write.bindValue(23, number.toLongLong());
         run(write);

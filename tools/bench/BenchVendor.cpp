@@ -146,10 +146,8 @@ int main(int argc, char *argv[])
                 captions[i] = c.label1[i]->text();
             BareDisplay bare(*c.fravendor, captions);
             PaintCounter paints;
-            const auto moduleSide = [&](std::function<void()> prepare,
-                                        std::function<void()> work) {
-                return StepTimer::Side{std::move(prepare), std::move(work), &w,
-                                       widgetsOf(c.Text1)};
+            const auto moduleSide = [&](std::function<void()> prepare, std::function<void()> work) {
+                return StepTimer::Side{std::move(prepare), std::move(work), &w, widgetsOf(c.Text1)};
             };
             const auto bareSide = [&](std::function<void()> prepare, std::function<void()> work) {
                 return StepTimer::Side{std::move(prepare), std::move(work), bare.window(),
@@ -163,10 +161,8 @@ int main(int argc, char *argv[])
                 c.lookupinput->setText(midNumber);
             };
             StepTimer::versusHeading();
-            timer.versus("Go, vendor # lookup",
-                         moduleSide(lookupMiddle, [&] { c.cmdgo->click(); }),
-                         bareSide([&] { bare.clear(); }, [&] { bare.show(midNumber); }),
-                         paints);
+            timer.versus("Go, vendor # lookup", moduleSide(lookupMiddle, [&] { c.cmdgo->click(); }),
+                         bareSide([&] { bare.clear(); }, [&] { bare.show(midNumber); }), paints);
             const auto shownByModule = [&] { shown = c.Text1[0]->text(); };
             timer.versus("Next", moduleSide(noPreparation, [&] { w.modes().next(); }),
                          bareSide(shownByModule, [&] { bare.show(shown); }), paints);
@@ -176,23 +172,22 @@ int main(int argc, char *argv[])
             const auto phone = [&typed] {
                 return QStringLiteral("555-02%1").arg(++typed % 100, 2, 10, QLatin1Char('0'));
             };
-            timer.versus(
-                "Save (modify mode)",
-                moduleSide(
-                    [&] {
-                        lookupMiddle();
-                        c.cmdgo->click();
-                        c.cmdmodify->click();
-                        c.Text1[7]->setText(phone());
-                    },
-                    [&] { w.saver().save(); }),
-                bareSide(
-                    [&] {
-                        bare.show(midNumber);
-                        bare.setText(7, phone());
-                    },
-                    [&] { bare.save(midNumber); }),
-                paints);
+            timer.versus("Save (modify mode)",
+                         moduleSide(
+                             [&] {
+                                 lookupMiddle();
+                                 c.cmdgo->click();
+                                 c.cmdmodify->click();
+                                 c.Text1[7]->setText(phone());
+                             },
+                             [&] { w.saver().save(); }),
+                         bareSide(
+                             [&] {
+                                 bare.show(midNumber);
+                                 bare.setText(7, phone());
+                             },
+                             [&] { bare.save(midNumber); }),
+                         paints);
             std::printf("\n");
         }
 

@@ -113,12 +113,11 @@ void StepTimer::memory(const char *when)
 
 void StepTimer::versusHeading()
 {
-    std::printf("\n%-44s %9s   %9s %7s   %s\n", "step against the bare display", "module",
-                "bare", "ratio", "paint events (window, fields, most on one field)");
+    std::printf("\n%-44s %9s   %9s %7s   %s\n", "step against the bare display", "module", "bare",
+                "ratio", "paint events (window, fields, most on one field)");
 }
 
-void StepTimer::versus(const char *name, const Side &module, const Side &bare,
-                       PaintCounter &paints)
+void StepTimer::versus(const char *name, const Side &module, const Side &bare, PaintCounter &paints)
 {
     Paints moduleSeen, bareSeen;
     runSide(module, paints, moduleSeen);
