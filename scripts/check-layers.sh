@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fails when a source file includes from a folder above its own, or opens a database connection
-# of its own outside the data layer.
+# Fails when a source file includes from a folder above its own, opens a database connection
+# of its own outside the data layer, or when an area of the vendor screen holds another (below).
 # The folders of src/ are layers, bottom first; a folder may include from itself and from the
 # folders before it, never after. Each program under tools/ sits above the layers and may
 # include from the layers up to the one named for it below, never from another program's
@@ -104,8 +104,8 @@ for dir in tools/*/; do
   sideways "$program"
 done
 # The vendor screen's areas (the classes of src/lists and src/vendorscreen) hold no other area
-# (a class of those folders or of the ones between them): what one has to tell another it reports
-# with a signal, and what it has to ask another it is handed as a function, both wired by the
+# (a class of those folders, or of the reports, utilities and user-defined fields the window
+# also builds): what one has to tell another it reports with a signal, and what it has to ask another it is handed as a function, both wired by the
 # window, which builds them all. A member that is a reference, a pointer, an owned pointer or a
 # copy of another area fails; the values every area shares are named below.
 area_folders=(lists vendorscreen)
