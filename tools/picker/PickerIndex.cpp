@@ -4,7 +4,6 @@
 
 #include "data/DbError.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QSqlError>
 
@@ -135,7 +134,7 @@ bool PickerIndex::readKept(const QString &identity)
 // program) and the columns. A file with any other is not used.
 QString PickerIndex::signature(const QString &identity) const
 {
-    QStringList lines{QStringLiteral("picker index 2"), identity};
+    QStringList lines{QStringLiteral("picker index 3"), identity};
     for (const PickerColumn &column : m_columns)
         lines << QStringLiteral("%1|%2|%3").arg(column.title).arg(int(column.kind)).arg(
                      int(column.search));
@@ -198,26 +197,58 @@ void PickerIndex::flush(bool all)
                   all);
 }
 
+namespace {
+
+// A 64-bit FNV-1a hash, fed a value at a time, finished with a mix of its bits: fast enough to
+// run over every row of the company at each start, and wide enough that two rows of one
+// company never share it.
+class RowHash {
+public:
+    void add(quint64 unit)
+    {
+        m_hash ^= unit;
+        m_hash *= 0x100000001b3ULL;
+    }
+    void add(const QString &text)
+    {
+        add(quint64(text.size()));
+        for (const QChar c : text)
+            add(quint64(c.unicode()));
+    }
+    void add(double number)
+    {
+        quint64 bits = 0;
+        std::memcpy(&bits, &number, sizeof bits);
+        add(bits);
+    }
+    qint64 result() const
+    {
+        quint64 h = m_hash;
+        h ^= h >> 33;
+        h *= 0xff51afd7ed558ccdULL;
+        h ^= h >> 33;
+        h *= 0xc4ceb9fe1a85ec53ULL;
+        h ^= h >> 33;
+        return qint64(h);
+    }
+
+private:
+    quint64 m_hash = 0xcbf29ce484222325ULL;
+};
+
+} // namespace
+
 qint64 PickerIndex::fingerprint(const QVariantList &values) const
 {
-    QCryptographicHash hash(QCryptographicHash::Md5);
+    RowHash hash;
     for (int i = 0; i < m_columns.size(); ++i) {
         const QVariant value = values.value(i);
-        if (m_columns.at(i).kind == PickerColumn::Kind::Text) {
-            const QString text = value.toString();
-            const qint64 length = text.size();
-            hash.addData(QByteArrayView(reinterpret_cast<const char *>(&length), sizeof length));
-            hash.addData(QByteArrayView(reinterpret_cast<const char *>(text.utf16()),
-                                        text.size() * qsizetype(sizeof(char16_t))));
-        } else {
-            const double number = value.toDouble();
-            hash.addData(QByteArrayView(reinterpret_cast<const char *>(&number), sizeof number));
-        }
+        if (m_columns.at(i).kind == PickerColumn::Kind::Text)
+            hash.add(value.toString());
+        else
+            hash.add(value.toDouble());
     }
-    const QByteArray digest = hash.result();
-    qint64 print = 0;
-    std::memcpy(&print, digest.constData(), sizeof print);
-    return print;
+    return hash.result();
 }
 
 void PickerIndex::add(const QVariantList &values)
@@ -316,6 +347,8 @@ void PickerIndex::finish()
     // come. Every column's order gets its index now, so that a kept file is only read later.
     m_connection.execute(QStringLiteral("create index words_word on words (word, id)"));
     m_connection.execute(QStringLiteral("create index words_id on words (id, word)"));
+    // The fingerprints alone, read at each start: a fraction of the rows' pages.
+    m_connection.execute(QStringLiteral("create index rows_h on rows (h)"));
     for (int i = 0; i < m_columns.size(); ++i)
         m_connection.execute(QStringLiteral("create index rows_k%1 on rows (k%1, id)").arg(i));
     m_connection.execute(QStringLiteral("pragma analysis_limit = 1000"));
