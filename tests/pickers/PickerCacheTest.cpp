@@ -83,7 +83,8 @@ TEST_F(KeptIndex, TheFirstRunMakesTheFileAndTheNextUsesItWithoutWriting)
 TEST_F(KeptIndex, OnlyRowsAddedChangedOrDeletedAreWrittenAndTheSearchFollowsThem)
 {
     open(three).reset();
-    auto next = open({vendor(1, "Acme Supply"), vendor(2, "Brookside Farms"), vendor(4, "Dale Inc")});
+    auto next =
+        open({vendor(1, "Acme Supply"), vendor(2, "Brookside Farms"), vendor(4, "Dale Inc")});
     EXPECT_TRUE(next->wasKept());
     EXPECT_EQ(next->added(), 2);   // 2 changed, 4 new
     EXPECT_EQ(next->removed(), 2); // 2 as it was, 3 gone
@@ -271,9 +272,8 @@ TEST_F(KeptIndexOfThePicker, AVendorAddedRenamedAndDeletedByAnotherProgramShowsI
     EXPECT_EQ(folder.otherProgram("ap.mdb", "insert into vendors (vendnumber, vendname, vendcity) "
                                             "values (300, 'Harbor Freight', 'Duluth')"),
               "");
-    EXPECT_EQ(folder.otherProgram("ap.mdb",
-                                  "update vendors set vendname = 'Brienz Catering' "
-                                  "where vendnumber = 250"),
+    EXPECT_EQ(folder.otherProgram("ap.mdb", "update vendors set vendname = 'Brienz Catering' "
+                                            "where vendnumber = 250"),
               "");
     EXPECT_EQ(folder.otherProgram("ap.mdb", "delete from vendors where vendnumber = 100"), "");
     EXPECT_EQ(pick("harbor{ENTER}"), "300");
@@ -323,8 +323,7 @@ TEST_F(KeptIndexOfThePicker, TheKeptFileNeverLandsInTheCompanyFolder)
     EXPECT_EQ(pick("acme{ENTER}"), "100");
     // Only the engine's own companions of a database file opened for reading may appear.
     for (const QString &name : QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden))
-        EXPECT_TRUE(before.contains(name) || name.endsWith(".mdb-wal") ||
-                    name.endsWith(".mdb-shm"))
+        EXPECT_TRUE(before.contains(name) || name.endsWith(".mdb-wal") || name.endsWith(".mdb-shm"))
             << name.toStdString();
     EXPECT_EQ(keptFiles().size(), 1);
 }

@@ -71,18 +71,18 @@ QString folder(const QString &dataFolder)
 
 QString fileFor(const QString &cacheFolder, const QString &picker, const QString &dataFolder)
 {
-    const QByteArray hash = QCryptographicHash::hash(canonical(dataFolder).toUtf8(),
-                                                     QCryptographicHash::Sha256)
-                                .toHex()
-                                .left(32);
+    const QByteArray hash =
+        QCryptographicHash::hash(canonical(dataFolder).toUtf8(), QCryptographicHash::Sha256)
+            .toHex()
+            .left(32);
     return QDir(cacheFolder)
         .filePath(QStringLiteral("%1-%2.db").arg(picker, QString::fromLatin1(hash)));
 }
 
 QString identity(const QString &picker, const QString &dataFolder)
 {
-    return QStringLiteral("%1 %2 for %3").arg(picker, QStringLiteral(APMASTER_VERSION),
-                                              canonical(dataFolder));
+    return QStringLiteral("%1 %2 for %3")
+        .arg(picker, QStringLiteral(APMASTER_VERSION), canonical(dataFolder));
 }
 
 std::unique_ptr<PickerIndex> open(const QString &file, const QList<PickerColumn> &columns,
