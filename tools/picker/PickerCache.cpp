@@ -90,6 +90,8 @@ std::unique_ptr<PickerIndex> open(const QString &file, const QList<PickerColumn>
                                   const std::function<void(PickerIndex &)> &fill)
 {
     QLockFile lock(file + QStringLiteral(".lock"));
+    // Stale only when its process is gone: a run taking out many rows may hold it a while.
+    lock.setStaleLockTime(0);
     const bool locked = lock.tryLock(lockWaitMsecs);
     if (locked) {
         removeAbandonedWork(file);
