@@ -55,7 +55,8 @@ public:
 
     const QList<PickerColumn> &columns() const { return m_columns; }
     int count() const { return m_count; }
-    // What finish() changed in a kept index: rows written anew and rows taken out.
+    // Whether the index is a kept one brought up to date (rather than made anew), and what
+    // finish() changed in it: the rows written and the rows taken out.
     bool wasKept() const { return m_updating; }
     int added() const { return m_added; }
     int removed() const { return m_removed; }
