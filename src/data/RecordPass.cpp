@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 RecordPass::RecordPass(Databases &dbs, const QString &fileName) : m_dbs(dbs), m_fileName(fileName)
 {
@@ -158,15 +159,15 @@ void RecordPass::inBatches(const QString &table, const QString &key, const QStri
     QSqlQuery keys = keysAfter(table, key);
     QSqlQuery writer = prepare(write);
     int size = firstBatch;
-    QElapsedTimer sinceWrite;
+    bool first = true;
     for (Batch batch = nextBatch(keys, std::numeric_limits<qlonglong>::min(), size);
          batch.count > 0; batch = nextBatch(keys, batch.last, size)) {
-        // Another user's save waiting for the lock the last batch held takes it now.
-        if (sinceWrite.isValid())
-            rest(sinceWrite.nsecsElapsed());
+        // Another user's save waiting for the lock the last batch held takes it now, while the
+        // pass sleeps (not while it works, which on a busy machine can leave the save no turn).
+        if (!std::exchange(first, false))
+            rest(0);
         starting(batch);
         size = nextSize(size, writeBatch([&] { exec(writer, batch); }));
-        sinceWrite.start();
         written(batch);
     }
 }
@@ -193,6 +194,7 @@ void RecordPass::inBatches(const QString &table, const QString &key,
         ahead.workOut(batch); // another user's save waiting for the lock takes it meanwhile
         const qint64 workedOut = took.nsecsElapsed();
         starting(batch);
+        // Working the values out was the rest; a batch too small for that sleeps the remainder.
         if (sinceWrite.isValid())
             rest(sinceWrite.nsecsElapsed());
         // Sized by the time both took: the write works the values out again when another user
