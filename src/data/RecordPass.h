@@ -27,9 +27,10 @@ public:
     static constexpr int lockTries = 20;
     // The time a batch aims to hold the write lock (the rest after it is the engine's).
     static constexpr int batchMsecs = 8;
-    // The sizes a batch may take, in records.
+    // The sizes a batch may take, in records (the largest lets a batch of quick writes, such as
+    // zeroing a total, last its whole time).
     static constexpr int firstBatch = 32;
-    static constexpr int largestBatch = 4096;
+    static constexpr int largestBatch = 16384;
 
     // A column a pass sets and the expression it sets it to, worked out on the row being written
     // (named by the table's name); it may read other tables.

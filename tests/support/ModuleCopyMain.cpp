@@ -88,7 +88,8 @@ private:
 
 class Driver {
 public:
-    explicit Driver(Module &module) : m(module) {}
+    // The waits outlive the module, whose connections report to them to the end.
+    Driver(Module &module, LockWaits &waits) : m(module), m_waits(waits) {}
 
     void run(const QString &line)
     {
@@ -168,7 +169,7 @@ public:
 private:
     Module &m;
     size_t m_printed = 0;
-    LockWaits m_waits;
+    LockWaits &m_waits;
 };
 
 } // namespace
@@ -184,8 +185,9 @@ int main(int argc, char *argv[])
     }
     QDir::setCurrent(QString::fromLocal8Bit(argv[1]));
     const QString locks = QString::fromLocal8Bit(argv[2]);
+    LockWaits waits;
     Module module(locks == QLatin1String("-") ? SingleInstance::defaultFolder() : locks);
-    Driver driver(module);
+    Driver driver(module, waits);
     if (const std::optional<int> refused = module.start(QString::fromLocal8Bit(argv[3]))) {
         driver.printDialogs();
         say(QStringLiteral("refused %1").arg(*refused));
