@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fails when a source file includes from a folder above its own, or opens a database connection
-# of its own outside the data layer.
+# Fails when a source file includes from a folder above its own, opens a database connection
+# of its own outside the data layer, or when an area of the vendor screen holds another (below).
 # The folders of src/ are layers, bottom first; a folder may include from itself and from the
 # folders before it, never after. Each program under tools/ sits above the layers and may
 # include from the layers up to the one named for it below, never from another program's
@@ -103,6 +103,48 @@ for dir in tools/*/; do
   check "$dir" "$(rank "${programs[$program]}")" "$program"
   sideways "$program"
 done
+# The vendor screen's areas (the classes of src/lists and src/vendorscreen) hold no other area
+# (a class of those folders, or of the reports, utilities and user-defined fields the window
+# also builds): what one has to tell another it reports with a signal, and what it has to ask another it is handed as a function, both wired by the
+# window, which builds them all. A member that is a reference, a pointer, an owned pointer or a
+# copy of another area fails; the values every area shares are named below.
+area_folders=(lists vendorscreen)
+area_classes_folders=(lists reports utilities frmmisc vendorscreen)
+composition_root=VendorWindow
+# The vendor on the screen, the screen's values, the vendor field boxes, the lists' widgets and
+# the grid model the lists own.
+shared_classes=" CurrentVendor ScreenState VendorFieldBoxes ListWidgets RecordSourceModel "
+# Prints the classes a header defines (not those it only declares), one a line.
+defined_classes() {
+  grep -hoE '^(class|struct)[[:space:]]+[A-Z][A-Za-z0-9_]*([[:space:]]+final)?[[:space:]]*(:|\{|$)' \
+    "$@" /dev/null 2>/dev/null | awk '{ print $2 }' | sed -E 's/[:{].*//' || true
+}
+area_headers() {
+  local folder
+  for folder in "$@"; do
+    [ -d "src/$folder" ] && find "src/$folder" -maxdepth 1 -name '*.h'
+  done
+  return 0
+}
+mapfile -t area_class_list < <(area_headers "${area_classes_folders[@]}" | xargs -r cat /dev/null |
+  defined_classes /dev/stdin | sort -u)
+declare -A is_area=()
+for class in "${area_class_list[@]}"; do
+  [[ "$shared_classes" == *" $class "* ]] || is_area[$class]=1
+done
+while read -r header; do
+  [ -n "$header" ] || continue
+  own=" $(defined_classes "$header" | tr '\n' ' ') "
+  [[ "$own" == *" $composition_root "* ]] && continue
+  while IFS=: read -r line held; do
+    [ -n "${is_area[$held]+x}" ] || continue
+    [[ "$own" == *" $held "* ]] && continue
+    echo "$header:$line: holds $held, another area of the vendor screen (report to it with a" \
+      "signal, or ask it through a function, wired by the window)"
+    bad=1
+  done < <(grep -nE '^[[:space:]]+(const[[:space:]]+)?((std::unique_ptr|std::shared_ptr|QPointer)<[[:space:]]*)?[A-Z][A-Za-z0-9_]*[[:space:]]*>?[[:space:]]*[&*]?[[:space:]]*[A-Za-z_][A-Za-z0-9_]*[[:space:]]*(=[^;]*|\{[^;]*\})?;' \
+    "$header" | sed -E 's/^([0-9]+):[[:space:]]+(const[[:space:]]+)?((std::unique_ptr|std::shared_ptr|QPointer)<[[:space:]]*)?([A-Z][A-Za-z0-9_]*).*/\1:\5/')
+done < <(area_headers "${area_folders[@]}")
 while IFS=: read -r file line _; do
   echo "$file:$line: a connection opened outside the data layer (use data/Connection.h)"
   bad=1
@@ -110,7 +152,8 @@ done < <(grep -nE 'QSqlDatabase::addDatabase' -r src tools --include='*.h' --inc
   /dev/null 2>/dev/null | grep -v '^src/data/' || true)
 if [ "$bad" -ne 0 ]; then
   echo "Includes go against the layering: ${layers[*]} (each may include only from those before" \
-    "it; a program from the layers up to its own ceiling), or a connection bypasses src/data."
+    "it; a program from the layers up to its own ceiling), a connection bypasses src/data, or" \
+    "an area of the vendor screen holds another."
   exit 1
 fi
 echo "Layering holds: ${layers[*]}; programs: $(for p in "${!programs[@]}"; do printf '%s<=%s ' "$p" "${programs[$p]}"; done); shared: $(for p in "${!uses[@]}"; do printf '%s uses %s; ' "$p" "${uses[$p]}"; done)"

@@ -10,7 +10,6 @@
 #include "lists/EnterSwallower.h"
 #include "lists/ListColumns.h"
 #include "lists/ListQueries.h"
-#include "lists/OpenInvoiceTotals.h"
 #include "lists/RecordSourceModel.h"
 
 #include <QCoreApplication>
@@ -34,10 +33,11 @@ const char *const allowUpdate = "allowUpdate";
 } // namespace
 
 InvoiceLists::InvoiceLists(const ListWidgets &widgets, const CurrentVendor &vendor, Sources sources,
-                           OpenInvoiceTotals &totals, Databases &dbs, const Clock &clock,
+                           std::function<void()> computeTotals, Databases &dbs, const Clock &clock,
                            Dialogs &dialogs, StatusLine &status) :
     m_w(widgets),
-    m_current(vendor), m_sources(sources), m_totals(totals), m_dialogs(dialogs), m_status(status),
+    m_current(vendor), m_sources(sources), m_computeTotals(std::move(computeTotals)),
+    m_dialogs(dialogs), m_status(status),
     m_cursor(std::make_unique<RecordSource>(dbs, QStringLiteral("listcursor")))
 {
     auto today = [&clock] { return clock.today(); };
@@ -126,7 +126,7 @@ void InvoiceLists::list(Kind kind)
     m_vendor = m_current.number();
     m_kind = kind;
     if (kind == Unpaid)
-        m_totals.compute();
+        m_computeTotals();
 
     const bool oldToNew = m_w.oldToNew->isChecked();
     const QString statement = kind == Unpaid ? ListQueries::unpaid(m_vendor, oldToNew)

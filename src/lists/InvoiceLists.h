@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 #include <memory>
 #include <optional>
 #include <span>
@@ -12,7 +14,6 @@ class Clock;
 class CurrentVendor;
 class Databases;
 class Dialogs;
-class OpenInvoiceTotals;
 class RecordSource;
 class RecordSourceModel;
 class StatusLine;
@@ -36,10 +37,11 @@ public:
         RecordSource &checks;   // datachecks, shown in grid2
     };
 
-    // vendor: whose lists these are.
+    // vendor: whose lists these are; computeTotals: computes the vendor's open-invoice totals,
+    // each time the unpaid list is read.
     InvoiceLists(const ListWidgets &widgets, const CurrentVendor &vendor, Sources sources,
-                 OpenInvoiceTotals &totals, Databases &dbs, const Clock &clock, Dialogs &dialogs,
-                 StatusLine &status);
+                 std::function<void()> computeTotals, Databases &dbs, const Clock &clock,
+                 Dialogs &dialogs, StatusLine &status);
     ~InvoiceLists();
     InvoiceLists(const InvoiceLists &) = delete;
     InvoiceLists &operator=(const InvoiceLists &) = delete;
@@ -86,7 +88,7 @@ private:
     ListWidgets m_w;
     const CurrentVendor &m_current;
     Sources m_sources;
-    OpenInvoiceTotals &m_totals;
+    std::function<void()> m_computeTotals;
     Dialogs &m_dialogs;
     StatusLine &m_status;
     std::unique_ptr<RecordSource> m_cursor;

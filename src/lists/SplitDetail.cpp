@@ -5,7 +5,6 @@
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "lists/CurrentVendor.h"
-#include "lists/InvoiceLists.h"
 #include "lists/ListFormats.h"
 #include "lists/ListQueries.h"
 #include "lists/RecordSourceModel.h"
@@ -43,7 +42,7 @@ void SplitDetail::rowActivated(int row)
 
 void SplitDetail::run()
 {
-    RecordSource &cursor = m_lists.cursor();
+    RecordSource &cursor = m_listCursor();
     if (m_w.grid1->isHidden() || !cursor.isBound() || !cursor.hasRecords())
         return;
     m_panel.List1->clear();
@@ -78,7 +77,7 @@ void SplitDetail::place()
 
 bool SplitDetail::findSelected()
 {
-    RecordSource &cursor = m_lists.cursor();
+    RecordSource &cursor = m_listCursor();
     if (!cursor.isBound() || !cursor.hasRecords())
         return false;
     cursor.moveFirst();

@@ -4,9 +4,10 @@
 
 #include <QString>
 
+#include <functional>
+
 class CurrentVendor;
 class Dialogs;
-class InvoiceLists;
 class QGroupBox;
 class QListWidget;
 class QSqlRecord;
@@ -23,11 +24,15 @@ public:
         QListWidget *List2 = nullptr; // amounts
     };
 
-    // accounts: the read-only snapshot of the chart of accounts (number and name).
+    // listCursor: the recordset of the invoice list shown, which the panel searches for the
+    // selected row's invoice; accounts: the read-only snapshot of the chart of accounts (number
+    // and name).
     SplitDetail(const ListWidgets &widgets, const CurrentVendor &vendor, const Panel &panel,
-                InvoiceLists &lists, RecordSource &accounts, Dialogs &dialogs) :
+                std::function<RecordSource &()> listCursor, RecordSource &accounts,
+                Dialogs &dialogs) :
         m_w(widgets),
-        m_current(vendor), m_panel(panel), m_lists(lists), m_accounts(accounts), m_dialogs(dialogs)
+        m_current(vendor), m_panel(panel), m_listCursor(std::move(listCursor)),
+        m_accounts(accounts), m_dialogs(dialogs)
     {
     }
 
@@ -47,7 +52,7 @@ private:
     ListWidgets m_w;
     const CurrentVendor &m_current;
     Panel m_panel;
-    InvoiceLists &m_lists;
+    std::function<RecordSource &()> m_listCursor;
     RecordSource &m_accounts;
     Dialogs &m_dialogs;
 };

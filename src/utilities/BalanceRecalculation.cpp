@@ -9,6 +9,28 @@
 #include "data/Databases.h"
 #include "data/RecordPass.h"
 
+namespace {
+
+// Each vendor's two totals over the range, summed and rounded to four decimals (0 without an
+// invoice): the balance from the invoice amounts dated in it, the YTD total from the check
+// amounts paid in it.
+QList<RecordPass::Assignment> totalsOverRange(long from, long to)
+{
+    const QString range = QStringLiteral(" between ") + QString::number(from) +
+                          QStringLiteral(" and ") + QString::number(to);
+    const auto sum = [&](const QString &amount, const QString &date) {
+        return QStringLiteral("round(coalesce((select sum(i.") + amount +
+               QStringLiteral(") from invoices i where i.vendnumber = vendors.vendnumber and i.") +
+               date + range + QStringLiteral("), 0), 4)");
+    };
+    return {{QStringLiteral("vendbalcurrent"),
+             sum(QStringLiteral("invamount"), QStringLiteral("invdate"))},
+            {QStringLiteral("vendytd"),
+             sum(QStringLiteral("invcheckamount"), QStringLiteral("invcheckdate"))}};
+}
+
+} // namespace
+
 QString BalanceRecalculation::question(long from, long to)
 {
     return QStringLiteral("Recalculate the balances of every vendor from %1 to %2?")
@@ -52,11 +74,11 @@ void BalanceRecalculation::recalculate(long from, long to)
             QStringLiteral("update vendors set vendbalcurrent = 0, vendytd = 0 "
                            "where vendnumber between ? and ?"),
             [](const RecordPass::Batch &) {}, advance);
-        // Second pass: each vendor's totals from its invoices in the range, summed and rounded
-        // to four decimals, a batch of vendors in one transaction. The first vendor of the batch
-        // being written is the one the status line shows.
+        // Second pass: each vendor's totals from its invoices in the range, a batch of vendors in
+        // one transaction. The first vendor of the batch being written is the one the status
+        // line shows.
         records.inBatches(
-            QStringLiteral("vendors"), QStringLiteral("vendnumber"), batchStatement(from, to),
+            QStringLiteral("vendors"), QStringLiteral("vendnumber"), totalsOverRange(from, to),
             [&](const RecordPass::Batch &batch) {
                 m_s.status.set(QStringLiteral("Recalculating vendor # ") +
                                QString::number(batch.first));
@@ -65,20 +87,6 @@ void BalanceRecalculation::recalculate(long from, long to)
     }
     m_s.status.show(QStringLiteral("Vendor balances recalculated between ") +
                     QString::number(from) + QStringLiteral(" and ") + QString::number(to));
-}
-
-QString BalanceRecalculation::batchStatement(long from, long to)
-{
-    const QString range = QStringLiteral(" between ") + QString::number(from) +
-                          QStringLiteral(" and ") + QString::number(to);
-    return QStringLiteral("update vendors set vendbalcurrent = round(coalesce((select "
-                          "sum(i.invamount) from invoices i where i.vendnumber = "
-                          "vendors.vendnumber and i.invdate") +
-           range +
-           QStringLiteral("), 0), 4), vendytd = round(coalesce((select sum(i.invcheckamount) "
-                          "from invoices i where i.vendnumber = vendors.vendnumber and "
-                          "i.invcheckdate") +
-           range + QStringLiteral("), 0), 4) where vendnumber between ? and ?");
 }
 
 QString BalanceRecalculation::totalsStatement(long from, long to)

@@ -37,8 +37,6 @@ public:
     // The statement that writes one vendor's two totals over the range; it takes the vendor
     // number three times. The vendor-number utility's merge uses it too.
     static QString totalsStatement(long from, long to);
-    // The same for every vendor whose number is between the two it takes (a batch of a pass).
-    static QString batchStatement(long from, long to);
 
 private:
     Services m_s;

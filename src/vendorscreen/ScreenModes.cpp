@@ -10,7 +10,6 @@
 #include "data/RecordSource.h"
 #include "lists/CurrentVendor.h"
 #include "vendorscreen/ScreenState.h"
-#include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 
 #include <QCoreApplication>
@@ -25,11 +24,11 @@
 #include <optional>
 
 ScreenModes::ScreenModes(const Widgets &widgets, const VendorFieldBoxes &fields, Sources sources,
-                         VendorDisplay &display, const CurrentVendor &current, ScreenState &state,
+                         Display display, const CurrentVendor &current, ScreenState &state,
                          Session &session, Dialogs &dialogs, StatusLine &status, QObject *parent) :
     QObject(parent),
-    m_w(widgets), m_fields(fields), m_sources(sources), m_display(display), m_current(current),
-    m_state(state), m_session(session), m_dialogs(dialogs), m_status(status)
+    m_w(widgets), m_fields(fields), m_sources(sources), m_display(std::move(display)),
+    m_current(current), m_state(state), m_session(session), m_dialogs(dialogs), m_status(status)
 {
 }
 

@@ -11,7 +11,6 @@ class QPushButton;
 class QTableView;
 class QWidget;
 class RecordSource;
-class VendorDisplay;
 class VendorFieldBoxes;
 class StatusLine;
 struct ScreenState;
@@ -40,10 +39,18 @@ public:
         RecordSource &invoices;
         RecordSource &checks;
     };
-    // display: shows the vendor a move reaches; current: the vendor on the screen.
+    // How the vendor a move reaches is shown; each answers true when the vendor is on the
+    // screen.
+    struct Display {
+        // Shows the vendor the vendor source stands on.
+        std::function<bool()> showCurrent;
+        // Shows that vendor again as the database holds it now.
+        std::function<bool()> showAgain;
+    };
+    // current: the vendor on the screen.
     ScreenModes(const Widgets &widgets, const VendorFieldBoxes &fields, Sources sources,
-                VendorDisplay &display, const CurrentVendor &current, ScreenState &state,
-                Session &session, Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
+                Display display, const CurrentVendor &current, ScreenState &state, Session &session,
+                Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
 
     // The buttons' enabled state for a mode, all in one place; a button the mode leaves
     // "as before" keeps its state.
@@ -87,7 +94,7 @@ private:
     Widgets m_w;
     const VendorFieldBoxes &m_fields;
     Sources m_sources;
-    VendorDisplay &m_display;
+    Display m_display;
     const CurrentVendor &m_current;
     ScreenState &m_state;
     Session &m_session;

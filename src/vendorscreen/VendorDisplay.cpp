@@ -7,7 +7,6 @@
 #include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/CurrentVendor.h"
-#include "lists/OpenInvoiceTotals.h"
 #include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 

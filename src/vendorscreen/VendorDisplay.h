@@ -3,9 +3,10 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class CurrentVendor;
 class Dialogs;
-class OpenInvoiceTotals;
 class RecordSource;
 class VendorFieldBoxes;
 
@@ -15,10 +16,19 @@ class VendorDisplay : public QObject {
     Q_OBJECT
 
 public:
-    VendorDisplay(const VendorFieldBoxes &fields, RecordSource &vendors, OpenInvoiceTotals &totals,
+    // The vendor's open-invoice total and this year's invoiced total, which the display shows
+    // and stamps on the vendor shown before.
+    struct Totals {
+        // Computes both for the vendor on the screen.
+        std::function<void()> compute;
+        std::function<double()> openTotal;
+        std::function<double()> yearTotal;
+    };
+
+    VendorDisplay(const VendorFieldBoxes &fields, RecordSource &vendors, Totals totals,
                   CurrentVendor &current, Dialogs &dialogs, QObject *parent = nullptr) :
         QObject(parent),
-        m_fields(fields), m_vendors(vendors), m_totals(totals), m_current(current),
+        m_fields(fields), m_vendors(vendors), m_totals(std::move(totals)), m_current(current),
         m_dialogs(dialogs)
     {
     }
@@ -48,7 +58,7 @@ private:
 
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
-    OpenInvoiceTotals &m_totals;
+    Totals m_totals;
     CurrentVendor &m_current;
     Dialogs &m_dialogs;
 };

@@ -9,7 +9,6 @@
 #include "data/DbError.h"
 #include "data/RecordSource.h"
 #include "vendorscreen/ScreenState.h"
-#include "vendorscreen/VendorDisplay.h"
 #include "vendorscreen/VendorFieldBoxes.h"
 #include "vendorscreen/VendorLayout.h"
 
@@ -80,12 +79,12 @@ QString VendorLookup::safeStatement(int method, const QString &typed)
 }
 
 VendorLookup::VendorLookup(const Widgets &widgets, const VendorFieldBoxes &fields,
-                           RecordSource &vendors, VendorDisplay &display, ScreenState &state,
-                           Dialogs &dialogs, ProgramRunner &programs, StatusLine &status,
-                           QObject *parent) :
+                           RecordSource &vendors, std::function<bool()> showFound,
+                           ScreenState &state, Dialogs &dialogs, ProgramRunner &programs,
+                           StatusLine &status, QObject *parent) :
     QObject(parent),
-    m_w(widgets), m_fields(fields), m_vendors(vendors), m_display(display), m_state(state),
-    m_dialogs(dialogs), m_programs(programs), m_status(status)
+    m_w(widgets), m_fields(fields), m_vendors(vendors), m_showFound(std::move(showFound)),
+    m_state(state), m_dialogs(dialogs), m_programs(programs), m_status(status)
 {
     m_w.lookupinput->installEventFilter(this);
     for (QRadioButton *option : m_w.Option1)
@@ -134,7 +133,7 @@ void VendorLookup::go()
     m_w.fralookup->hide();
     // The vendor shown is browsed and its note follows it (the window wires both to the vendor
     // on the screen).
-    if (!m_display.showCurrent())
+    if (!m_showFound())
         return;
     emit found();
     m_status.show(QStringLiteral("Select an action button along the top of the screen."));

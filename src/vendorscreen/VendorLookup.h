@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 
 class Dialogs;
 class ProgramRunner;
@@ -15,7 +16,6 @@ class QPushButton;
 class QRadioButton;
 class RecordSource;
 class StatusLine;
-class VendorDisplay;
 class VendorFieldBoxes;
 struct ScreenState;
 
@@ -34,9 +34,10 @@ public:
         QWidget *over = nullptr;   // where the panel opens: over the lists, not the fields
     };
 
-    // display: shows the vendor a lookup finds (the screen then browses it).
+    // showFound: shows the vendor a lookup finds (the screen then browses it); true when it is
+    // on the screen.
     VendorLookup(const Widgets &widgets, const VendorFieldBoxes &fields, RecordSource &vendors,
-                 VendorDisplay &display, ScreenState &state, Dialogs &dialogs,
+                 std::function<bool()> showFound, ScreenState &state, Dialogs &dialogs,
                  ProgramRunner &programs, StatusLine &status, QObject *parent = nullptr);
 
     // The statement a method builds; the value is the entry text after the apostrophe treatment.
@@ -74,7 +75,7 @@ private:
     Widgets m_w;
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
-    VendorDisplay &m_display;
+    std::function<bool()> m_showFound;
     ScreenState &m_state;
     Dialogs &m_dialogs;
     ProgramRunner &m_programs;

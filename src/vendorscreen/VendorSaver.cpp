@@ -11,8 +11,6 @@
 #include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/CurrentVendor.h"
-#include "lists/OpenInvoiceTotals.h"
-#include "lists/VendorNotes.h"
 #include "vendorscreen/Form1099Type.h"
 #include "vendorscreen/ScreenState.h"
 #include "vendorscreen/VendorFieldBoxes.h"
@@ -62,12 +60,13 @@ QString VendorSaver::pnetFrom(const QString &phone, const QString &setting)
 }
 
 VendorSaver::VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields,
-                         RecordSource &vendors, const CurrentVendor &current, Areas areas,
+                         RecordSource &vendors, const CurrentVendor &current, Asks asks,
                          ScreenState &state, const Session &session, Databases &dbs,
                          Dialogs &dialogs, StatusLine &status, QObject *parent) :
     QObject(parent),
-    m_cmdsave(cmdsave), m_fields(fields), m_vendors(vendors), m_current(current), m_areas(areas),
-    m_state(state), m_session(session), m_dbs(dbs), m_dialogs(dialogs), m_status(status)
+    m_cmdsave(cmdsave), m_fields(fields), m_vendors(vendors), m_current(current),
+    m_asks(std::move(asks)), m_state(state), m_session(session), m_dbs(dbs), m_dialogs(dialogs),
+    m_status(status)
 {
 }
 
@@ -204,9 +203,8 @@ bool VendorSaver::writeNotes()
     notes.refresh();
     // The notes as they were when the user opened them (none when they never did), against the
     // notes as they are: another user's notes are never written over unseen.
-    const VendorNotes &shown = m_areas.notes;
-    const QString recalled =
-        shown.recalledVendor() == number ? shown.recalled().toString() : QString();
+    const NoteShown shown = m_asks.note();
+    const QString recalled = shown.recalledVendor == number ? shown.recalled : QString();
     const QString now =
         notes.hasRecords() ? notes.value(QStringLiteral("notes")).toString() : QString();
     if (now != recalled)
@@ -214,7 +212,7 @@ bool VendorSaver::writeNotes()
     RecordEdit record(notes,
                       notes.hasRecords() ? RecordEdit::Start::Edit : RecordEdit::Start::AddNew);
     record.setValue(QStringLiteral("vendnumber"), number);
-    record.setValue(QStringLiteral("notes"), shown.text());
+    record.setValue(QStringLiteral("notes"), shown.text);
     record.update();
     return true;
 }
@@ -247,14 +245,14 @@ bool VendorSaver::save()
         return false;
     }
     try {
-        m_areas.totals.compute();
+        m_asks.computeTotals();
     } catch (const DbError &error) {
         unexpectedReport(error.code(), 0);
     }
     if (m_fields.text(VendorField::Terms).trimmed().isEmpty())
         m_fields.setText(VendorField::Terms, QStringLiteral("1"));
 
-    const bool withNotes = m_state.addFlag == 1 || m_areas.notes.changed();
+    const bool withNotes = m_state.addFlag == 1 || m_asks.note().typed;
     const QString status = m_status.text();
     bool notesKept = true;
     m_state.saving = true;

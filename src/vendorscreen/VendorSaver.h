@@ -3,15 +3,15 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class CurrentVendor;
 class Databases;
 class Dialogs;
-class OpenInvoiceTotals;
 class QPushButton;
 class RecordSource;
 class StatusLine;
 class VendorFieldBoxes;
-class VendorNotes;
 struct ScreenState;
 struct Session;
 
@@ -36,17 +36,24 @@ public:
     static constexpr int tryWaitMsecs = 150;
     static constexpr int pauseMsecs = 100;
 
-    // The areas a save reads from.
-    struct Areas {
-        OpenInvoiceTotals &totals;
-        VendorNotes &notes;
+    // The notes box as a save reads it.
+    struct NoteShown {
+        bool typed = false;            // a key was typed in the box since the vendor was shown
+        long long recalledVendor = -1; // whose note the box read last (-1: none)
+        QString recalled;              // that note as it was read
+        QString text;                  // the box's text now
+    };
+    // What a save asks of the other areas, answered at the moment it asks.
+    struct Asks {
+        // Computes the vendor's open-invoice totals, which the save writes with the vendor.
+        std::function<void()> computeTotals;
+        std::function<NoteShown()> note;
     };
 
     // current: the vendor on the screen, whose row the multi-user check compares against.
     VendorSaver(QPushButton *cmdsave, const VendorFieldBoxes &fields, RecordSource &vendors,
-                const CurrentVendor &current, Areas areas, ScreenState &state,
-                const Session &session, Databases &dbs, Dialogs &dialogs, StatusLine &status,
-                QObject *parent = nullptr);
+                const CurrentVendor &current, Asks asks, ScreenState &state, const Session &session,
+                Databases &dbs, Dialogs &dialogs, StatusLine &status, QObject *parent = nullptr);
 
     // True when the save ended as Cancel ends (finished was emitted); false when it stopped
     // with the vendor still on the screen.
@@ -78,7 +85,7 @@ private:
     const VendorFieldBoxes &m_fields;
     RecordSource &m_vendors;
     const CurrentVendor &m_current;
-    Areas m_areas;
+    Asks m_asks;
     ScreenState &m_state;
     const Session &m_session;
     Databases &m_dbs;

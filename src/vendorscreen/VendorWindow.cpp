@@ -119,30 +119,47 @@ void VendorWindow::buildAreas(Session &session, Services &services)
                                   .notes = m_c.notes,
                                   .frasplit = m_c.frasplit};
     Dialogs &dialogs = services.dialogs;
+    // No area holds another: where one needs an answer from another at once, it is handed a
+    // function that asks it, made here.
     m_totals =
         std::make_unique<OpenInvoiceTotals>(current, services.databases, services.clock, m_status);
+    auto computeTotals = [this] { m_totals->compute(); };
     m_lists = std::make_unique<InvoiceLists>(
-        listWidgets, current, InvoiceLists::Sources{*m_datainvoice, *m_datachecks}, *m_totals,
+        listWidgets, current, InvoiceLists::Sources{*m_datainvoice, *m_datachecks}, computeTotals,
         services.databases, services.clock, dialogs, m_status);
     m_split = std::make_unique<SplitDetail>(
         listWidgets, current, SplitDetail::Panel{m_c.frasplit, m_c.List1, m_c.List3, m_c.List2},
-        *m_lists, *m_glaccounts, dialogs);
+        [this]() -> RecordSource & { return m_lists->cursor(); }, *m_glaccounts, dialogs);
     m_notes = std::make_unique<VendorNotes>(listWidgets, current, services.databases);
-    m_display =
-        std::make_unique<VendorDisplay>(*m_fields, *m_datavendor, *m_totals, *m_current, dialogs);
+    m_display = std::make_unique<VendorDisplay>(
+        *m_fields, *m_datavendor,
+        VendorDisplay::Totals{computeTotals, [this] { return m_totals->openTotal(); },
+                              [this] { return m_totals->yearTotal(); }},
+        *m_current, dialogs);
     m_modes = std::make_unique<ScreenModes>(
         ScreenModes::Widgets{m_c.cmdadd, m_c.cmdmodify, m_c.cmdsave, m_c.cmddelete, m_c.cmdcancel,
                              m_c.cmdlookup, m_c.cmdprevious, m_c.cmdnext, m_c.fralookup,
                              m_c.frasplit, m_c.grid1, m_c.notes},
-        *m_fields, ScreenModes::Sources{*m_datavendor, *m_datainvoice, *m_datachecks}, *m_display,
+        *m_fields, ScreenModes::Sources{*m_datavendor, *m_datainvoice, *m_datachecks},
+        ScreenModes::Display{[this] { return m_display->showCurrent(); },
+                             [this] { return m_display->showAgain(); }},
         current, m_state, session, dialogs, m_status);
     m_lookup = std::make_unique<VendorLookup>(
         VendorLookup::Widgets{m_c.cmdlookup, m_c.fralookup, m_c.Option1, m_c.lookupinput,
                               action(QStringLiteral("byname")), m_c.listpane},
-        *m_fields, *m_datavendor, *m_display, m_state, dialogs, m_programs, m_status);
-    m_saver = std::make_unique<VendorSaver>(m_c.cmdsave, *m_fields, *m_datavendor, current,
-                                            VendorSaver::Areas{*m_totals, *m_notes}, m_state,
-                                            session, services.databases, dialogs, m_status);
+        *m_fields, *m_datavendor, [this] { return m_display->showCurrent(); }, m_state, dialogs,
+        m_programs, m_status);
+    m_saver = std::make_unique<VendorSaver>(
+        m_c.cmdsave, *m_fields, *m_datavendor, current,
+        VendorSaver::Asks{computeTotals,
+                          [this] {
+                              return VendorSaver::NoteShown{
+                                  .typed = m_notes->changed(),
+                                  .recalledVendor = m_notes->recalledVendor(),
+                                  .recalled = m_notes->recalled().toString(),
+                                  .text = m_notes->text()};
+                          }},
+        m_state, session, services.databases, dialogs, m_status);
     m_unsaved = std::make_unique<UnsavedEdit>(
         [this] { return m_modes->hasUnsavedEdit(m_notes->changed()); }, dialogs,
         [this] { return m_saver->save(); });

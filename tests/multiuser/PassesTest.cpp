@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <vector>
 
 namespace {
 
@@ -19,9 +20,13 @@ namespace {
 // company, and the saves beside it and the kill come while it runs.
 const int vendorCount = DataFolder::onPostgres() ? 5000 : 10000;
 
-// How long a save may take beside a pass: one batch of the pass (10 ms at most), then one try of
-// the save at the write lock (150 ms) and its pause before the next (100 ms).
-const int saveBesidePassMsecs = 10 + 150 + 100;
+// How long a save beside a pass waits for the lock, in microseconds: one batch of the pass holds
+// it 8 ms (the time a batch aims at), and a save that finds it held looks again every
+// millisecond, so it gets in at the rest after that batch: 8 + 1 ms. On the server a save waits
+// only for the rows of the batch being written, which the server hands it at the batch's commit.
+const int oneBatchAndItsRetryUsecs = 9000;
+// A save's first try at the lock waits 150 ms; a save waiting longer would try again.
+const int firstTryUsecs = 150000;
 
 // A statement run as another user's program: the sqlite3 program on the file, or psql on the
 // file's schema on the server. Its output.
@@ -70,7 +75,7 @@ protected:
                             "select length(hex(randomblob(40000))); end;");
     }
     // Whether the vendors recalculated are those numbered up to the last of them, no gap, and
-    // their sums are those a set-based statement computes from their invoices.
+    // each one's totals are those a set-based statement computes from its invoices.
     void expectRecalculatedUpTo(int last)
     {
         EXPECT_EQ(recalculated(), last);
@@ -80,18 +85,16 @@ protected:
                       .toInt(),
                   0);
         EXPECT_EQ(
-            outside(folder,
-                    "select (select sum(vendbalcurrent) from vendors where vendnumber <= " + upTo +
-                        ") = (select sum(invamount) from invoices where vendnumber <= " + upTo +
-                        " and invdate between 20250101 and 20251231) and (select "
-                        "sum(vendytd) from vendors where vendnumber <= " +
-                        upTo +
-                        ") = (select sum(invcheckamount) from invoices where vendnumber "
-                        "<= " +
-                        upTo + " and invcheckdate between 20250101 and 20251231)")
-                .toLower()
-                .left(1),
-            DataFolder::onPostgres() ? "t" : "1");
+            outside(folder, "select count(*) from vendors v left join (select vendnumber, "
+                            "sum(case when invdate between 20250101 and 20251231 then invamount "
+                            "else 0 end) balance, sum(case when invcheckdate between 20250101 and "
+                            "20251231 then invcheckamount else 0 end) ytd from invoices group by "
+                            "vendnumber) s on s.vendnumber = v.vendnumber where v.vendnumber <= " +
+                                upTo +
+                                " and (s.vendnumber is null or v.vendbalcurrent <> s.balance or "
+                                "v.vendytd <> s.ytd)")
+                .toInt(),
+            0);
     }
     QString lockFolder(const QString &user) const { return locks.filePath(user); }
     // Vendors whose totals are those of 2025 (balance: the A invoice; YTD: both checks).
@@ -101,11 +104,21 @@ protected:
                                "(vendnumber % 97 + 1) and vendytd = (vendnumber % 97 + 1) + 3")
             .toInt();
     }
-    // The engine's own check of the file; the server checks its pages as it writes them.
+    // The engine's own check of what the pass wrote: the whole file on SQLite; on the server
+    // the vendor table's pages and every index of it (each index entry against its row).
     QString integrity()
     {
-        return DataFolder::onPostgres() ? QStringLiteral("ok")
-                                        : outside(folder, "pragma integrity_check");
+        if (!DataFolder::onPostgres())
+            return outside(folder, "pragma integrity_check");
+        // Each index checked returns one row (a damaged one ends the statement with an error).
+        return outside(folder,
+                       "create extension if not exists amcheck schema public; select case when "
+                       "(select count(*) from public.verify_heapam('vendors')) = 0 and (select "
+                       "count(*) from (select public.bt_index_check(indexrelid, true) from "
+                       "pg_index where indrelid = 'vendors'::regclass) checked) = (select "
+                       "count(*) from pg_index where indrelid = 'vendors'::regclass) and (select "
+                       "count(*) from pg_index where indrelid = 'vendors'::regclass) > 0 then "
+                       "'ok' else 'damaged' end");
     }
 };
 
@@ -228,9 +241,57 @@ TEST_F(Passes, AYearEndZeroKilledPartWayLeavesWholeBatchesZeroedAndTheRestAsThey
     EXPECT_EQ(integrity(), "ok");
 }
 
-// Betty saves vendor after vendor while Anne's year-end zero runs: each save gets the write lock
-// at the pass's next rest, never needing a second try.
-TEST_F(Passes, ASaveBesideABatchedPassWaitsLessThanOneBatchAndOneRetry)
+// Saves one vendor beside Anne's pass; how long the save waited for the lock, in microseconds.
+// On the files Betty's module copy saves vendor after vendor behind the pass and tells how long
+// its statement taking the file's write lock took. On the server psql saves the first vendor the
+// pass has not written, a row of the batch being written, and the server's clock times the wait
+// for that row and its write.
+qlonglong saveBesidePass(const DataFolder &folder, ModuleCopy &betty, int save)
+{
+    const QString phone = QStringLiteral("555-%1").arg(save, 4, 10, QLatin1Char('0'));
+    if (DataFolder::onPostgres()) {
+        // One transaction: the vendor and the clock noted, the row locked, the wait noted,
+        // the row written; psql prints each result, the vendor and the wait last.
+        const QString lines = outside(
+            folder,
+            "select set_config('pass.vendor', (select coalesce(max(vendnumber), 0) + 1 from "
+            "vendors where vendytd = 0)::text, false), set_config('pass.since', "
+            "clock_timestamp()::text, false); select 1 from vendors where vendnumber = "
+            "current_setting('pass.vendor')::bigint for update; select set_config('pass.waited', "
+            "round(extract(epoch from clock_timestamp() - "
+            "current_setting('pass.since')::timestamptz) * 1000000)::text, false); update vendors "
+            "set vendphone = '" +
+                phone +
+                "' where vendnumber = current_setting('pass.vendor')::bigint; select "
+                "current_setting('pass.vendor') || ' ' || current_setting('pass.waited')");
+        const QString waited = lines.section('\n', -1);
+        const int vendor = waited.section(' ', 0, 0).toInt();
+        EXPECT_EQ(outside(folder, QStringLiteral("select vendphone from vendors where "
+                                                 "vendnumber = %1")
+                                      .arg(vendor)),
+                  phone);
+        return waited.section(' ', 1).toLongLong();
+    }
+    const int vendor = 1 + save; // behind the pass: nothing it writes is recalled here
+    betty.send(QStringLiteral("show %1").arg(vendor));
+    betty.send("modify");
+    betty.send(QStringLiteral("set 7 %1").arg(phone));
+    const QStringList saved = betty.send("timed-save");
+    EXPECT_EQ(saved.size(), 3) << saved.join(" | ").toStdString();
+    EXPECT_EQ(saved.value(2), "mode lookup") << saved.join(" | ").toStdString();
+    EXPECT_EQ(
+        outside(folder,
+                QStringLiteral("select vendphone from vendors where vendnumber = %1").arg(vendor)),
+        phone);
+    return saved.value(1).startsWith("waited ") ? saved[1].section(' ', 1).toLongLong() : -1;
+}
+
+// Saves beside Anne's year-end zero: each save gets the lock at the pass's next rest (on the
+// server: at the commit of the batch holding its row), never needing a second try. A machine
+// busy with other work can stretch a batch or keep a save from its look at the lock now and
+// then, and a save that follows the one before at once meets the next batch near its start, so
+// half the saves are held to one batch and its retry, and every one to its first try.
+TEST_F(Passes, ASaveBesideABatchedPassWaitsLessThanOneBatchAndItsRetry)
 {
     ModuleCopy anne(folder.path(), lockFolder("ANNE"), "VDR99DEMO");
     ModuleCopy betty(folder.path(), lockFolder("BETTY"), "VDR99BETTY");
@@ -243,29 +304,20 @@ TEST_F(Passes, ASaveBesideABatchedPassWaitsLessThanOneBatchAndOneRetry)
             return outside(folder, "select count(*) from vendors where vendytd = 0").toInt() > 100;
         },
         60000));
-    int saves = 0;
-    qlonglong slowest = 0;
-    while (!anne.hasAnswer() && saves < 30) {
-        const int vendor = 1 + saves; // behind the pass: nothing it writes is recalled here
-        const QString phone = QStringLiteral("555-%1").arg(saves, 4, 10, QLatin1Char('0'));
-        betty.send(QStringLiteral("show %1").arg(vendor));
-        betty.send("modify");
-        betty.send(QStringLiteral("set 7 %1").arg(phone));
-        const QStringList saved = betty.send("timed-save");
-        ASSERT_EQ(saved.size(), 2) << saved.join(" | ").toStdString();
-        EXPECT_EQ(saved[1], "mode lookup") << saved.join(" | ").toStdString();
-        const qlonglong took = saved[0].section(' ', 1).toLongLong();
-        slowest = std::max(slowest, took);
-        EXPECT_LT(took, saveBesidePassMsecs) << "save " << saves;
-        EXPECT_EQ(outside(folder, QStringLiteral("select vendphone from vendors where "
-                                                 "vendnumber = %1")
-                                      .arg(vendor)),
-                  phone);
-        ++saves;
-    }
+    std::vector<qlonglong> waits;
+    while (!anne.hasAnswer() && waits.size() < 30)
+        waits.push_back(saveBesidePass(folder, betty, int(waits.size())));
     const QStringList zero = anne.answer();
-    std::printf("%d saves beside the year-end zero, the slowest %lld ms\n", saves, slowest);
-    EXPECT_GE(saves, 5) << "the pass ended before the saves beside it";
+    ASSERT_GE(waits.size(), 8u) << "the pass ended before the saves beside it";
+    std::sort(waits.begin(), waits.end());
+    // The wait half the saves stay within.
+    const qlonglong median = waits[(waits.size() + 1) / 2 - 1];
+    std::printf("%zu saves beside the year-end zero waited for the lock: half up to %lld us, "
+                "the longest %lld us\n",
+                waits.size(), median, waits.back());
+    EXPECT_GE(waits.front(), 0);
+    EXPECT_LT(median, oneBatchAndItsRetryUsecs);
+    EXPECT_LT(waits.back(), firstTryUsecs);
     // The question, nothing else: no report of a failed write.
     const QStringList shown = ModuleCopy::dialogs(zero);
     ASSERT_EQ(shown.size(), 1) << zero.join(" | ").toStdString();

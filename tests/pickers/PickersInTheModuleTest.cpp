@@ -9,21 +9,29 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGroupBox>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
 class PickersInTheModule : public VendorScreen {
 protected:
+    QTemporaryDir cacheHome; // the pickers keep their indexes here, not in the user's cache
+
     void SetUp() override
     {
         VendorScreen::SetUp();
+        qputenv("XDG_CACHE_HOME", QFile::encodeName(cacheHome.path()));
         const QString programs = QFileInfo(QStringLiteral(VENLOOKP_PROGRAM)).path();
         const QString placed = placePickers(folder.path(), programs);
         ASSERT_TRUE(placed.contains("venlookp.exe -> ")) << placed.toStdString();
         ASSERT_TRUE(placed.contains("gllookup.exe -> ")) << placed.toStdString();
     }
-    void TearDown() override { qunsetenv("APMASTER_PICKER_KEYS"); }
+    void TearDown() override
+    {
+        qunsetenv("APMASTER_PICKER_KEYS");
+        qunsetenv("XDG_CACHE_HOME");
+    }
 
     void typeInPicker(const char *keys) { qputenv("APMASTER_PICKER_KEYS", keys); }
     void focus(int i)

@@ -5,7 +5,9 @@
 //   apmaster-copy DATA_FOLDER LOCK_FOLDER|- ARGUMENT
 //
 // Commands: "show N" (look up vendor number N), "modify", "set I TEXT" (field I), "notes TEXT"
-// (opens the notes and types TEXT over them), "save", "cancel", "help" (the Help button),
+// (opens the notes and types TEXT over them), "save", "timed-save" (a save that prints how long
+// it took, in milliseconds, and on the files how long it waited for the vendor file's write
+// lock, in microseconds), "cancel", "help" (the Help button),
 // "unpaid" (the unpaid list; prints its row count), "get I", "menu NAME" (runs the menu entry
 // NAME), "wait FILE" (keeps the window and the clipboard answering until FILE is in the data
 // folder, for up to 30 s), "yes" and "no" (the answer to the next Yes/No question), "input TEXT"
@@ -25,12 +27,17 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSqlDriver>
 #include <QTableView>
 #include <QTest>
 
+#include <sqlite3.h>
+
+#include <chrono>
 #include <cstdio>
 #include <iostream>
 #include <string>
+#include <utility>
 
 #include "lists/InvoiceLists.h"
 #include "lists/RecordSourceModel.h"
@@ -42,9 +49,47 @@ void say(const QString &line)
     std::cout << line.toStdString() << std::endl;
 }
 
+// How long a connection to a file waited for the file's write lock: the time its statements
+// opening a write transaction took, as the engine reports their start and end.
+class LockWaits {
+public:
+    // False when the connection is not to a file.
+    bool watch(QSqlDatabase db)
+    {
+        const QVariant handle = db.driver()->handle();
+        if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
+            return false;
+        sqlite3_trace_v2(*static_cast<sqlite3 *const *>(handle.data()),
+                         SQLITE_TRACE_STMT | SQLITE_TRACE_PROFILE, &LockWaits::traced, this);
+        return true;
+    }
+    // The waits since the last call, in microseconds.
+    qint64 takeUsecs() { return std::exchange(m_usecs, 0); }
+
+private:
+    static int traced(unsigned event, void *self, void *statement, void *)
+    {
+        auto *w = static_cast<LockWaits *>(self);
+        const char *sql = sqlite3_sql(static_cast<sqlite3_stmt *>(statement));
+        if (!sql || qstrnicmp(sql, "begin immediate", 15) != 0)
+            return 0;
+        const auto now = std::chrono::steady_clock::now();
+        if (event == SQLITE_TRACE_STMT)
+            w->m_since = now;
+        else
+            w->m_usecs +=
+                std::chrono::duration_cast<std::chrono::microseconds>(now - w->m_since).count();
+        return 0;
+    }
+
+    std::chrono::steady_clock::time_point m_since;
+    qint64 m_usecs = 0;
+};
+
 class Driver {
 public:
-    explicit Driver(Module &module) : m(module) {}
+    // The waits outlive the module, whose connections report to them to the end.
+    Driver(Module &module, LockWaits &waits) : m(module), m_waits(waits) {}
 
     void run(const QString &line)
     {
@@ -71,10 +116,14 @@ public:
             say(c.fralookup->isVisible() ? QStringLiteral("mode lookup")
                                          : QStringLiteral("mode edit"));
         } else if (command == QLatin1String("timed-save")) {
+            const bool onFile = m_waits.watch(m.databases.open(QStringLiteral("ap.mdb")));
+            m_waits.takeUsecs();
             QElapsedTimer took;
             took.start();
             c.cmdsave->click();
             say(QStringLiteral("took %1").arg(took.elapsed()));
+            if (onFile)
+                say(QStringLiteral("waited %1").arg(m_waits.takeUsecs()));
             say(c.fralookup->isVisible() ? QStringLiteral("mode lookup")
                                          : QStringLiteral("mode edit"));
         } else if (command == QLatin1String("cancel")) {
@@ -120,6 +169,7 @@ public:
 private:
     Module &m;
     size_t m_printed = 0;
+    LockWaits &m_waits;
 };
 
 } // namespace
@@ -135,8 +185,9 @@ int main(int argc, char *argv[])
     }
     QDir::setCurrent(QString::fromLocal8Bit(argv[1]));
     const QString locks = QString::fromLocal8Bit(argv[2]);
+    LockWaits waits;
     Module module(locks == QLatin1String("-") ? SingleInstance::defaultFolder() : locks);
-    Driver driver(module);
+    Driver driver(module, waits);
     if (const std::optional<int> refused = module.start(QString::fromLocal8Bit(argv[3]))) {
         driver.printDialogs();
         say(QStringLiteral("refused %1").arg(*refused));

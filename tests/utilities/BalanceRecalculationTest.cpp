@@ -212,6 +212,28 @@ TEST_F(BalanceRecalculationTest, AnotherUserWritesBetweenTwoBatchesOfEitherPass)
     }
 }
 
+// Another user adds an invoice while a batch is under way (its vendor shown, nothing of it written
+// yet): the batch's totals count it.
+TEST_F(BalanceRecalculationTest, AnInvoiceAnotherUserAddsWhileABatchIsUnderWayCountsInItsTotals)
+{
+    RecordingProgress progress;
+    QLineEdit line;
+    StatusLine status(&line);
+    int added = 0;
+    QObject::connect(&line, &QLineEdit::textChanged, [&](const QString &text) {
+        if (text == "Recalculating vendor # 100" && added++ == 0)
+            invoice(250, 7, 20250701, 6, 20250702);
+    });
+    BalanceRecalculation(
+        {module.dialogs, module.clock, module.databases, module.session, status, progress})
+        .recalculate(20250101, 20251231);
+    EXPECT_EQ(added, 1);
+    EXPECT_DOUBLE_EQ(column(250, "vendbalcurrent"), 12);
+    EXPECT_DOUBLE_EQ(column(250, "vendytd"), 11);
+    EXPECT_DOUBLE_EQ(column(100, "vendbalcurrent"), 30.25);
+    EXPECT_DOUBLE_EQ(column(100, "vendytd"), 50.25);
+}
+
 // Another program holds the file's write lock for several of the engine's waits when the pass
 // starts: the pass waits for it and ends as usual, without a report.
 TEST_F(BalanceRecalculationTest, APassWaitsForAWriteLockHeldLongerThanOneWait)

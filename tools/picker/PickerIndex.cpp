@@ -4,7 +4,10 @@
 
 #include "data/DbError.h"
 
+#include <QFile>
 #include <QSqlError>
+
+#include <cstring>
 
 namespace {
 
@@ -35,20 +38,107 @@ QString numberText(const QVariant &value)
 
 } // namespace
 
-PickerIndex::PickerIndex(const QString &path, QList<PickerColumn> columns) :
+PickerIndex::PickerIndex(const QString &path, QList<PickerColumn> columns,
+                         const QString &identity) :
     m_columns(std::move(columns)), m_connection(Connection::localFile(path))
 {
     const int n = int(m_columns.size());
-    // A scratch file: nothing in it needs to survive a crash.
+    // Written once and then only read, or replaced whole: nothing in it needs to survive a
+    // crash while it is being made (a file cut short is found and made again).
     m_connection.execute(QStringLiteral("pragma journal_mode = off"));
     m_connection.execute(QStringLiteral("pragma synchronous = off"));
-    m_connection.execute(QStringLiteral("create table rows (id integer primary key, %1, %2)")
-                             .arg(numbered("v", n), numbered("k", n)));
+    m_connection.execute(QStringLiteral("create table meta (signature text)"));
+    m_connection.execute(
+        QStringLiteral("create table rows (id integer primary key, h integer, %1, %2)")
+            .arg(numbered("v", n), numbered("k", n)));
     m_connection.execute(QStringLiteral("create table words (word text, id integer)"));
     // Read through the system's file cache without a copy per page, so that a search touching
     // rows all over the file costs no read calls once the file has been read.
     m_connection.execute(QStringLiteral("pragma mmap_size = 268435456"));
     m_filling = std::make_unique<BulkTransaction>(m_connection);
+    QSqlQuery meta(m_connection.db());
+    meta.prepare(QStringLiteral("insert into meta values (?)"));
+    meta.addBindValue(signature(identity));
+    run(meta);
+}
+
+PickerIndex::PickerIndex(Kept, const QString &path, QList<PickerColumn> columns) :
+    m_columns(std::move(columns)), m_connection(Connection::localFile(path)), m_updating(true)
+{
+}
+
+namespace {
+
+// Whether the file is a whole database file: its header is there and the file is as long as
+// the header says. A file cut short (a full disk, a copy broken off) fails this before the
+// engine could find it out halfway through a search.
+bool wholeDatabaseFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray header = file.read(100);
+    if (header.size() < 100 || !header.startsWith(QByteArrayView("SQLite format 3\0", 16)))
+        return false;
+    const auto byte = [&](int at) { return quint32(quint8(header.at(at))); };
+    quint32 pageSize = byte(16) << 8 | byte(17);
+    if (pageSize == 1)
+        pageSize = 65536;
+    const quint32 pages = byte(28) << 24 | byte(29) << 16 | byte(30) << 8 | byte(31);
+    return pages > 0 && qint64(pageSize) * pages == file.size();
+}
+
+} // namespace
+
+std::unique_ptr<PickerIndex> PickerIndex::openKept(const QString &path, QList<PickerColumn> columns,
+                                                   const QString &identity)
+{
+    if (!wholeDatabaseFile(path))
+        return nullptr;
+    std::unique_ptr<PickerIndex> index(new PickerIndex(Kept{}, path, std::move(columns)));
+    try {
+        if (!index->readKept(identity))
+            return nullptr;
+    } catch (const DbError &) {
+        return nullptr; // not a database after all, or not one of ours
+    }
+    return index;
+}
+
+bool PickerIndex::readKept(const QString &identity)
+{
+    m_connection.execute(QStringLiteral("pragma mmap_size = 268435456"));
+    // The write lock from the start: a second picker on the same file waits, and then finds
+    // the rows this one wrote.
+    m_filling = std::make_unique<BulkTransaction>(m_connection);
+    QSqlQuery meta(m_connection.db());
+    meta.setForwardOnly(true);
+    if (!meta.exec(QStringLiteral("select signature from meta")) || !meta.next() ||
+        meta.value(0).toString() != signature(identity))
+        return false;
+    meta.finish();
+    QSqlQuery kept(m_connection.db());
+    kept.setForwardOnly(true);
+    if (!kept.exec(QStringLiteral("select h, id from rows")))
+        return false;
+    while (kept.next()) {
+        const int id = kept.value(1).toInt();
+        m_unmatched.insert(kept.value(0).toLongLong(), id);
+        m_lastId = std::max(m_lastId, id);
+        ++m_count;
+    }
+    return kept.lastError().type() == QSqlError::NoError;
+}
+
+// What the file was made for: the index's own layout, the caller's identity (the company and the
+// program) and the columns. A file with any other is not used.
+QString PickerIndex::signature(const QString &identity) const
+{
+    QStringList lines{QStringLiteral("picker index 3"), identity};
+    for (const PickerColumn &column : m_columns)
+        lines << QStringLiteral("%1|%2|%3").arg(column.title).arg(int(column.kind)).arg(
+                     int(column.search));
+    return lines.join(QLatin1Char('\n'));
 }
 
 PickerIndex::~PickerIndex() = default;
@@ -94,7 +184,7 @@ void insertBatches(const Connection &connection, QSqlQuery &batch, const QString
 // stays small.
 void PickerIndex::flush(bool all)
 {
-    const int rowWidth = 1 + 2 * int(m_columns.size());
+    const int rowWidth = 2 + 2 * int(m_columns.size());
     if (!m_addRows.isActive() && m_addRows.lastQuery().isEmpty()) {
         m_addRows = QSqlQuery(m_connection.db());
         m_addRows.prepare(insertStatement(QStringLiteral("rows"), rowWidth, batchRows));
@@ -107,10 +197,80 @@ void PickerIndex::flush(bool all)
                   all);
 }
 
+namespace {
+
+// A 64-bit FNV-1a hash, fed a value at a time, finished with a mix of its bits: fast enough to
+// run over every row of the company at each start, and wide enough that two rows of one
+// company never share it.
+class RowHash {
+public:
+    void add(quint64 unit)
+    {
+        m_hash ^= unit;
+        m_hash *= 0x100000001b3ULL;
+    }
+    void add(const QString &text)
+    {
+        add(quint64(text.size()));
+        for (const QChar c : text)
+            add(quint64(c.unicode()));
+    }
+    void add(double number)
+    {
+        quint64 bits = 0;
+        std::memcpy(&bits, &number, sizeof bits);
+        add(bits);
+    }
+    qint64 result() const
+    {
+        quint64 h = m_hash;
+        h ^= h >> 33;
+        h *= 0xff51afd7ed558ccdULL;
+        h ^= h >> 33;
+        h *= 0xc4ceb9fe1a85ec53ULL;
+        h ^= h >> 33;
+        return qint64(h);
+    }
+
+private:
+    quint64 m_hash = 0xcbf29ce484222325ULL;
+};
+
+} // namespace
+
+qint64 PickerIndex::fingerprint(const QVariantList &values) const
+{
+    RowHash hash;
+    for (int i = 0; i < m_columns.size(); ++i) {
+        const QVariant value = values.value(i);
+        if (m_columns.at(i).kind == PickerColumn::Kind::Text)
+            hash.add(value.toString());
+        else
+            hash.add(value.toDouble());
+    }
+    return hash.result();
+}
+
 void PickerIndex::add(const QVariantList &values)
 {
-    const int id = ++m_count;
-    m_rowValues << id;
+    const qint64 print = fingerprint(values);
+    if (m_updating) {
+        // A row the kept file holds as it is: nothing to write.
+        const auto kept = m_unmatched.find(print);
+        if (kept != m_unmatched.end()) {
+            m_unmatched.erase(kept);
+            return;
+        }
+        ++m_added;
+    }
+    write(values, print);
+}
+
+void PickerIndex::write(const QVariantList &values, qint64 print)
+{
+    const int id = ++m_lastId;
+    ++m_count;
+    m_rowValues << id << print;
     QVariantList keys;
     QStringList words;
     for (int i = 0; i < m_columns.size(); ++i) {
@@ -154,27 +314,45 @@ void PickerIndex::add(const QVariantList &values)
     flush(false);
 }
 
+// The kept rows that were not added again: deleted or changed in the company since.
+void PickerIndex::removeLeftovers()
+{
+    QSqlQuery words(m_connection.db()), rows(m_connection.db());
+    words.prepare(QStringLiteral("delete from words where id = ?"));
+    rows.prepare(QStringLiteral("delete from rows where id = ?"));
+    for (const int id : std::as_const(m_unmatched)) {
+        words.addBindValue(id);
+        run(words);
+        rows.addBindValue(id);
+        run(rows);
+        ++m_removed;
+        --m_count;
+    }
+    m_unmatched.clear();
+    m_unmatched.squeeze();
+}
+
 void PickerIndex::finish()
 {
     flush(true);
     m_addRows = QSqlQuery();
     m_addWords = QSqlQuery();
+    if (m_updating)
+        removeLeftovers();
     m_filling->commit();
     m_filling.reset();
+    if (m_updating)
+        return;
     // Indexes made once the rows are in cost a sort each, far less than keeping them as rows
-    // come. The order of a column gets its index when the list is first sorted by it.
+    // come. Every column's order gets its index now, so that a kept file is only read later.
     m_connection.execute(QStringLiteral("create index words_word on words (word, id)"));
     m_connection.execute(QStringLiteral("create index words_id on words (id, word)"));
+    // The fingerprints alone, read at each start: a fraction of the rows' pages.
+    m_connection.execute(QStringLiteral("create index rows_h on rows (h)"));
+    for (int i = 0; i < m_columns.size(); ++i)
+        m_connection.execute(QStringLiteral("create index rows_k%1 on rows (k%1, id)").arg(i));
     m_connection.execute(QStringLiteral("pragma analysis_limit = 1000"));
     m_connection.execute(QStringLiteral("analyze"));
-}
-
-void PickerIndex::ensureOrder(int column)
-{
-    if (m_ordered.contains(column))
-        return;
-    m_connection.execute(QStringLiteral("create index rows_k%1 on rows (k%1, id)").arg(column));
-    m_ordered.insert(column);
 }
 
 // One word of the search: the row has a word starting with it. The first word of a search with
@@ -190,7 +368,6 @@ QString PickerIndex::termCondition(bool correlated)
 void PickerIndex::search(const QString &text, int column, bool descending)
 {
     column = qBound(0, column, int(m_columns.size()) - 1);
-    ensureOrder(column);
     m_terms = PickerText::words(text);
     // The longest word narrows most: it leads.
     std::stable_sort(m_terms.begin(), m_terms.end(),

@@ -1,5 +1,6 @@
 #include "PickerProgram.h"
 
+#include "PickerCache.h"
 #include "PickerModel.h"
 
 #include "common/PickedAnswer.h"
@@ -47,25 +48,38 @@ int runPicker(int argc, char *argv[], const PickerProgram &program)
         }
     }
     QApplication app(argc, argv);
-    // The list is copied into a scratch file of the program's own, gone when it ends.
+    // The list is kept in an index file of the user's between runs and brought up to date
+    // with the company; without a cache folder it is a scratch file, gone when the program ends.
+    const QString dataFolder = QDir::currentPath();
+    const QString cache = PickerCache::folder(dataFolder);
     QTemporaryDir scratch;
-    if (!scratch.isValid()) {
+    if (cache.isEmpty() && !scratch.isValid()) {
         refuse(program.texts.title,
                QStringLiteral("No scratch folder could be made: %1").arg(scratch.errorString()));
         return 2;
     }
-    PickerIndex index(scratch.filePath(QStringLiteral("list.db")), program.columns);
+    const QString picker = QString::fromLatin1(program.name);
+    const auto fill = [&](PickerIndex &index) { program.load(index, dataFolder); };
+    std::unique_ptr<PickerIndex> index;
     try {
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        program.load(index, QDir::currentPath());
-        index.finish();
+        if (cache.isEmpty()) {
+            index = std::make_unique<PickerIndex>(scratch.filePath(QStringLiteral("list.db")),
+                                                  program.columns);
+            fill(*index);
+            index->finish();
+        } else {
+            index = PickerCache::open(PickerCache::fileFor(cache, picker, dataFolder),
+                                      program.columns, PickerCache::identity(picker, dataFolder),
+                                      fill);
+        }
         QApplication::restoreOverrideCursor();
     } catch (const DbError &error) {
         QApplication::restoreOverrideCursor();
         refuse(program.texts.title, program.cannotRead.arg(error.text()));
         return 2;
     }
-    PickerModel model(index);
+    PickerModel model(*index);
     PickerWindow window(model, program.texts);
     KeySender keys;
     const QString scripted = scriptedKeys();
@@ -77,7 +91,6 @@ int runPicker(int argc, char *argv[], const PickerProgram &program)
     window.setWindowFlag(Qt::WindowStaysOnTopHint); // over the module, which is on top too
     if (window.exec() != QDialog::Accepted || window.picked().isEmpty())
         return 0;
-    const QString picker = QString::fromLatin1(program.name);
     if (!PickedAnswer::leave(getppid(), picker, window.picked())) {
         refuse(program.texts.title,
                QStringLiteral("The picked number %1 could not be handed back (%2).")
