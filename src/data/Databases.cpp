@@ -139,13 +139,28 @@ void Databases::release(const QString &fileName, const QString &connection)
     m_connections[file].removeAll(connection);
     if (m_connections.value(file).isEmpty())
         m_connections.remove(file);
+    const bool inUse = m_connections.contains(file);
     // Only a connection out of any transaction is kept: the next use starts clean.
-    const bool keep = m_dialect->keepsConnectionsForReuse() && m_writes.value(file).depth == 0 &&
-                      m_spares.value(file).size() < maxSparesPerFile;
+    bool keep = m_writes.value(file).depth == 0 && m_spares.value(file).size() < maxSparesPerFile;
+    if (keep && !m_dialect->keepsConnectionsForReuse()) {
+        QSqlDatabase db = QSqlDatabase::database(connection, false);
+        keep = inUse && m_dialect->keepsConnectionsWhileInUse() && m_dialect->holdsNothing(db);
+    }
     if (keep)
         m_spares[file].append(connection);
     else
         drop(connection);
+    // A file let go of entirely is left to others as if this process had never opened it: a
+    // utility may then need it to itself, or put another file in its place.
+    if (!inUse && !m_dialect->keepsConnectionsForReuse())
+        dropSpares(file);
+}
+
+void Databases::dropSpares(const QString &file)
+{
+    const QStringList names = m_spares.take(file);
+    for (const QString &name : names)
+        drop(name);
 }
 
 void Databases::drop(const QString &connection)
@@ -174,10 +189,9 @@ void Databases::closeAll()
     const QStringList files = m_connections.keys();
     for (const QString &file : files)
         close(file);
-    for (const QStringList &names : std::as_const(m_spares))
-        for (const QString &name : names)
-            drop(name);
-    m_spares.clear();
+    const QStringList withSpares = m_spares.keys();
+    for (const QString &file : withSpares)
+        dropSpares(file);
 }
 
 bool Databases::isOpen(const QString &fileName) const

@@ -41,7 +41,8 @@ public:
     void closeReader(const QString &fileName, const QString &tag);
     // Lets go of the file. Where a new connection costs far more than a statement (a server's),
     // its connections are kept aside, out of any transaction, for the file's next use; closeAll()
-    // ends them too.
+    // ends them too. On the files a reader let go of is kept aside only while another connection
+    // to the file stays open and only when it holds no read; all are closed with the file's last.
     void close(const QString &fileName);
     void closeAll();
     // Whether the file is in use (connections kept aside do not count).
@@ -105,6 +106,7 @@ private:
     // The connection that serves the file's main use (an empty tag) or a reader's.
     QSqlDatabase connection(const QString &fileName, const QString &tag);
     void release(const QString &fileName, const QString &connection);
+    void dropSpares(const QString &file);
     // A connection kept aside for the file that still answers, "" when there is none.
     QString takeSpare(const QString &file);
     void drop(const QString &connection);

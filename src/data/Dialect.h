@@ -53,6 +53,17 @@ public:
     // Whether connections let go of are better kept for the next use (making one costs far more
     // than a statement).
     virtual bool keepsConnectionsForReuse() const { return false; }
+    // Whether a connection let go of is kept while another connection of this process to the
+    // same database stays open (then it changes nothing for anyone else), and only when it holds
+    // nothing (see holdsNothing).
+    virtual bool keepsConnectionsWhileInUse() const { return false; }
+    // Whether the connection is out of any transaction and has no read under way, so that
+    // keeping it holds no lock and keeps no snapshot of the database from other users.
+    virtual bool holdsNothing(QSqlDatabase &db) const
+    {
+        Q_UNUSED(db);
+        return true;
+    }
     // An open connection to an existing database under that connection name, its tables made
     // ready when `first` (no other connection of this process is open to it). Throws DbError.
     virtual QSqlDatabase connect(const QString &fileName, const QString &connection, int busyMsecs,

@@ -152,6 +152,23 @@ bool SqliteDialect::exists(const QString &fileName) const
     return QFileInfo::exists(DataFiles::pathOf(fileName));
 }
 
+bool SqliteDialect::holdsNothing(QSqlDatabase &db) const
+{
+    const QVariant handle = db.driver() ? db.driver()->handle() : QVariant();
+    if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return false;
+    sqlite3 *connection = *static_cast<sqlite3 *const *>(handle.data());
+    if (!connection || !sqlite3_get_autocommit(connection))
+        return false;
+    // A statement stepped and not yet reset holds a read transaction (and so the snapshot that
+    // keeps a checkpoint from finishing).
+    for (sqlite3_stmt *statement = sqlite3_next_stmt(connection, nullptr); statement;
+         statement = sqlite3_next_stmt(connection, statement))
+        if (sqlite3_stmt_busy(statement))
+            return false;
+    return true;
+}
+
 QSqlDatabase SqliteDialect::connect(const QString &fileName, const QString &connection,
                                     int busyMsecs, bool first) const
 {

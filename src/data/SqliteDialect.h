@@ -11,6 +11,10 @@ public:
 
     QString placeOf(const QString &fileName) const override;
     bool exists(const QString &fileName) const override;
+    // Opening a connection reads the file's schema again; an idle one kept beside another
+    // connection of this process to the file takes no lock of its own.
+    bool keepsConnectionsWhileInUse() const override { return true; }
+    bool holdsNothing(QSqlDatabase &db) const override;
     QSqlDatabase connect(const QString &fileName, const QString &connection, int busyMsecs,
                          bool first) const override;
     void create(const QString &fileName) const override;
