@@ -113,7 +113,10 @@ QString Databases::takeSpare(const QString &file)
         if (m_spares[file].isEmpty())
             m_spares.remove(file);
         // The server may have ended the session while it was kept (a restart, an idle limit):
-        // a question costs far less than a new connection and finds that out.
+        // a question costs far less than a new connection and finds that out. Only this process
+        // ends its connections to a file.
+        if (!m_dialect->keepsConnectionsForReuse())
+            return name;
         bool alive = false;
         {
             QSqlQuery q(QSqlDatabase::database(name));

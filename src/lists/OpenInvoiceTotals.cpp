@@ -17,20 +17,18 @@ constexpr qint64 frameMsecs = 16;
 void OpenInvoiceTotals::compute()
 {
     const QString previous = m_status.text();
+    const QString message = QStringLiteral("Retrieving open invoices... one moment please...");
     // The message is painted at once where the user can read it: where the computation before
-    // kept the screen waiting longer than a frame. Otherwise it is set and put back unpainted,
-    // and the status line is painted once, as it ends, instead of twice.
+    // kept the screen waiting longer than a frame. Otherwise the status line is left alone
+    // while the sums run, so that it is not painted at all for a message nobody could read.
     const bool announce = m_lastMsecs > frameMsecs;
-    const auto say = [this, announce](const QString &text) {
-        if (announce)
-            m_status.show(text);
-        else
-            m_status.set(text);
-    };
-    say(QStringLiteral("Retrieving open invoices... one moment please..."));
     const long long number = m_vendor.number();
-    if (number < 1)
+    if (number < 1) {
+        m_status.show(message); // stays: there is nothing to wait for
         return;
+    }
+    if (announce)
+        m_status.show(message);
     QElapsedTimer took;
     took.start();
     const QString vendor = QString::number(number);
@@ -45,6 +43,7 @@ void OpenInvoiceTotals::compute()
             QStringLiteral(" and invdate between ") + QString::number(year * 10000 + 100) +
             QStringLiteral(" and ") + QString::number(year * 10000 + 1232)));
     m_lastMsecs = took.elapsed();
-    say(previous);
+    if (announce)
+        m_status.show(previous);
     QCoreApplication::processEvents();
 }

@@ -136,7 +136,7 @@ void VendorLookup::go()
     if (!m_showFound())
         return;
     emit found();
-    m_status.show(QStringLiteral("Select an action button along the top of the screen."));
+    m_status.set(QStringLiteral("Select an action button along the top of the screen."));
 }
 
 void VendorLookup::showNumber(long long number)
