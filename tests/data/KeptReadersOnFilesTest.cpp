@@ -25,10 +25,11 @@ QVariant firstValue(QSqlDatabase db, const QString &statement)
 QString writeAndCheckpointOutside(DataFolder &folder)
 {
     QString output;
-    const QString errors = folder.otherProgram(
-        "ap.mdb", "insert into vendors (vendnumber, vendname) values (9, 'Outside'); "
-                  "pragma wal_checkpoint(truncate);",
-        &output);
+    const QString errors =
+        folder.otherProgram("ap.mdb",
+                            "insert into vendors (vendnumber, vendname) values (9, 'Outside'); "
+                            "pragma wal_checkpoint(truncate);",
+                            &output);
     EXPECT_EQ(errors, QString());
     return output.trimmed();
 }
