@@ -213,7 +213,8 @@ TEST_F(RecordSourceTest, ALightWriteOnItsOwnSkipsTheDiskForItselfOnly)
     dbs.execute("ap.mdb", "set synchronous_commit = on");
     const QString light =
         dbs.dialect().writtenOnItsOwn("update vendors set vendfax = ? where vendnumber = ?", true);
-    QSqlQuery &q = dbs.prepared("ap.mdb", light + " returning current_setting('synchronous_commit')");
+    QSqlQuery &q =
+        dbs.prepared("ap.mdb", light + " returning current_setting('synchronous_commit')");
     q.bindValue(0, "x");
     q.bindValue(1, 250);
     ASSERT_TRUE(q.exec()) << q.lastError().text().toStdString();
