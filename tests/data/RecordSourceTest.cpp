@@ -230,6 +230,21 @@ TEST_F(RecordSourceTest, ALightWriteOnItsOwnSkipsTheDiskForItselfOnly)
     EXPECT_EQ(durable, "update vendors set vendfax = ? where vendnumber = ?");
 }
 
+TEST_F(RecordSourceTest, ALightUpdateAtOnceInsideADurableTransactionLeavesItDurable)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "the files' commit setting has its own test";
+    bind("select * from vendors order by vendnumber");
+    dbs.execute("ap.mdb", "set synchronous_commit = on");
+    WriteTransaction tx(dbs, "ap.mdb");
+    source.updateAtOnce({{"vendbal60", 4.0}}, RecordSource::Commit::Light);
+    EXPECT_EQ(dbs.scalar("ap.mdb", "show synchronous_commit").toString(), "on");
+    tx.commit();
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 100").toDouble(),
+        4.0);
+}
+
 TEST_F(RecordSourceTest, UpdateWithoutEditIsAnError)
 {
     bind("select * from vendors order by vendnumber");
