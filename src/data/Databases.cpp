@@ -229,7 +229,9 @@ QSqlQuery &Databases::prepared(const QString &fileName, const QString &statement
     std::shared_ptr<QSqlQuery> &kept = m_prepared[db.connectionName()][statement];
     if (!kept) {
         auto q = std::make_shared<QSqlQuery>(db);
-        q->setForwardOnly(true);
+        // A kept statement reads a row or writes: a read the server would hand over row by row
+        // would keep the connection busy until its next statement, so it is taken whole there.
+        q->setForwardOnly(m_dialect->readsStayOpenBetweenStatements());
         if (!q->prepare(statement)) {
             const QSqlError error = q->lastError();
             m_prepared[db.connectionName()].remove(statement);

@@ -80,6 +80,16 @@ public:
     // A statement with one bound key value that locks that row for the rest of the write
     // transaction, or "" when the transaction holds it already.
     virtual QString lockRow(const QString &table, const QString &keyColumn) const = 0;
+    // A change of rows that ends in its where clause, written as a transaction of its own in the
+    // one round trip of that statement (its rows locked by the statement itself, and a light
+    // commit not waiting for the disk), run when no write transaction is open; "" when the
+    // engine needs beginWrite's statements around it.
+    virtual QString writtenOnItsOwn(const QString &statement, bool light) const
+    {
+        Q_UNUSED(statement);
+        Q_UNUSED(light);
+        return {};
+    }
     // The column that names a row of any table by its place in the table.
     virtual QString rowIdColumn() const = 0;
     // Settings for a pass over many records (a batch of them a transaction, each commit not

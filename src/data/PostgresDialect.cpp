@@ -342,12 +342,24 @@ QStringList PostgresDialect::beginWrite(bool light, int waitMsecs, int) const
     // Still atomic; only the very last such commits can be lost by a crash of the server.
     if (light)
         statements << QStringLiteral("set local synchronous_commit = off");
-    return statements;
+    // One text, run unprepared, is one round trip to the server instead of one a statement.
+    return {statements.join(QStringLiteral("; "))};
 }
 
 QString PostgresDialect::lockRow(const QString &table, const QString &keyColumn) const
 {
     return QStringLiteral("select %2 from %1 where %2 = ? for update").arg(table, keyColumn);
+}
+
+QString PostgresDialect::writtenOnItsOwn(const QString &statement, bool light) const
+{
+    if (!light)
+        return statement;
+    // The setting holds for the statement's own transaction, whose commit reads it; the server
+    // evaluates it for every row the statement writes (it is never a constant), and a statement
+    // that writes no row has nothing to commit.
+    return statement +
+           QStringLiteral(" and set_config('synchronous_commit', 'off', true) is not null");
 }
 
 QString PostgresDialect::columnType(Schema::Kind kind) const

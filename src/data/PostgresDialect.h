@@ -34,6 +34,9 @@ public:
     QStringList beginWrite(bool light, int waitMsecs, int busyMsecs) const override;
     QStringList afterWrite(bool, int, int) const override { return {}; }
     QString lockRow(const QString &table, const QString &keyColumn) const override;
+    // A single statement commits by itself; a light one says for its own transaction that the
+    // commit does not wait for the disk.
+    QString writtenOnItsOwn(const QString &statement, bool light) const override;
     QString rowIdColumn() const override { return QStringLiteral("ctid"); }
     // The pass's commits do not wait for the disk (each still atomic); the end of the pass puts
     // the server's own setting back.

@@ -7,6 +7,7 @@
 #include "data/Money.h"
 #include "data/OrderKey.h"
 #include "data/PagedStatement.h"
+#include "data/RecordEdit.h"
 #include "data/Schema.h"
 
 #include <QRegularExpression>
@@ -538,6 +539,62 @@ void RecordSource::update()
                 row.setValue(c, m_buffer.value(c));
     }
     m_mode = Mode::None;
+}
+
+void RecordSource::updateAtOnce(const QList<QPair<QString, QVariant>> &values, Commit commit)
+{
+    if (m_table.isEmpty())
+        throw DbError(DbError::NotUpdatable, QStringLiteral("Database or object is read-only."));
+    const QVariant key = value(m_keyColumn);
+    QStringList sets;
+    for (const auto &[column, given] : values)
+        sets << column + QStringLiteral(" = ?");
+    const QString sql = QStringLiteral("update %1 set %2 where %3 = ?")
+                            .arg(m_table, sets.join(QStringLiteral(", ")), m_keyColumn);
+    const QString own = m_mode == Mode::None && !m_dbs.isWriting(m_fileName)
+                            ? m_dbs.dialect().writtenOnItsOwn(sql, commit == Commit::Light)
+                            : QString();
+    if (own.isEmpty()) {
+        RecordEdit edit(*this, RecordEdit::Start::Edit, commit);
+        for (const auto &[column, given] : values)
+            edit.setValue(column, given);
+        edit.update();
+        return;
+    }
+    QList<QVariant> stored;
+    for (const auto &[column, given] : values)
+        stored << (Schema::isMoney(m_table, column) && !given.isNull()
+                       ? QVariant(Money::round4(given.toDouble()))
+                       : given);
+    // Nothing is written when the statement fails, so a connection the server ended can be
+    // replaced and the statement tried once more.
+    for (int attempt = 1;; ++attempt) {
+        QSqlError failed;
+        try {
+            QSqlQuery &q = m_dbs.prepared(m_fileName, own);
+            int mark = 0;
+            for (const QVariant &given : std::as_const(stored))
+                q.bindValue(mark++, given);
+            q.bindValue(mark, key);
+            if (!q.exec())
+                failed = q.lastError();
+            q.finish();
+        } catch (const DbError &) {
+            if (attempt > 1 || !m_dbs.renewIfGone(m_fileName))
+                throw;
+            continue;
+        }
+        if (!failed.isValid())
+            break;
+        if (attempt > 1 || !m_dbs.renewIfGone(m_fileName))
+            throw Databases::errorFrom(failed, sql);
+    }
+    if (m_onFound || (!eof() && !bof())) {
+        QSqlRecord &row = currentRow();
+        for (qsizetype i = 0; i < values.size(); ++i)
+            if (row.indexOf(values.at(i).first) >= 0)
+                row.setValue(values.at(i).first, stored.at(i));
+    }
 }
 
 void RecordSource::cancelUpdate()

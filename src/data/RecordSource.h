@@ -95,6 +95,11 @@ public:
     void update();
     void cancelUpdate();
     bool isEditing() const { return m_mode != Mode::None; }
+    // Writes those values into the current record at once: an edit and its update in one step.
+    // Where the engine can, outside a write transaction and an open edit, that is one statement
+    // that locks the row itself and commits on its own; a row held by another user fails as an
+    // edit of it does.
+    void updateAtOnce(const QList<QPair<QString, QVariant>> &values, Commit commit);
     void deleteCurrent();
     // The current row as the database holds it now (empty when it is gone), read by its key.
     QSqlRecord reread() const;

@@ -4,7 +4,6 @@
 #include "common/ErrorReport.h"
 #include "common/Numbers.h"
 #include "data/DbError.h"
-#include "data/RecordEdit.h"
 #include "data/RecordSource.h"
 #include "lists/CurrentVendor.h"
 #include "vendorscreen/Form1099Type.h"
@@ -122,10 +121,9 @@ void VendorDisplay::stampTotals()
     // Another user writing to the file (a pass over every vendor, say) does not stop the
     // display: these totals are written again by the next display or save.
     try {
-        RecordEdit stamp(m_vendors, RecordEdit::Start::Edit, RecordSource::Commit::Light);
-        stamp.setValue(QStringLiteral("vendbalcurrent"), m_totals.openTotal());
-        stamp.setValue(QStringLiteral("vendbal60"), m_totals.yearTotal());
-        stamp.update();
+        m_vendors.updateAtOnce({{QStringLiteral("vendbalcurrent"), m_totals.openTotal()},
+                                {QStringLiteral("vendbal60"), m_totals.yearTotal()}},
+                               RecordSource::Commit::Light);
     } catch (const DbError &error) {
         if (error.code() != DbError::RecordLocked)
             throw;

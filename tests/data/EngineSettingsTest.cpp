@@ -137,7 +137,7 @@ TEST(PostgresDialect, AnEditLocksItsRowAndSqliteLocksTheFileInstead)
     EXPECT_EQ(SqliteDialect().lockRow("vendors", "vendnumber"), QString());
     EXPECT_EQ(SqliteDialect().beginWrite(false, -1, 3000), QStringList{"begin immediate"});
     EXPECT_EQ(PostgresDialect(EngineSettings{}).beginWrite(false, 250, 3000),
-              (QStringList{"begin", "set local lock_timeout = 250"}));
+              (QStringList{"begin; set local lock_timeout = 250"}));
 }
 
 } // namespace

@@ -3,6 +3,9 @@
 #include "data/DbError.h"
 #include "support/DataFolder.h"
 
+#include <QSqlError>
+#include <QSqlQuery>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -143,6 +146,103 @@ TEST_F(RecordSourceTest, EditHoldsTheWriteLockUntilUpdate)
     source.cancelUpdate();
     EXPECT_NO_THROW(
         other.execute("ap.mdb", "update vendors set vendfax = 'x' where vendnumber = 100"));
+}
+
+TEST_F(RecordSourceTest, UpdateAtOnceWritesTheCurrentRowByItsKeyAndTheRowHeldShowsIt)
+{
+    bind("select * from vendors where vendnumber >=250 order by vendnumber");
+    source.updateAtOnce({{"vendbalcurrent", 12.34566}, {"vendbal60", 7.5}},
+                        RecordSource::Commit::Light);
+    EXPECT_DOUBLE_EQ(source.value("vendbalcurrent").toDouble(), 12.3457);
+    EXPECT_DOUBLE_EQ(source.value("vendbal60").toDouble(), 7.5);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select vendbalcurrent from vendors where vendnumber = 250")
+                  .toDouble(),
+              12.3457);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 250").toDouble(),
+        7.5);
+    EXPECT_EQ(folder.scalar("ap.mdb", "select count(*) from vendors where vendbal60 <> 0").toInt(),
+              1);
+    EXPECT_FALSE(dbs.isWriting("ap.mdb"));
+}
+
+TEST_F(RecordSourceTest, UpdateAtOnceInsideAWriteTransactionIsUndoneWithIt)
+{
+    bind("select * from vendors order by vendnumber");
+    {
+        WriteTransaction tx(dbs, "ap.mdb");
+        source.updateAtOnce({{"vendbal60", 3.0}}, RecordSource::Commit::Light);
+        EXPECT_EQ(
+            dbs.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 100").toDouble(),
+            3.0);
+    }
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 100").toDouble(),
+        0.0);
+}
+
+TEST_F(RecordSourceTest, UpdateAtOnceOfARowAnotherUserHoldsFailsAsLockedAndWritesNothing)
+{
+    dbs.setBusyTimeoutMsecs(50);
+    bind("select * from vendors order by vendnumber");
+    Databases other;
+    RecordSource holder(other, "holder");
+    holder.setUpdateTable("vendors", "vendnumber");
+    holder.setDatabaseName("ap.mdb");
+    holder.setRecordSource("select * from vendors order by vendnumber");
+    holder.refresh();
+    holder.edit();
+    EXPECT_EQ(errorOf([&] {
+                  source.updateAtOnce({{"vendbal60", 9.0}}, RecordSource::Commit::Light);
+              }),
+              DbError::RecordLocked);
+    holder.cancelUpdate();
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 100").toDouble(),
+        0.0);
+    source.updateAtOnce({{"vendbal60", 9.0}}, RecordSource::Commit::Light);
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 100").toDouble(),
+        9.0);
+}
+
+TEST_F(RecordSourceTest, ALightWriteOnItsOwnSkipsTheDiskForItselfOnly)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "the files' light write runs in a write transaction of its own";
+    dbs.execute("ap.mdb", "set synchronous_commit = on");
+    const QString light =
+        dbs.dialect().writtenOnItsOwn("update vendors set vendfax = ? where vendnumber = ?", true);
+    QSqlQuery &q =
+        dbs.prepared("ap.mdb", light + " returning current_setting('synchronous_commit')");
+    q.bindValue(0, "x");
+    q.bindValue(1, 250);
+    ASSERT_TRUE(q.exec()) << q.lastError().text().toStdString();
+    ASSERT_TRUE(q.next());
+    EXPECT_EQ(q.value(0).toString(), "off");
+    q.finish();
+    EXPECT_EQ(dbs.scalar("ap.mdb", "show synchronous_commit").toString(), "on");
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendfax from vendors where vendnumber = 250").toString(),
+        "x");
+    const QString durable =
+        dbs.dialect().writtenOnItsOwn("update vendors set vendfax = ? where vendnumber = ?", false);
+    EXPECT_EQ(durable, "update vendors set vendfax = ? where vendnumber = ?");
+}
+
+TEST_F(RecordSourceTest, ALightUpdateAtOnceInsideADurableTransactionLeavesItDurable)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "the files' commit setting has its own test";
+    bind("select * from vendors order by vendnumber");
+    dbs.execute("ap.mdb", "set synchronous_commit = on");
+    WriteTransaction tx(dbs, "ap.mdb");
+    source.updateAtOnce({{"vendbal60", 4.0}}, RecordSource::Commit::Light);
+    EXPECT_EQ(dbs.scalar("ap.mdb", "show synchronous_commit").toString(), "on");
+    tx.commit();
+    EXPECT_EQ(
+        folder.scalar("ap.mdb", "select vendbal60 from vendors where vendnumber = 100").toDouble(),
+        4.0);
 }
 
 TEST_F(RecordSourceTest, UpdateWithoutEditIsAnError)

@@ -1,6 +1,9 @@
 #include "vendorscreen/VendorDisplay.h"
 #include "support/VendorScreen.h"
 
+#include "data/Databases.h"
+#include "data/RecordSource.h"
+
 #include <QFile>
 #include <QGroupBox>
 #include <QProcess>
@@ -135,6 +138,37 @@ TEST_F(EmptyVendorFile, FirstDisplaySaysNoRecordAndTheLookupComesBack)
 } // namespace
 
 namespace {
+
+// Another user edits the vendor about to be shown (the files: the file's write lock; the server:
+// the vendor's row) longer than a statement waits: the vendor is shown all the same, and only the
+// totals stamp is left out, to be written by the next display.
+TEST_F(VendorDisplayTest, AVendorIsShownWhileAnotherUserEditsItAndOnlyTheStampIsLeftOut)
+{
+    folder.exec("ap.mdb",
+                "insert into invoices (vendnumber, invnumber, invdate, invamount, invstatus) "
+                "values (250, 'B1', 20260105, 40, 2), (251, 'N1', 20250105, 7, 1)");
+    lookup(0, "250");
+    Databases other;
+    RecordSource holder(other, "holder");
+    holder.setUpdateTable("vendors", "vendnumber");
+    holder.setDatabaseName("ap.mdb");
+    holder.setRecordSource("select * from vendors where vendnumber = 251");
+    holder.refresh();
+    holder.edit();
+    c().cmdnext->click();
+    EXPECT_EQ(field(0), "251");
+    EXPECT_EQ(field(1), "Northern Lights Printing");
+    EXPECT_EQ(module.dialogs.count(), 0);
+    holder.cancelUpdate();
+    EXPECT_DOUBLE_EQ(vendorColumn(251, "vendbalcurrent").toDouble(), 0.0);
+    c().cmdprevious->click();
+    EXPECT_EQ(field(0), "250");
+    EXPECT_DOUBLE_EQ(vendorColumn(250, "vendbalcurrent").toDouble(), 7.0);
+    EXPECT_DOUBLE_EQ(vendorColumn(250, "vendbal60").toDouble(), 0.0);
+    c().cmdnext->click();
+    EXPECT_DOUBLE_EQ(vendorColumn(251, "vendbalcurrent").toDouble(), 40.0);
+    EXPECT_DOUBLE_EQ(vendorColumn(251, "vendbal60").toDouble(), 40.0);
+}
 
 // Another program holds the file's write lock longer than a statement waits: the vendor is shown
 // all the same, and only the totals stamp (written again by the next display) is left out.
