@@ -2,6 +2,7 @@
 // in the company's data folder and waits; the account picked goes into the field.
 #include "AccountRows.h"
 #include "PickerProgram.h"
+#include "StillThere.h"
 
 int main(int argc, char *argv[])
 {
@@ -21,6 +22,12 @@ int main(int argc, char *argv[])
          QStringLiteral("accounts"), QStringLiteral("The chart of accounts holds no accounts.")},
         AccountRows::columns(),
         &AccountRows::load,
-        QStringLiteral("The chart of accounts gl.mdb cannot be read: %1")};
+        QStringLiteral("The chart of accounts gl.mdb cannot be read: %1"),
+        [](const QString &folder, const QString &number) {
+            return stillThere(folder, QStringLiteral("gl.mdb"), QStringLiteral("gl0"),
+                              QStringLiteral("glacctnum"), number);
+        },
+        QStringLiteral("Account %1 is no longer in the chart of accounts: another user has "
+                       "deleted it since the list was made. Pick another, or Escape.")};
     return runPicker(argc, argv, program);
 }

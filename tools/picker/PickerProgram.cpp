@@ -81,6 +81,17 @@ int runPicker(int argc, char *argv[], const PickerProgram &program)
     }
     PickerModel model(*index);
     PickerWindow window(model, program.texts);
+    if (program.stillThere)
+        window.setPickCheck(
+            [&](const QString &number) {
+                try {
+                    return program.stillThere(dataFolder, number);
+                } catch (const DbError &) {
+                    // Nothing to tell from here: the module looks the number up itself.
+                    return true;
+                }
+            },
+            program.goneNote);
     KeySender keys;
     const QString scripted = scriptedKeys();
     if (!scripted.isEmpty())

@@ -17,6 +17,10 @@ struct PickerProgram {
     // Fills the index from the company's data folder; throws DbError.
     std::function<void(PickerIndex &, const QString &folder)> load;
     QString cannotRead; // the message when the database cannot be read ("%1": the engine's reason)
+    // Whether the number is still in the company's data folder, asked when a row is picked;
+    // throws DbError. The note when it is not ("%1": the number).
+    std::function<bool(const QString &folder, const QString &number)> stillThere;
+    QString goneNote;
 };
 
 // The picker's main: --help and --version; else the window on the current folder's company.

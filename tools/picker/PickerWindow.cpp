@@ -96,8 +96,19 @@ void PickerWindow::pick()
     const QModelIndex current = m_list->currentIndex();
     if (!current.isValid())
         return;
-    m_picked = m_model.numberAt(current.row());
+    const QString number = m_model.numberAt(current.row());
+    if (m_check && !m_check(number)) {
+        m_note->setText(m_goneNote.arg(number));
+        return;
+    }
+    m_picked = number;
     accept();
+}
+
+void PickerWindow::setPickCheck(PickCheck check, const QString &goneNote)
+{
+    m_check = std::move(check);
+    m_goneNote = goneNote;
 }
 
 bool PickerWindow::eventFilter(QObject *watched, QEvent *event)

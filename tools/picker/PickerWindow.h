@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <QString>
 
+#include <functional>
+
 class PickerModel;
 class QLabel;
 class QLineEdit;
@@ -26,6 +28,12 @@ public:
     // The number of the picked row; "" until one is picked.
     QString picked() const { return m_picked; }
 
+    // Asked before a row is picked whether its number is still in the company: the list is
+    // made when the window opens, and another user may delete a row meanwhile. A number it
+    // refuses is not picked; the note says so ("%1": the number) and the window stays open.
+    using PickCheck = std::function<bool(const QString &number)>;
+    void setPickCheck(PickCheck check, const QString &goneNote);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -40,4 +48,6 @@ private:
     QTableView *m_list;
     QLabel *m_note;
     QString m_picked;
+    PickCheck m_check;
+    QString m_goneNote;
 };

@@ -1,6 +1,7 @@
 // venlookp: the suite's vendor picker. The module runs it from the vendor number field and the
 // lookup (F5) in the company's data folder and waits; the number picked goes into the field.
 #include "PickerProgram.h"
+#include "StillThere.h"
 #include "VendorRows.h"
 
 int main(int argc, char *argv[])
@@ -21,6 +22,12 @@ int main(int argc, char *argv[])
          QStringLiteral("vendors"), QStringLiteral("This company has no vendors yet.")},
         VendorRows::columns(),
         &VendorRows::load,
-        QStringLiteral("The vendor file ap.mdb cannot be read: %1")};
+        QStringLiteral("The vendor file ap.mdb cannot be read: %1"),
+        [](const QString &folder, const QString &number) {
+            return stillThere(folder, QStringLiteral("ap.mdb"), QStringLiteral("vendors"),
+                              QStringLiteral("vendnumber"), number);
+        },
+        QStringLiteral("Vendor %1 is no longer in the company: another user has deleted it "
+                       "since the list was made. Pick another, or Escape.")};
     return runPicker(argc, argv, program);
 }
