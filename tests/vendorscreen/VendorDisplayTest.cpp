@@ -3,6 +3,7 @@
 
 #include "data/Databases.h"
 #include "data/RecordSource.h"
+#include "support/DataFolder.h"
 
 #include <QFile>
 #include <QGroupBox>
@@ -187,6 +188,39 @@ TEST_F(VendorDisplayTest, AVendorIsShownWhileAnotherProgramHoldsTheWriteLock)
     EXPECT_EQ(field(1), "Acme Office Supply");
     EXPECT_EQ(module.dialogs.count(), 0);
     ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
+}
+
+// The same with the vendor's row held by another user's program on the server (psql, in a
+// process of its own, holding the row for a second, longer than a statement waits here).
+TEST_F(VendorDisplayTest, AVendorIsShownWhileAnotherProgramHoldsItsRowOnTheServer)
+{
+    if (!DataFolder::onPostgres())
+        GTEST_SKIP() << "about the server's row locks; the files' write lock has its own test";
+    folder.exec("ap.mdb",
+                "insert into invoices (vendnumber, invnumber, invdate, invamount, invstatus) "
+                "values (250, 'B1', 20260105, 40, 2)");
+    lookup(0, "250");
+    QProcess holder;
+    holder.setWorkingDirectory(folder.path());
+    holder.start("psql", {"-X", "-q", "-v", "ON_ERROR_STOP=1", "-h",
+                          qEnvironmentVariable("APMASTER_TEST_POSTGRES_HOST"), "-U", "postgres",
+                          "-d", folder.serverDatabase()});
+    ASSERT_TRUE(holder.waitForStarted());
+    holder.write("set search_path to ap_mdb, public;\nbegin;\n"
+                 "select 1 from vendors where vendnumber = 251 for update;\n"
+                 "\\! touch locked.flag\nselect pg_sleep(1);\ncommit;\n\\q\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.file("locked.flag")); }, 5000));
+    c().cmdnext->click();
+    EXPECT_EQ(field(0), "251");
+    EXPECT_EQ(field(1), "Northern Lights Printing");
+    EXPECT_EQ(module.dialogs.count(), 0);
+    EXPECT_DOUBLE_EQ(vendorColumn(251, "vendbalcurrent").toDouble(), 0.0); // the stamp left out
+    ASSERT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(5000));
+    EXPECT_EQ(holder.exitCode(), 0) << holder.readAllStandardError().toStdString();
+    // The next display writes it.
+    c().cmdprevious->click();
+    c().cmdnext->click();
+    EXPECT_DOUBLE_EQ(vendorColumn(251, "vendbalcurrent").toDouble(), 40.0);
 }
 
 } // namespace
